@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+namespace FlashEngine_1_00 {
+
+// Where the engine meets the file system. Nothing else in source/ names a path.
+struct EnginePaths {
+  std::string database;        // the API database, read by every run
+  std::string extractionRoot;  // existing directory; packages are expanded into <extractionRoot>/0, /1, ...
+  std::string resultFile;      // the finding lines of the last run; truncated by every run
+};
+
+// Supplied by whoever links the engine: the shared library answers with the device's constants (DevicePaths.cpp),
+// the checker and the tests with a private directory.
+const EnginePaths& enginePaths();
+
+}  // namespace FlashEngine_1_00
