@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "regex/trex_find.h"
+
+// A compiled pattern for the length of one use: compiled from a fresh copy of its text, freed with the object. One that
+// does not compile matches nothing. For patterns that cannot match empty.
+class Pattern {
+ public:
+  explicit Pattern(const std::string& text) : expression_(trex_compile(text.c_str(), nullptr), trex_free) {}
+
+  // The leftmost match in the zero-terminated `text`, into which the view points; a null view if there is none.
+  std::string_view search(const char* text) const { return searchRange(text, text + std::strlen(text)); }
+
+  bool matchesIn(const char* text) const { return search(text).data() != nullptr; }
+
+  // The leftmost match in [begin, end); *end must be readable.
+  std::string_view searchRange(const char* begin, const char* end) const {
+    const char* matchEnd = nullptr;
+    if (expression_ == nullptr || !TrexFinder(*expression_, begin, end).next(begin, matchEnd)) return {};
+    return {begin, static_cast<std::size_t>(matchEnd - begin)};
+  }
+
+ private:
+  friend class MatchCursor;
+  std::unique_ptr<TrexExpression, void (*)(TrexExpression*)> expression_;
+};
+
+// All matches of a pattern in a zero-terminated text, left to right; each search starts where the match before it
+// ended.
+//
+//   for (MatchCursor at(pattern, text); at.next();) use(at.match());
+//
+// Pattern and text must outlive the cursor and its views.
+class MatchCursor {
+ public:
+  MatchCursor(const Pattern& pattern, const char* text) {
+    if (pattern.expression_ != nullptr) finder_.emplace(*pattern.expression_, text, text + std::strlen(text));
+  }
+
+  bool next() {
+    const char* begin = nullptr;
+    const char* end = nullptr;
+    if (!finder_.has_value() || !finder_->next(begin, end)) return false;
+    match_ = {begin, static_cast<std::size_t>(end - begin)};
+    return true;
+  }
+
+  std::string_view view() const { return match_; }
+  std::string match() const { return std::string(match_); }
+
+ private:
+  std::optional<TrexFinder> finder_;
+  std::string_view match_;
+};

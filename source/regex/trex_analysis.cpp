@@ -1,0 +1,248 @@
+// What can be said of a compiled pattern without a text: what each class matches, at which bytes an attempt can get
+// anywhere at all, and which literals every match holds.
+// It only saves work; what matches is decided by the nodes. Test: tests/regex/trex_differential_test.cpp.
+
+#include <algorithm>
+#include <string_view>
+
+#include "regex/trex_expression.h"
+
+namespace {
+
+constexpr std::int32_t kNone = -1;
+constexpr int kMaxDepth = 32;            // of deeper patterns nothing is said
+constexpr std::size_t kGoodLiteral = 4;  // long enough to be rare in script
+
+const TrexByteSet& letterSet(std::int32_t letter) {
+  static const auto table = [] {
+    std::array<TrexByteSet, 128> sets;
+    for (const char c : std::string_view("aAcCdDlpPsSuwWxX")) {
+      for (int byte = 0; byte < 256; ++byte) {
+        const auto b = static_cast<unsigned char>(byte);
+        if (trexClassLetterMatches(c, b)) sets[static_cast<unsigned char>(c)].add(b);
+      }
+    }
+    return sets;
+  }();
+  return table[static_cast<std::size_t>(letter)];
+}
+
+TrexByteSet everyByte() {
+  TrexByteSet all;
+  all.invert();
+  return all;
+}
+
+TrexByteSet itemSet(const TrexNode& item) {
+  TrexByteSet set;
+  if (item.kind == TREX_NODE_CLASS_ESCAPE) {
+    set = letterSet(item.left);
+  } else if (item.kind == TREX_NODE_RANGE) {
+    for (std::int32_t byte = item.left; byte <= item.right; ++byte)
+      set.add(static_cast<unsigned char>(byte));
+  } else {
+    set.add(static_cast<unsigned char>(item.kind));
+  }
+  return set;
+}
+
+TrexByteSet classSet(const std::vector<TrexNode>& nodes, const TrexNode& node) {
+  TrexByteSet set;
+  for (std::int32_t i = node.left; i != kNone; i = nodes[static_cast<std::size_t>(i)].next) {
+    set.add(itemSet(nodes[static_cast<std::size_t>(i)]));
+  }
+  if (node.kind == TREX_NODE_CLASS_NEGATED) set.invert();
+  return set;
+}
+
+// The bytes at which a node or a sequence can start to match, and whether it can match without consuming any.
+struct First {
+  TrexByteSet bytes;
+  bool canBeEmpty;
+};
+
+class FirstBytes {
+ public:
+  explicit FirstBytes(const TrexExpression& expression) : e_(expression) {}
+
+  First ofSequence(std::int32_t index, int depth) const {
+    First result{{}, true};
+    for (; index != kNone && result.canBeEmpty; index = node(index).next) {
+      const First one = ofNode(index, depth);
+      result.bytes.add(one.bytes);
+      result.canBeEmpty = one.canBeEmpty;
+    }
+    return result;
+  }
+
+ private:
+  const TrexNode& node(std::int32_t index) const { return e_.nodes[static_cast<std::size_t>(index)]; }
+
+  First ofNode(std::int32_t index, int depth) const {
+    const TrexNode& n = node(index);
+    if (depth > kMaxDepth) return {everyByte(), false};
+    switch (n.kind) {
+      case TREX_NODE_ANY:
+      // What the tests of position do depends on where they stand: attempt them everywhere.
+      case TREX_NODE_BEGIN:
+      case TREX_NODE_END:
+      case TREX_NODE_BOUNDARY:
+        return {everyByte(), false};
+      case TREX_NODE_CLASS:
+      case TREX_NODE_CLASS_NEGATED:
+      case TREX_NODE_CLASS_ESCAPE:
+        return {e_.sets[static_cast<std::size_t>(index)], false};
+      case TREX_NODE_GROUP:
+      case TREX_NODE_GROUP_NOCAPTURE:
+        return ofSequence(n.left, depth + 1);
+      case TREX_NODE_REPEAT: {
+        First one = ofNode(n.left, depth + 1);
+        one.canBeEmpty = one.canBeEmpty || (static_cast<std::uint32_t>(n.right) >> 16) == 0;
+        return one;
+      }
+      case TREX_NODE_ALTERNATION: {
+        First left = ofSequence(n.left, depth + 1);
+        const First right = ofSequence(n.right, depth + 1);
+        left.bytes.add(right.bytes);
+        left.canBeEmpty = left.canBeEmpty || right.canBeEmpty;
+        return left;
+      }
+      default:
+        return {itemSet(n), false};
+    }
+  }
+
+  const TrexExpression& e_;
+};
+
+// Literals that every match holds. Of several in a row, the first that is long enough, else the longest.
+class Anchors {
+ public:
+  using List = std::vector<TrexAnchor>;
+
+  explicit Anchors(const TrexExpression& expression) : e_(expression) {}
+
+  // The anchors of a sequence that comes after bytes of `before`; adds the bytes of the sequence to `before`.
+  List ofSequence(std::int32_t index, TrexByteSet& before, int depth) const {
+    List best;
+    while (index != kNone) {
+      const TrexNode& n = node(index);
+      if (n.kind == TREX_NODE_GROUP || n.kind == TREX_NODE_GROUP_NOCAPTURE) {
+        if (depth < kMaxDepth) {
+          takeBetter(best, ofSequence(n.left, before, depth + 1));
+        } else {
+          before = everyByte();
+        }
+      } else if (n.kind == TREX_NODE_ALTERNATION) {
+        takeBetter(best, ofAlternation(n, before, depth));
+      } else if (isLiteral(index)) {
+        TrexAnchor anchor{before, ""};
+        for (; index != kNone && isLiteral(index); index = node(index).next)
+          anchor.literal += literal(index);
+        for (const char c : anchor.literal)
+          before.add(static_cast<unsigned char>(c));
+        takeBetter(best, {anchor});
+        continue;
+      } else {
+        addBytes(index, before, depth);
+      }
+      index = n.next;
+    }
+    return best;
+  }
+
+ private:
+  const TrexNode& node(std::int32_t index) const { return e_.nodes[static_cast<std::size_t>(index)]; }
+
+  // A byte, or a class of one item that is a byte.
+  bool isLiteral(std::int32_t index) const {
+    const TrexNode& n = node(index);
+    if (n.kind != TREX_NODE_CLASS) return n.kind < TREX_NODE_REPEAT;
+    return node(n.left).kind < TREX_NODE_REPEAT && node(n.left).next == kNone;
+  }
+  char literal(std::int32_t index) const {
+    const TrexNode& n = node(index);
+    return static_cast<char>(n.kind == TREX_NODE_CLASS ? node(n.left).kind : n.kind);
+  }
+
+  static std::size_t strength(const List& anchors) {
+    std::size_t shortest = anchors.empty() ? 0 : kGoodLiteral;
+    for (const TrexAnchor& anchor : anchors)
+      shortest = std::min(shortest, anchor.literal.size());
+    return shortest;
+  }
+
+  static void takeBetter(List& best, List other) {
+    if (strength(other) > strength(best)) best = std::move(other);
+  }
+
+  List ofAlternation(const TrexNode& alternation, TrexByteSet& before, int depth) const {
+    if (depth >= kMaxDepth) {
+      before = everyByte();
+      return {};
+    }
+    TrexByteSet beforeRight = before;
+    List anchors = ofSequence(alternation.left, before, depth + 1);
+    const List right = ofSequence(alternation.right, beforeRight, depth + 1);
+    before.add(beforeRight);
+    if (anchors.empty() || right.empty() || anchors.size() + right.size() > kMaxAnchors) return {};
+    anchors.insert(anchors.end(), right.begin(), right.end());
+    return anchors;
+  }
+
+  // Adds every byte that a node can consume.
+  void addBytes(std::int32_t index, TrexByteSet& bytes, int depth) const {
+    const TrexNode& n = node(index);
+    switch (n.kind) {
+      case TREX_NODE_BEGIN:
+      case TREX_NODE_END:
+      case TREX_NODE_BOUNDARY:
+        return;
+      case TREX_NODE_REPEAT:
+        return addRepeated(n.left, bytes, depth);
+      case TREX_NODE_ANY:
+        bytes = everyByte();
+        return;
+      case TREX_NODE_CLASS:
+      case TREX_NODE_CLASS_NEGATED:
+      case TREX_NODE_CLASS_ESCAPE:
+        bytes.add(e_.sets[static_cast<std::size_t>(index)]);
+        return;
+      default:
+        bytes.add(static_cast<unsigned char>(n.kind));
+        return;
+    }
+  }
+
+  void addRepeated(std::int32_t index, TrexByteSet& bytes, int depth) const {
+    const std::int32_t kind = node(index).kind;
+    if (kind == TREX_NODE_GROUP || kind == TREX_NODE_GROUP_NOCAPTURE) {
+      if (depth < kMaxDepth) {
+        (void)ofSequence(node(index).left, bytes, depth + 1);
+      } else {
+        bytes = everyByte();
+      }
+    } else {
+      addBytes(index, bytes, depth);
+    }
+  }
+
+  const TrexExpression& e_;
+};
+
+}  // namespace
+
+void trexAnalyse(TrexExpression& expression) {
+  expression.sets.resize(expression.nodes.size());
+  for (std::size_t i = 0; i < expression.nodes.size(); ++i) {
+    const TrexNode& node = expression.nodes[i];
+    if (node.kind == TREX_NODE_CLASS_ESCAPE) expression.sets[i] = letterSet(node.left);
+    if (node.kind == TREX_NODE_CLASS || node.kind == TREX_NODE_CLASS_NEGATED) {
+      expression.sets[i] = classSet(expression.nodes, node);
+    }
+  }
+  const First first = FirstBytes(expression).ofSequence(expression.first, 0);
+  expression.firstBytes = first.canBeEmpty ? everyByte() : first.bytes;
+  TrexByteSet before;
+  expression.anchors = Anchors(expression).ofSequence(expression.first, before, 0);
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <array>
+#include <csetjmp>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "regex/trex.h"
+
+// The compiled form that the compiler (trex_compile.cpp) hands to the matcher (trex_match.cpp).
+
+// A set of bytes, for single-byte tests without a walk over class items.
+class TrexByteSet {
+ public:
+  void add(unsigned char byte) { words_[byte >> 6] |= std::uint64_t{1} << (byte & 63); }
+  void add(const TrexByteSet& other) {
+    for (std::size_t i = 0; i < words_.size(); ++i)
+      words_[i] |= other.words_[i];
+  }
+  void invert() {
+    for (std::uint64_t& word : words_)
+      word = ~word;
+  }
+  bool contains(unsigned char byte) const { return (words_[byte >> 6] >> (byte & 63)) & 1; }
+
+ private:
+  std::array<std::uint64_t, 4> words_{};
+};
+
+// Every match holds `literal`, and before it in the match only bytes of `before`.
+struct TrexAnchor {
+  TrexByteSet before;
+  std::string literal;
+};
+
+struct TrexExpression {
+  // A list of elements whose closing parenthesis has not come yet. `group` is the open group node, `owner` the node
+  // (that group or an alternation) whose operand the list becomes, `tail` the last node of the list so far.
+  struct OpenList {
+    std::int32_t group;
+    std::int32_t owner;
+    std::int32_t tail;
+  };
+
+  struct JumpBuffer {
+    std::jmp_buf place;
+  };
+
+  // The text of the current match, and the pattern while compiling.
+  const char* end = nullptr;
+  const char* begin = nullptr;
+  const char* cursor = nullptr;
+
+  std::int32_t first = 0;  // always node 0: the whole pattern is group 0
+  std::vector<TrexNode> nodes;
+  std::int32_t groups = 0;
+  std::vector<TrexSubMatch> subMatches;  // one per group
+  std::int32_t groupCounter = 0;         // the group that the current attempt records next
+  std::unique_ptr<JumpBuffer> abort = std::make_unique<JumpBuffer>();  // where a compilation that fails goes
+  const char** error = nullptr;
+
+  std::vector<OpenList> open;  // while compiling: nesting is the pattern's, so it lives here and not on our stack
+  std::int32_t depth = 0;      // nested matcher calls, bounded by kMaxMatchDepth
+
+  // What trexAnalyse found out.
+  std::vector<TrexByteSet> sets;    // one per node: what a class or class letter matches
+  TrexByteSet firstBytes;           // the bytes at which an attempt can get anywhere
+  std::vector<TrexAnchor> anchors;  // one of them holds for every match; none if no literals are known
+};
+
+// Whether `byte` is in the class of `letter`, one of "aAcCdDlpPsSuwWxX". The tests are those of <cctype>.
+bool trexClassLetterMatches(char letter, unsigned char byte);
+
+// Finds out what saves work in matching an expression whose nodes are complete.
+void trexAnalyse(TrexExpression& expression);
+
+// The number of anchors that are worth following at a time.
+constexpr std::size_t kMaxAnchors = 4;
+
+// One attempt at `position` of the text [begin, end): the end of the match, or null.
+const char* trexAttempt(TrexExpression& expression, const char* begin, const char* end, const char* position);

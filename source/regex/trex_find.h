@@ -1,0 +1,35 @@
+#pragma once
+
+#include <array>
+
+#include "regex/trex_expression.h"
+
+// Finds the matches of an expression in [begin, end), left to right, each search starting where the match before it
+// ended; *end must be readable. The matches are those of trex_searchrange, but the groups inside them are not kept, so
+// that places where no match can start need not be tried: a match is only tried where, over bytes that may stand before
+// it, one of the expression's literals can be reached.
+//
+// Expression and text must outlive the finder. For expressions that cannot match empty.
+class TrexFinder {
+ public:
+  TrexFinder(TrexExpression& expression, const char* begin, const char* end) : e_(expression), at_(begin), end_(end) {}
+
+  // The next match; false if there is none.
+  bool next(const char*& matchBegin, const char*& matchEnd);
+
+ private:
+  // The next place of an anchor's literal, and from where on it can be reached. Not yet known as long as the place
+  // lies behind us.
+  struct Window {
+    const char* from = nullptr;
+    const char* place = nullptr;
+  };
+
+  const char* nextCandidate(const char* at);
+  void findWindow(const TrexAnchor& anchor, const char* at, Window& window) const;
+
+  TrexExpression& e_;
+  const char* at_;
+  const char* end_;
+  std::array<Window, kMaxAnchors> windows_{};
+};
