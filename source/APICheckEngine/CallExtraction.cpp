@@ -1,0 +1,180 @@
+// Call extraction: the methods that script calls on plug-in objects.
+//
+// FindAPIFunctionName4JS searches for calls on the bound variables, FindAPIFunctionName4JSSpe for calls on a look-up
+// itself. Reads objectVariableList, declareList and the cleaned sources; fills foundCallList, lookupCandidateList and,
+// through the verdict on each call, resultList. Test: tests/APICheckEngine/CallExtraction_test.cpp.
+
+#include <algorithm>
+#include <map>
+
+#include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/Keys.h"
+#include "APICheckEngine/Tables.h"
+#include "regex/Pattern.h"
+
+namespace FlashEngine_1_00 {
+namespace {
+
+using detail::Key;
+using detail::makeKey;
+using detail::splitKey;
+using detail::without;
+using detail::withoutBlanks;
+
+// Helper objects of the platform's script library: a variable near one of these holds that, not a plug-in.
+constexpr std::string_view kCommonObjects[] = {"Common.API.Plugin", "Common.API.Widget", "Common.API.TVKeyValue"};
+constexpr std::size_t kCommonWindow = 50;
+
+// What may stand before a variable; a longer name that ends in it may not.
+const std::string kSeparator = R"([\+\-\_\*\/\%\(\{\[\;\:\,\?\s])";
+// `Execute( "Start"`; not `Execute (`.
+const std::string kExecuteCall = R"(Execute\(\s*["']*[\w\s\_]*["']*)";
+// `getElementById("tv` and `$_('tv`; not `embeds[1]`.
+const std::string kLookedUpId = R"((getElementById|[\$]\s*[\_]*)\s*[(]["'\s]*[\w\_]+)";
+
+// A call on `variable`, with arguments or without: " tv.SetVolume(x, 1)", "(tv.GetModel()"; not "mytv.GetModel()".
+std::string callOn(const std::string& variable) {
+  const std::string call = kSeparator + variable + R"(\s*\.\s*[\w\_]+\s*)";
+  return "(" + call + R"(\([\[\.\]\d"',\s\w\_\(\)/]*\))" + ")|(" + call + R"(\([\s]*\))" + ")";
+}
+
+// A look-up of `id` up to the dot behind it: `("tv").`.
+std::string lookupOf(const std::string& id) {
+  return R"([\(][\s"']*)" + id + R"([\s"']*[\)]\s*\.)";
+}
+
+// A call on a look-up of `id`: `("tv").GetModel(`.
+std::string callOnLookupOf(const std::string& id) {
+  return lookupOf(id) + R"(\s*[\w\d\_]+\s*\()";
+}
+
+bool contains(std::string_view text, std::string_view piece) {
+  return text.find(piece) != std::string_view::npos;
+}
+
+// Whether `name` stands in `text` with the whole name of a common object in the 50 bytes from there on.
+bool holdsCommonObject(const std::string& text, const std::string& name) {
+  for (const std::string_view object : kCommonObjects) {
+    for (std::size_t at = text.find(object); at != std::string::npos; at = text.find(object, at + 1)) {
+      const std::size_t end = at + object.size();
+      if (text.find(name, end - std::min(end, kCommonWindow)) <= at) return true;
+    }
+  }
+  return false;
+}
+
+bool isBuiltIn(const std::string& candidate) {
+  return std::any_of(std::begin(SystemFunctionPool), std::end(SystemFunctionPool),
+                     [&](const char* name) { return contains(candidate, std::string(name) + "("); });
+}
+
+// The element id in an access expression; empty if it looks none up.
+std::string lookedUpId(const std::string& access) {
+  const std::string match(Pattern(kLookedUpId).search(access.c_str()));
+  return match.substr(match.find_last_of("(\"' \t\n\v\f\r") + 1);
+}
+
+std::unique_ptr<SWFStateMentInfo> makeCall(const std::string& path, int line) {
+  auto call = std::make_unique<SWFStateMentInfo>();
+  call->scope = "Src";
+  call->path = path;
+  call->line = line;
+  return call;
+}
+
+// The matches of `id`'s call pattern in each source, searched once for all look-ups of the same element.
+class LookupCandidates {
+ public:
+  const std::vector<std::string>& of(const std::string& id, const std::string& source) {
+    const auto [place, isNew] = known_.try_emplace({&source, id});
+    if (isNew) {
+      const Pattern pattern(callOnLookupOf(id));
+      for (MatchCursor at(pattern, source.c_str()); at.next();)
+        place->second.push_back(at.match());
+    }
+    return place->second;
+  }
+
+ private:
+  std::map<std::pair<const std::string*, std::string>, std::vector<std::string>> known_;
+};
+
+}  // namespace
+
+RunResult APIAnalysis::FindAPIFunctionName4JS() {
+  for (SWFStateMentInfo* binding : objectVariableList) {
+    std::string* text = nullptr;
+    if (binding->scope == "Func") text = &binding->text;
+    if (binding->scope == "Src") text = sourceOf(binding->path, worthfulSourceList);
+    if (text == nullptr) continue;
+    const Key key = splitKey(*binding->expression);
+    if (holdsCommonObject(*text, key.symbol)) continue;
+    // KEPT: a finding does not end this scanner, so one run can record several. Hosts read the whole list.
+    // (test ScriptScannerGoesOnAfterAFinding)
+    (void)findAPIsFromPool(key.classId, key.symbol, text, binding->path);
+  }
+  return RUN_SUCCESS;
+}
+
+RunResult APIAnalysis::findAPIsFromPool(std::string classId, std::string name, std::string* source, std::string path) {
+  const Pattern calls(callOn(withoutBlanks(name)));
+  for (MatchCursor at(calls, source->c_str()); at.next();) {
+    std::string callText = at.match();
+    const std::string extensionCall = contains(callText, "Execute") ? findAPINameForKOBCase(&callText) : std::string();
+    auto call = makeCall(path, foundSymbolLineNumber(&path, &callText));
+    if (!extensionCall.empty()) {
+      call->expression = std::make_unique<std::string>(withoutBlanks(makeKey(classId, extensionCall)));
+    } else if (!contains(callText, ".Open")) {
+      call->expression = std::make_unique<std::string>(withoutBlanks(makeKey(classId, callText)));
+    }
+    const RunResult code = reportCall(std::move(call));
+    if (code != RUN_SUCCESS) return code;
+  }
+  return RUN_SUCCESS;
+}
+
+std::string APIAnalysis::findAPINameForKOBCase(std::string* callText) {
+  std::string name(Pattern(kExecuteCall).search(callText->c_str()));
+  // KEPT: single quotes stay in the name. Databases list such names with them. (test SingleQuotesStayInExtensionNames)
+  for (const char* removed : {"\n", "Execute", " ", "(", "\""})
+    name = without(name, removed);
+  return name;
+}
+
+RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
+  LookupCandidates candidates;
+  for (SWFStateMentInfo* declared : declareList) {
+    const Key key = splitKey(*declared->expression);
+    const std::string id = lookedUpId(key.symbol);
+    const std::string* source = sourceOf(declared->path, worthfulSourceList);
+    if (id.empty() || source == nullptr) continue;
+    const Pattern lookup(lookupOf(id));
+    for (const std::string& candidate : candidates.of(id, *source)) {
+      auto found = makeCall(declared->path, 0);
+      found->expression = std::make_unique<std::string>(candidate);
+      append(lookupCandidateList, std::move(found));
+      if (isBuiltIn(candidate)) continue;
+
+      const std::string callText = candidate.substr(lookup.search(candidate.c_str()).size());
+      std::string dummyCall = withoutBlanks(without("DummyObject." + callText + ")", ")"));
+      auto call = makeCall(declared->path, foundSymbolLineNumber(&declared->path, &declared->access));
+      if (key.classId == kExtensionPlugin || contains(callText, "Execute")) {
+        call->expression = std::make_unique<std::string>(makeKey(key.classId, findAPINameForKOBCase(&dummyCall)));
+      } else if (!contains(callText, ".Open")) {
+        call->expression = std::make_unique<std::string>(makeKey(key.classId, dummyCall));
+      }
+      const RunResult code = reportCall(std::move(call));
+      if (code != RUN_SUCCESS) return code;
+    }
+  }
+  return RUN_SUCCESS;
+}
+
+// Keeps a found call and judges it.
+RunResult APIAnalysis::reportCall(std::unique_ptr<SWFStateMentInfo> call) {
+  SWFStateMentInfo* kept = call.get();
+  append(foundCallList, std::move(call));
+  return DetermineAPISecurity(resultList, kept);
+}
+
+}  // namespace FlashEngine_1_00

@@ -1,0 +1,94 @@
+// The API database: XML in, documented API names out.
+//
+// The file's top-level element APIAnalysisDB holds groups of any name; each Function element in a group is one
+// documented API. Fills whiteAPIList; Init also empties the lists of the last run.
+// Test: tests/APICheckEngine/Database_test.cpp.
+
+// The assertions below hold in every build.
+#undef NDEBUG
+#include <assert.h>
+#include <sys/stat.h>
+#include <tinyxml.h>
+
+#include <new>
+
+#include "APICheckEngine/APIAnalysis.h"
+#include "platform/File.h"
+#include "platform/Log.h"
+#include "platform/Paths.h"
+
+namespace FlashEngine_1_00 {
+namespace {
+
+// Aborts under the engine's own texts, whatever the build calls its files.
+void verify(bool holds, const char* assertion) {
+  if (!holds) __assert_fail(assertion, "APICheckEngine/APIAnalysis", __LINE__, "swfloadWhiteAPIInfo");
+}
+
+// Makes each CR LF and each lone CR of the zero-terminated `dbBuff` (`ftellLen` bytes and the zero) one LF, in place.
+// False if the text grew, which it cannot.
+bool normaliseLineEnds(char* dbBuff, std::size_t ftellLen) {
+  const char* p = dbBuff;
+  char* q = dbBuff;
+  while (*p != '\0') {
+    verify(p < dbBuff + ftellLen, "p < (dbBuff+ftellLen)");
+    verify(q <= dbBuff + ftellLen, "q <= (dbBuff+ftellLen)");
+    verify(q <= p, "q <= p");
+    const bool carriageReturn = *p == '\r';
+    *q++ = carriageReturn ? '\n' : *p;
+    ++p;
+    if (carriageReturn && *p == '\n') ++p;
+  }
+  if (q > dbBuff + ftellLen) return false;
+  *q = '\0';
+  return true;
+}
+
+bool isDirectory(std::FILE* file) {
+  struct stat status {};
+  return fstat(fileno(file), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+void appendFunctions(const TiXmlElement& root, APIAnalysis::Strings& list) {
+  for (const TiXmlNode* group = root.FirstChild(); group != nullptr; group = group->NextSibling()) {
+    for (const TiXmlNode* node = group->FirstChild(); node != nullptr; node = node->NextSibling()) {
+      const TiXmlElement* function = node->ToElement();
+      if (function == nullptr || function->ValueStr() != "Function" || function->GetText() == nullptr) continue;
+      append(list, std::make_unique<std::string>(function->GetText()));
+    }
+  }
+}
+
+}  // namespace
+
+RunResult APIAnalysis::Init() {
+  emptyWorkingLists();
+  const RunResult code = swfloadWhiteAPIInfo(whiteAPIList);
+  if (code != RUN_SUCCESS) TARVO_LOG(" loadDeviceAPIInfo Error [%d] ", static_cast<int>(code));
+  PrintProcessingTime("Init");
+  return code;
+}
+
+RunResult APIAnalysis::swfloadWhiteAPIInfo(Strings& list) {
+  const File file = openFile(enginePaths().database, "r");
+  if (file == nullptr || isDirectory(file.get())) return RUN_DB_LOAD_FAILED;
+  std::fseek(file.get(), 0, SEEK_END);
+  const long length = std::ftell(file.get());
+  if (length < 1) return RUN_SUCCESS;  // an empty database documents nothing
+  const auto ftellLen = static_cast<std::size_t>(length);
+  const std::unique_ptr<char[]> dbBuff(new (std::nothrow) char[ftellLen + 1]);
+  if (dbBuff == nullptr) return RUN_DB_LOAD_FAILED;
+  std::rewind(file.get());
+  if (std::fread(dbBuff.get(), 1, ftellLen, file.get()) != ftellLen) return RUN_DB_LOAD_FAILED;
+  dbBuff[ftellLen] = '\0';
+  if (!normaliseLineEnds(dbBuff.get(), ftellLen)) return RUN_DB_LOAD_FAILED;
+
+  TiXmlDocument document;
+  document.Parse(dbBuff.get(), nullptr, TIXML_DEFAULT_ENCODING);  // of a damaged file, the tree that came of it counts
+  const TiXmlElement* root = document.FirstChildElement("APIAnalysisDB");
+  if (root == nullptr) return RUN_DB_NO_ROOT;
+  appendFunctions(*root, list);
+  return RUN_SUCCESS;
+}
+
+}  // namespace FlashEngine_1_00

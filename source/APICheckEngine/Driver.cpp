@@ -1,0 +1,121 @@
+// The driver: one run over one application.
+//
+// Reads and fills no list of its own; it orders the stages, removes what was extracted and publishes resultList.
+// Test: tests/APICheckEngine/Driver_test.cpp.
+
+#include "APICheckEngine/APIAnalysis.h"
+#include "platform/File.h"
+#include "platform/Log.h"
+#include "platform/Paths.h"
+#include "platform/RemoveTree.h"
+#include "tarvo/api_check_engine.h"
+
+namespace FlashEngine_1_00 {
+
+RunResult APIAnalysis::StartAnalysis(std::vector<std::string>* files) {
+  std::vector<std::string> workingList = *files;
+  addFilePathbyUnzipping(workingList);
+  for (const std::string& path : extractedFileList) {
+    TARVO_LOG(" additionally added path : [%s]", path.c_str());
+    workingList.push_back(path);
+  }
+
+  const RunResult code = runStages(workingList);
+
+  removeExtracted();
+  const std::vector<std::string> lines = writeResultFile();
+  *g_SWFResultVector = lines;
+  if (code != RUN_SUCCESS) {
+    TARVO_LOG("[%d][%s] returnCode [%d] ", static_cast<int>(lines.size()), __func__, static_cast<int>(code));
+  }
+  return code;
+}
+
+// The stages of StartAnalysis, under whose name they log; the first code other than RUN_SUCCESS ends them.
+RunResult APIAnalysis::runStages(std::vector<std::string>& workingList) {
+  static constexpr const char* kDriver = "StartAnalysis";
+  RunResult code = Init();
+  if (code != RUN_SUCCESS) {
+    TARVO_LOG_AS(kDriver, "[%s] Init-returnCode [%d] ", kDriver, static_cast<int>(code));
+    return code;
+  }
+  code = Prepare(&workingList);
+  if (code != RUN_SUCCESS) {
+    TARVO_LOG_AS(kDriver, "[%s] Prepare-returnCode [%d] ", kDriver, static_cast<int>(code));
+    return code;
+  }
+  code = StartRun(&workingList);
+  if (code != RUN_SUCCESS) {
+    TARVO_LOG_AS(kDriver, "[%s] StartRun-returnCode [%d] ", kDriver, static_cast<int>(code));
+    return code;
+  }
+  return Finish(resultList);
+}
+
+void APIAnalysis::removeExtracted() {
+  // The extracted files go with their directories: removed by their paths, a link planted in a directory would lead to
+  // files that are not ours.
+  for (const std::string& directory : extractedDirList)
+    removeTree(directory);
+}
+
+std::vector<std::string> APIAnalysis::writeResultFile() {
+  static constexpr const char* kDriver = "StartAnalysis";
+  std::vector<std::string> lines;
+  for (const std::string* line : resultList)
+    lines.push_back(*line);
+  const std::string& path = enginePaths().resultFile;
+  TARVO_LOG_AS(kDriver, " outPutFileFullPath [%s]", path.c_str());
+  if (const File file = openFile(path, "w")) {
+    for (const std::string& line : lines)
+      std::fwrite(line.data(), 1, line.size(), file.get());
+  } else {
+    TARVO_LOG_AS(kDriver, " file[%s] Open Error ", path.c_str());
+  }
+  return lines;
+}
+
+RunResult APIAnalysis::Prepare(std::vector<std::string>* files) {
+  const RunResult code = FirstScanSource(files);
+  PrintProcessingTime("Prepare");
+  return code;
+}
+
+RunResult APIAnalysis::StartRun(std::vector<std::string>* files) {
+  return APIAnalysisFromSWFMain(files);
+}
+
+RunResult APIAnalysis::APIAnalysisFromSWFMain(std::vector<std::string>* files) {
+  PrintProcessingTime("GetDeviceAPIsFromSWFMain");
+  RunResult code = FindObjectTagToken();
+  PrintProcessingTime("AfterFindObjectTagToken");
+  if (code != RUN_SUCCESS) return code;
+  (void)FindObjectID();
+  code = FindDeclareListValidation();
+  if (code != RUN_SUCCESS) return code;
+  code = FindObjectVariable();
+  if (code != RUN_SUCCESS) return code;
+  code = FindAPIFunctionName4JS();
+  if (code != RUN_SUCCESS) return code;
+  code = FindAPIFunctionName4JSSpe();
+  if (code != RUN_SUCCESS) return code;
+  PrintProcessingTime("AfterFindAPIFunctionName4JS");
+
+  for (const std::string& path : *files) {
+    const std::string extension = stringUtil_.findFileExtention(path);
+    if (extension != "SWF" && extension != "swf") continue;
+    code = analyseFlashFile(path);  // only the last file's code counts; findings of earlier ones are published as well
+  }
+  PrintProcessingTime("Finished");
+  return code;
+}
+
+RunResult APIAnalysis::analyseFlashFile(const std::string& path) {
+  std::vector<std::string> lines;
+  std::vector<std::string> statements;
+  (void)deAssembler_.SWFDeAssemblerMain(path, lines);  // a file that cannot be read yields fewer lines, or none
+  const auto code = static_cast<RunResult>(deCompiler_.SWFDeCompilerMain(lines, statements));
+  return code == RUN_SUCCESS ? FindAPIFunctionName4SWF(statements, path) : code;
+}
+
+}  // namespace FlashEngine_1_00

@@ -1,0 +1,177 @@
+// Object discovery: the plug-in elements of the application, and the names under which script reaches them.
+//
+// An element's text names the plug-in, its id is the first symbol; where a call passes that id as an argument, the
+// called function's parameter is a further symbol. Reads worthfulSourceList and functionBlockList; fills objectTagList,
+// objectClassList and objectIdList. Test: tests/APICheckEngine/ObjectDiscovery_test.cpp.
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/Keys.h"
+#include "APICheckEngine/Tables.h"
+#include "platform/Log.h"
+#include "regex/Pattern.h"
+
+namespace FlashEngine_1_00 {
+namespace {
+
+using detail::makeKey;
+using detail::splitKey;
+using detail::without;
+using detail::withoutBlanks;
+
+constexpr const char* kExtensionsWithTags[] = {"html", "HTML", "htm", "HTM", "css", "CSS", "js", "JS", "xml", "XML"};
+constexpr const char* kNoId = "_NO_CLASSID_FOUND_";
+
+// "<object id='tv'>", "< n; }\n if (m >".
+const std::string kTag = "<.*>";
+// "<OBJECT"; not "< object".
+const std::string kObjectStart = "<[Oo][Bb][Jj][Ee][Cc][Tt]";
+// "</object>"; not "object >".
+const std::string kObjectEnd = "[Oo][Bb][Jj][Ee][Cc][Tt]>";
+// `id="tv"`, `pid = "a b"`; not `classid="clsid:X"`.
+const std::string kDoubleQuotedId = R"(id\s*=\s*"[\w\s\_]*")";
+// `id='tv'`; not `id='tv-1'`.
+const std::string kSingleQuotedId = R"(id\s*=\s*'[\w\s\_]*')";
+
+// A call with `symbol` among its arguments: "init ( 'tv', 3)"; not "init(a + tv)".
+std::string callWithArgument(const std::string& symbol) {
+  return R"([\w\d\_]+\s*\(\s*[\d\w\_"'\s,\.]*)" + symbol + R"(\s*[\d\w\_"'\s,\.]*\)\s*)";
+}
+
+std::unique_ptr<SWFStateMentInfo> makeRecord(const std::string& expression, const std::string& scope,
+                                             const std::string& path) {
+  auto record = std::make_unique<SWFStateMentInfo>();
+  record->expression = std::make_unique<std::string>(expression);
+  record->scope = scope;
+  record->path = path;
+  return record;
+}
+
+// The headers of `functions` as "init(a,b)", by the name before the parenthesis, each once.
+using HeadersByName = std::unordered_map<std::string, std::vector<std::string>>;
+
+HeadersByName indexHeaders(const std::vector<FlashFunctionInfo*>& functions) {
+  HeadersByName index;
+  std::unordered_set<std::string> known;
+  for (const FlashFunctionInfo* function : functions) {
+    const std::string header = without(without(withoutBlanks(function->header), "function"), ":");
+    if (known.insert(header).second) index[header.substr(0, header.find('('))].push_back(header);
+  }
+  return index;
+}
+
+}  // namespace
+
+RunResult APIAnalysis::FindObjectTagToken() {
+  for (std::size_t i = 0; i < worthfulSourceList.size(); ++i) {
+    const std::string& extension = *worthfulExtList[i];
+    const bool hasTags = std::any_of(std::begin(kExtensionsWithTags), std::end(kExtensionsWithTags),
+                                     [&](const char* known) { return extension == known; });
+    if (hasTags) (void)FindObjectTags(worthfulSourceList[i], worthfulPathList[i]);
+  }
+  return RUN_SUCCESS;
+}
+
+bool APIAnalysis::FindObjectTags(std::string* text, std::string* path) {
+  const Pattern tags(kTag);
+  bool complete = false;
+  bool inside = false;
+  std::string element;
+  for (MatchCursor at(tags, text->c_str()); at.next();) {
+    std::string tag = at.match();
+    bool hasStart = false;
+    bool hasEnd = false;
+    (void)ObjectStartIDChecker(hasStart, hasEnd, &tag);
+    if (!hasStart && !inside) continue;
+    if (hasStart && hasEnd) {
+      element = tag;
+    } else {
+      element += tag;
+    }
+    inside = true;
+    if (!hasEnd) continue;
+
+    complete = true;
+    for (const std::string classId : pluginClassIdTable) {
+      if (element.find(classId) == std::string::npos) continue;
+      const std::string known = withoutBlanks(classId);
+      append(objectTagList, makeRecord(makeKey(known, withoutBlanks(element)), "Global", *path));
+      append(objectClassList, makeRecord(known, "Global", *path));
+      break;
+    }
+    element.clear();
+    inside = false;
+  }
+  return complete;
+}
+
+RunResult APIAnalysis::ObjectStartIDChecker(bool& hasStart, bool& hasEnd, std::string* text) {
+  hasStart = Pattern(kObjectStart).matchesIn(text->c_str());
+  hasEnd = Pattern(kObjectEnd).matchesIn(text->c_str());
+  return RUN_SUCCESS;
+}
+
+std::string APIAnalysis::parseObjectID(std::string element) {
+  std::vector<std::string> matches;
+  for (const std::string& attribute : {kDoubleQuotedId, kSingleQuotedId}) {
+    const Pattern pattern(attribute);
+    for (MatchCursor at(pattern, element.c_str()); at.next();)
+      matches.push_back(at.match());
+  }
+  if (matches.size() != 1) return kNoId;
+  const std::size_t first = matches[0].find_first_of("\"'");
+  return matches[0].substr(first + 1, matches[0].find_last_of("\"'") - first - 1);
+}
+
+RunResult APIAnalysis::FindObjectID() {
+  const HeadersByName headers = indexHeaders(functionBlockList);
+  std::unordered_set<std::string> known;
+  for (const SWFStateMentInfo* record : objectIdList)
+    known.insert(*record->expression);
+  std::unordered_set<std::string> searched;
+  for (const SWFStateMentInfo* object : objectTagList) {
+    const std::string symbol = withoutBlanks(parseObjectID(*object->expression));
+    const bool hasClass = detail::split(*object->expression, "#").size() >= 2;
+    const std::string classId = hasClass ? splitKey(*object->expression).classId : kNoId;
+    const std::string key = makeKey(classId, symbol);
+    if (known.insert(key).second) append(objectIdList, makeRecord(key, "Global", object->path));
+    if (!searched.insert(key).second) continue;  // the same symbol has the same aliases
+
+    const Pattern calls(callWithArgument(symbol));
+    for (std::size_t j = 0; j < worthfulSourceList.size(); ++j) {
+      for (MatchCursor at(calls, worthfulSourceList[j]->c_str()); at.next();) {
+        std::string function;
+        const int position = funcParameterParsing(at.match(), symbol, function);
+        const auto defined = headers.find(function);
+        if (function.find("getElementById") != std::string::npos || defined == headers.end()) continue;
+        for (const std::string& header : defined->second) {
+          const std::string alias = getParamterByPosition(header, position);
+          if (!known.insert(makeKey(classId, alias)).second) continue;
+          TARVO_LOG("[%s] VariationSymbol [%s]\t", __func__, alias.c_str());
+          // KEPT: an alias has no scope, unlike every other record. (test AliasHasNoScope)
+          append(objectIdList, makeRecord(makeKey(classId, alias), "", *worthfulPathList[j]));
+        }
+      }
+    }
+  }
+  return RUN_SUCCESS;
+}
+
+int APIAnalysis::parseEmbedsTagIndex(std::string* text) {
+  const std::size_t open = text->find('[');
+  std::string digits = text->substr(0, 1);
+  if (open != std::string::npos) {
+    const std::size_t close = text->rfind(']');
+    digits = close == std::string::npos || close < open ? std::string() : text->substr(open + 1, close - open - 1);
+  }
+  const long long number = std::strtoll(digits.c_str(), nullptr, 10);  // clamps at 64 bits
+  return static_cast<int>(
+      std::clamp<long long>(number, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+}
+
+}  // namespace FlashEngine_1_00

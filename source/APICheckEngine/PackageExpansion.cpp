@@ -1,0 +1,121 @@
+// Package expansion: zip packages in the file list become numbered directories of files.
+//
+// A package is known by its first bytes, never by its name. Packages inside packages are expanded too, each right after
+// the files of the package around it are known. Fills extractedFileList and extractedDirList.
+// Test: tests/APICheckEngine/PackageExpansion_test.cpp.
+
+#include <dirent.h>
+#include <sys/stat.h>
+
+#include <array>
+#include <cstring>
+
+#include "APICheckEngine/APIAnalysis.h"
+#include "platform/File.h"
+#include "platform/Limits.h"
+#include "platform/Log.h"
+#include "platform/Paths.h"
+#include "unzip/unzip_job.h"
+
+namespace FlashEngine_1_00 {
+namespace {
+
+using Head = std::array<char, 8>;
+
+// ZIP APPNOTE: local header, end of the central directory, spanning marker, and three makers' own.
+bool isPackage(const Head& head) {
+  static constexpr const char* kSignatures[] = {"PK\x03\x04", "PK\x05\x06", "PK\x07\x08", "PKLI", "PKSp", "PKnZ"};
+  for (const char* signature : kSignatures) {
+    if (std::memcmp(head.data(), signature, 4) == 0) return true;
+  }
+  return false;
+}
+
+// Expands `package` into the existing `directory`; what cannot be extracted is missing there.
+void extract(const std::string& package, const std::string& directory) {
+  std::array<std::string, 6> words{"uzip", "-x", package, "-o", "-d", directory};
+  std::array<char*, 6> arguments{};
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    words[i].resize(std::min(words[i].size(), kMaxJobArgument));
+    arguments[i] = words[i].data();
+  }
+  (void)do_UnzipJob(static_cast<int>(arguments.size()), arguments.data());
+}
+
+struct DirectoryCloser {
+  void operator()(DIR* directory) const { closedir(directory); }
+};
+
+// The files of one directory, on their way through the list.
+struct Batch {
+  std::vector<std::string> files;
+  std::size_t next;
+};
+
+}  // namespace
+
+void APIAnalysis::addFilePathbyUnzipping(std::vector<std::string> files) {
+  // A stack of our own: how deep packages are nested is up to whoever made them.
+  std::vector<Batch> open;
+  open.push_back({std::move(files), 0});
+  TARVO_LOG(" \n [%s] [%d]", __func__, static_cast<int>(open.back().files.size()));
+  while (!open.empty()) {
+    Batch& batch = open.back();
+    if (batch.next == batch.files.size()) {
+      open.pop_back();
+      continue;
+    }
+    const std::string path = batch.files[batch.next++];
+    std::vector<std::string> found;
+    if (!expandPackage(path, found)) continue;
+    TARVO_LOG(" \n [%s] [%d]", __func__, static_cast<int>(found.size()));
+    open.push_back({std::move(found), 0});
+  }
+}
+
+// Expands `path` if it is a package, and appends its files to `found`. False if it is none.
+bool APIAnalysis::expandPackage(const std::string& path, std::vector<std::string>& found) {
+  static constexpr const char* kStage = "addFilePathbyUnzipping";
+  File file = openFile(path, "rb");
+  if (file == nullptr) {
+    TARVO_LOG_AS(kStage, " [%s] Open Error ", path.c_str());
+    return false;
+  }
+  if (path.find(".fla") != std::string::npos) return false;
+  Head head{};
+  std::fseek(file.get(), 0, SEEK_END);
+  const long size = std::ftell(file.get());
+  std::rewind(file.get());
+  (void)std::fread(head.data(), 1, head.size(), file.get());
+  if (!isPackage(head)) return false;
+  file.reset();
+
+  TARVO_LOG_AS(kStage, " zip file found [%s]/ Size [%d]", path.c_str(), static_cast<int>(size));
+  const std::string directory = enginePaths().extractionRoot + "/" + std::to_string(extractionCounter_++);
+  (void)mkdir(directory.c_str(), 0755);
+  extract(path, directory);
+  extractedDirList.push_back(directory);
+  FindAppsFilesLocation(directory, found);
+  extractedFileList.insert(extractedFileList.end(), found.begin(), found.end());
+  return true;
+}
+
+// Packages nest directories at most 127 deep: their entries' names have 255 bytes. Links they cannot make.
+void APIAnalysis::FindAppsFilesLocation(std::string dir, std::vector<std::string>& found) {
+  const std::unique_ptr<DIR, DirectoryCloser> directory(opendir(dir.c_str()));
+  if (directory == nullptr) return;
+  while (const dirent* entry = readdir(directory.get())) {
+    const std::string name = entry->d_name;
+    if (name == "." || name == "..") continue;
+    const std::string path = dir + "/" + name;
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) continue;
+    if (S_ISDIR(status.st_mode)) {
+      FindAppsFilesLocation(path, found);
+    } else {
+      found.push_back(path);
+    }
+  }
+}
+
+}  // namespace FlashEngine_1_00

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// The first pass over one cleaned source: the pieces of text worth looking at, and the functions it defines.
+
+namespace FlashEngine_1_00::detail {
+
+// A piece of a source around a "$(" , "$_" or "document", and how many of these made the same piece.
+struct Excerpt {
+  std::string text;
+  int hits;
+};
+
+// The excerpts of `source` (zero-terminated, no zero byte inside), in order. An excerpt reaches from the blank before
+// its hit to the blank after the next 430 bytes; where a variable is assigned at that first blank, it starts at the
+// variable.
+std::vector<Excerpt> findExcerpts(std::string_view source);
+
+struct ScriptFunction {
+  std::string_view header;  // "function init(a, b)" or "init : function (a)"
+  std::string_view body;    // from the end of the header through the brace that closes the function
+};
+
+// The functions that `source` (zero-terminated, no zero byte inside) defines, as views into it: once for every block
+// around a "function" keyword that they stand in, so that a function inside another is found again in the outer one's
+// block; kMaxEqualRecords times at most.
+std::vector<ScriptFunction> findFunctions(std::string_view source);
+
+}  // namespace FlashEngine_1_00::detail

@@ -1,0 +1,78 @@
+// Verdicts: is a called method documented?
+//
+// Reads whiteAPIList and the calls that the scanners found; fills resultList.
+// Test: tests/APICheckEngine/Verdicts_test.cpp.
+
+#include "APICheckEngine/Verdicts.h"
+
+#include <algorithm>
+
+#include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/Keys.h"
+#include "regex/Pattern.h"
+
+namespace FlashEngine_1_00 {
+namespace {
+
+// "tv.GetModel (1)"; not "GetModel(1)", which has no dot.
+const std::string kMethodCall = R"([\.]\s*[\w\d\_]+\s*\()";
+
+constexpr std::size_t kHiddenComponents = 4;  // tmp, the package's number, and two more
+
+}  // namespace
+
+namespace detail {
+
+std::string methodName(const std::string& callText) {
+  const std::string_view match = Pattern(kMethodCall).search(callText.c_str());
+  std::string name = match.data() == nullptr ? callText : std::string(match);
+  for (const char* removed : {".", " ", "("})
+    name = without(name, removed);
+  return name;
+}
+
+std::string findingLine(const std::string& path, int line, const std::string& method) {
+  const std::vector<std::string> components = split(path, "/");
+  std::string shown = "../";
+  for (std::size_t i = kHiddenComponents; i < components.size(); ++i) {
+    if (i > kHiddenComponents) shown += '/';
+    shown += components[i];
+  }
+  return shown + "(" + std::to_string(line) + ") : UndocumentedAPI '" + method + "' used\n";
+}
+
+std::string callTextOf(const SWFStateMentInfo& call) {
+  return call.expression == nullptr ? std::string() : splitKey(*call.expression).symbol;
+}
+
+}  // namespace detail
+
+RunResult APIAnalysis::DetermineAPISecurity(Strings& results, SWFStateMentInfo* call) {
+  const std::string callText = detail::callTextOf(*call);
+  if (callText.empty()) return RUN_SUCCESS;
+  const std::string method = detail::methodName(callText);
+  bool undocumented = false;
+  (void)undocumentAPICheckerMain(whiteAPIList, method, undocumented);
+  if (!undocumented) return RUN_SUCCESS;
+
+  auto line = std::make_unique<std::string>(detail::findingLine(call->path, call->line, method));
+  const bool known = std::any_of(results.begin(), results.end(), [&](const std::string* r) { return *r == *line; });
+  if (!known) append(results, std::move(line));
+  return RUN_UNDOCUMENTED_API;
+}
+
+RunResult APIAnalysis::undocumentAPICheckerMain(Strings whiteList, std::string apiName, bool& undocumented) {
+  undocumented = std::none_of(whiteList.begin(), whiteList.end(),
+                              [&](const std::string* documented) { return *documented == apiName; });
+  return RUN_SUCCESS;
+}
+
+RunResult APIAnalysis::Finish(Strings& results) {
+  for (SWFStateMentInfo* call : foundCallList) {
+    const RunResult code = DetermineAPISecurity(results, call);
+    if (code != RUN_SUCCESS) return code;
+  }
+  return RUN_SUCCESS;
+}
+
+}  // namespace FlashEngine_1_00
