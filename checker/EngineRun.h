@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdarg>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "APICheckEngine/APIAnalysis.h"
+#include "checker/PrivateDirectory.h"
+
+struct LogLine {
+  std::string function;
+  std::string text;
+};
+
+// One application's run of the engine, with everything the engine knows afterwards.
+//
+// The engine expands packages and writes its result file in a private directory that lives as long as this object. One
+// run at a time; the working directory of the process is restored after it.
+class EngineRun {
+ public:
+  // `application` is a package, a directory (its files, recursively, sorted) or a single file; `database` an API
+  // database. Relative paths count from the current directory. Throws std::runtime_error with a message for the user if
+  // the application cannot be read.
+  EngineRun(const std::string& database, const std::string& application);
+
+  RunResult code() const { return code_; }
+  const FlashEngine_1_00::APIAnalysis& engine() const { return *engine_; }
+  const std::vector<LogLine>& log() const { return log_; }
+
+  // What the engine could not look at, one text for the user each.
+  const std::vector<std::string>& notChecked() const { return notChecked_; }
+
+  // The user's name for a path of the engine: as given for the application's own files, "app.wgt!/www/js/main.js" for
+  // one inside a package.
+  std::string shown(const std::string& enginePath) const;
+
+  // `text` with the private directory replaced by the device's /tmp, so that it reads as on the device.
+  std::string asOnDevice(std::string text) const;
+
+  // For the engine's log function: takes one line of the current run.
+  void takeLog(const char* function, const char* format, va_list arguments);
+
+ private:
+  void addInput(const std::string& path, const std::string& shownAs);
+  void addInputs(const std::string& application);
+  void run();
+  void miss(const std::string& what, const std::string& why);
+  void noteUnreadPackages();
+  void noteMissedFiles();
+
+  PrivateDirectory directory_;
+  std::vector<LogLine> log_;
+  std::vector<std::string> notChecked_;
+  std::vector<std::string> inputs_;             // as the engine gets them
+  std::map<std::string, std::string> shownAs_;  // those, and the extraction directories, by the engine's path
+  std::vector<std::string> packages_;           // extraction directories, in the order of their numbers
+  std::optional<FlashEngine_1_00::APIAnalysis> engine_;
+  RunResult code_ = RUN_SUCCESS;
+};

@@ -1,0 +1,97 @@
+// Test: tests/checker/Checker_test.cpp.
+
+#include "checker/Explain.h"
+
+#include <nlohmann/json.hpp>
+
+#include "checker/Report.h"
+
+using FlashEngine_1_00::APIAnalysis;
+using FlashEngine_1_00::FlashFunctionInfo;
+using FlashEngine_1_00::SWFStateMentInfo;
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+class Explainer {
+ public:
+  explicit Explainer(const EngineRun& run) : run_(run) {}
+
+  // Each byte as the code point of its value, in UTF-8.
+  Json operator()(const std::string& bytes) const {
+    std::string text;
+    for (const char c : run_.asOnDevice(bytes)) {
+      const auto byte = static_cast<unsigned char>(c);
+      if (byte < 0x80) {
+        text += c;
+      } else {
+        text += static_cast<char>(0xC0 | byte >> 6);
+        text += static_cast<char>(0x80 | (byte & 0x3F));
+      }
+    }
+    return text;
+  }
+
+  Json operator()(const std::string* text) const { return (*this)(*text); }
+
+  Json operator()(const SWFStateMentInfo* record) const {
+    const Json expression = record->expression == nullptr ? Json(nullptr) : (*this)(*record->expression);
+    return {{"expression", expression},      {"scope", (*this)(record->scope)},   {"text", (*this)(record->text)},
+            {"path", (*this)(record->path)}, {"access", (*this)(record->access)}, {"line", record->line}};
+  }
+
+  Json operator()(const FlashFunctionInfo* function) const {
+    return {{"header", (*this)(function->header)},
+            {"body", (*this)(std::string(function->body))},
+            {"path", (*this)(function->path)}};
+  }
+
+  Json operator()(const LogLine& line) const {
+    return {{"function", (*this)(line.function)}, {"text", (*this)(line.text)}};
+  }
+
+  template <typename T>
+  Json operator()(const std::vector<T>& list) const {
+    Json items = Json::array();
+    for (const T& item : list)
+      items.push_back((*this)(item));
+    return items;
+  }
+
+ private:
+  const EngineRun& run_;
+};
+
+}  // namespace
+
+std::string explain(const EngineRun& run) {
+  const Explainer json(run);
+  const APIAnalysis& engine = run.engine();
+  std::vector<std::string> findings;
+  for (const Finding& finding : findingsOf(run))
+    findings.push_back(finding.engineLine);
+  return Json{{"code", run.code()},
+              {"findings", json(findings)},
+              {"log", json(run.log())},
+              {"whiteAPIList", json(engine.whiteAPIList)},
+              {"resultList", json(findings)},
+              {"worthfulExtList", json(engine.worthfulExtList)},
+              {"worthfulPathList", json(engine.worthfulPathList)},
+              {"worthfulSourceList", json(engine.worthfulSourceList)},
+              {"cleanedSourceList", json(engine.cleanedSourceList)},
+              {"objectTagList", json(engine.objectTagList)},
+              {"objectClassList", json(engine.objectClassList)},
+              {"objectIdList", json(engine.objectIdList)},
+              {"declareList", json(engine.declareList)},
+              {"embedsDeclareList", json(engine.embedsDeclareList)},
+              {"objectVariableList", json(engine.objectVariableList)},
+              {"foundCallList", json(engine.foundCallList)},
+              {"flashCallList", json(engine.flashCallList)},
+              {"lookupCandidateList", json(engine.lookupCandidateList)},
+              {"objectAccessList", json(engine.objectAccessList)},
+              {"embedsAccessList", json(engine.embedsAccessList)},
+              {"functionBlockList", json(engine.functionBlockList)},
+              {"extractedFileList", json(engine.extractedFileList)},
+              {"extractedDirList", json(engine.extractedDirList)}}
+      .dump(2);
+}
