@@ -1,0 +1,70 @@
+#include <sys/stat.h>
+
+#include <filesystem>
+
+#include "support/EngineFixture.h"
+
+namespace {
+
+class Database : public EngineTest {
+ protected:
+  Texts documented() {
+    Texts names;
+    for (const std::string* name : engine().whiteAPIList)
+      names.push_back(*name);
+    return names;
+  }
+};
+
+TEST_F(Database, ReadsFunctionsInGroupsAndNothingElse) {
+  struct Row {
+    const char* xml;
+    RunResult code;
+    Texts names;
+  } rows[] = {
+      {"", RUN_SUCCESS, {}},
+      {"<APIAnalysisDB><g><Function>A</Function><Function>B</Function><Function>A</Function></g></APIAnalysisDB>",
+       RUN_SUCCESS,
+       {"A", "B", "A"}},
+      {"<?xml version='1.0'?>\r\n<APIAnalysisDB>\r<g>\r\n<Function>A\r\nB</Function>\r</g></APIAnalysisDB>",
+       RUN_SUCCESS,
+       {"A B"}},  // the parser folds white space
+      {"<APIAnalysisDB><Function>NoGroup</Function><Function><Function>In</Function></Function></APIAnalysisDB>",
+       RUN_SUCCESS,
+       {"In"}},
+      {"<APIAnalysisDB><g><h><Function>Deep</Function></h><function>Case</function><Function a='x'/>"
+       "<!--Function-->Function<Function><b/>Late</Function><Function>&lt;&amp;</Function></g></APIAnalysisDB>",
+       RUN_SUCCESS,
+       {"<&"}},
+      {"<!--APIAnalysisDB--><x/><APIAnalysisDB><g><Function>1st</Function></g></APIAnalysisDB>"
+       "<APIAnalysisDB><g><Function>2nd</Function></g></APIAnalysisDB>",
+       RUN_SUCCESS,
+       {"1st"}},
+      {"<APIAnalysisDB><g><Function>A</Function><Function>Cut", RUN_SUCCESS, {"A", "Cut"}},
+      {"<apianalysisdb><g><Function>A</Function></g></apianalysisdb>", RUN_DB_NO_ROOT, {}},
+      {"<x><APIAnalysisDB/></x>", RUN_DB_NO_ROOT, {}},
+      {"not xml", RUN_DB_NO_ROOT, {}},
+      {"\r", RUN_DB_NO_ROOT, {}},
+  };
+  for (const Row& row : rows) {
+    setDatabaseText(row.xml);
+    EXPECT_EQ(engine().Init(), row.code) << row.xml;
+    EXPECT_EQ(documented(), row.names) << row.xml;
+  }
+}
+
+TEST_F(Database, OneThatCannotBeReadIsAFailureAndLogged) {
+  std::filesystem::remove(directory() + "/database.xml");
+  EXPECT_EQ(engine().Init(), RUN_DB_LOAD_FAILED);
+  mkdir((directory() + "/database.xml").c_str(), 0755);
+  EXPECT_EQ(engine().Init(), RUN_DB_LOAD_FAILED);
+  std::filesystem::remove(directory() + "/database.xml");
+  setDatabaseText("<x/>");
+  EXPECT_EQ(engine().Init(), RUN_DB_NO_ROOT);
+  EXPECT_EQ(log("loadDeviceAPIInfo"),
+            (Texts{"Init:  loadDeviceAPIInfo Error [1010] ", "Init:  loadDeviceAPIInfo Error [1010] ",
+                   "Init:  loadDeviceAPIInfo Error [1012] "}));
+  EXPECT_EQ(log("Time [Init]").size(), 3U);
+}
+
+}  // namespace

@@ -1,0 +1,91 @@
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "support/EngineFixture.h"
+#include "tarvo/api_check_engine.h"
+
+namespace {
+
+class Driver : public EngineTest {};
+
+const char* const kPage = "<object id='tv' classid='MORVANE-NAVERTIX-TUNER'></object>";
+
+TEST_F(Driver, LogsEveryStageOfACompleteRun) {
+  addHtml(kPage);
+  const std::string package = addZip("app.wgt", {{"www/js/main.js", "var a = 1;"}});
+  clearLog();
+  EXPECT_EQ(run(), RUN_SUCCESS);
+  const std::string size = std::to_string(std::filesystem::file_size(package));
+  EXPECT_EQ(log(), (Texts{
+                       "addFilePathbyUnzipping:  \n [addFilePathbyUnzipping] [2]",
+                       "addFilePathbyUnzipping:  zip file found [" + package + "]/ Size [" + size + "]",
+                       "addFilePathbyUnzipping:  \n [addFilePathbyUnzipping] [1]",
+                       "StartAnalysis:  additionally added path : [" + directory() + "/0/www/js/main.js]",
+                       "PrintProcessingTime: Time [Init]",
+                       "FirstScanSource:  WorthFul File [2] EA",
+                       "PrintProcessingTime: Time [FirstScanSource]",
+                       "PrintProcessingTime: Time [Prepare]",
+                       "PrintProcessingTime: Time [GetDeviceAPIsFromSWFMain]",
+                       "PrintProcessingTime: Time [AfterFindObjectTagToken]",
+                       "PrintProcessingTime: Time [AfterFindAPIFunctionName4JS]",
+                       "PrintProcessingTime: Time [Finished]",
+                       "StartAnalysis:  outPutFileFullPath [" + directory() + "/AnalysisResult]",
+                   }));
+  expectFindings({});
+}
+
+TEST_F(Driver, AnEmptyListEmptiesTheResultsOfAnEarlierRun) {
+  g_SWFResultVector->push_back("old");
+  writeFile(directory() + "/AnalysisResult", "old");
+  EXPECT_EQ(run(), RUN_SUCCESS);
+  expectFindings({});
+}
+
+TEST_F(Driver, PublishesTheFindingThatStoppedTheRun) {
+  addHtml(kPage);
+  addScript("function f() {\n var tv = document.getElementById('tv');\n tv.GetSerial(); }");
+  EXPECT_EQ(run(), RUN_UNDOCUMENTED_API);
+  expectFindings({"../main.js(3) : UndocumentedAPI 'GetSerial' used\n"});
+  EXPECT_EQ(log("returnCode"), (Texts{"StartAnalysis: [1][StartAnalysis] returnCode [1001] "}));
+}
+
+TEST_F(Driver, AFailedStageIsLoggedAndStillCleansUpAndPublishes) {
+  std::filesystem::remove(directory() + "/database.xml");
+  addZip("app.wgt", {{"a.js", "x"}});
+  writeFile(directory() + "/AnalysisResult", "old");
+  EXPECT_EQ(run(), RUN_DB_LOAD_FAILED);
+  expectFindings({});
+  EXPECT_FALSE(std::filesystem::exists(directory() + "/0"));
+  EXPECT_EQ(log("1010"),
+            (Texts{"Init:  loadDeviceAPIInfo Error [1010] ", "StartAnalysis: [StartAnalysis] Init-returnCode [1010] ",
+                   "StartAnalysis: [0][StartAnalysis] returnCode [1010] "}));
+}
+
+TEST_F(Driver, AResultFileThatCannotBeWrittenChangesNoCode) {
+  mkdir((directory() + "/AnalysisResult").c_str(), 0755);
+  addHtml(kPage);
+  EXPECT_EQ(run(), RUN_SUCCESS);
+  EXPECT_EQ(log("Open Error"), (Texts{"StartAnalysis:  file[" + directory() + "/AnalysisResult] Open Error "}));
+}
+
+TEST_F(Driver, CleanUpRemovesLinksAndNotTheirTargets) {
+  const std::string kept = addFile("kept.txt", "kept");
+  std::filesystem::create_directory(directory() + "/0");
+  std::filesystem::create_directory_symlink(directory() + "/app", directory() + "/0/link");
+  addZip("app.wgt", {{"a.txt", "x"}});
+  EXPECT_EQ(run(), RUN_SUCCESS);
+  EXPECT_FALSE(std::filesystem::exists(directory() + "/0"));
+  EXPECT_TRUE(std::filesystem::exists(kept));
+}
+
+TEST_F(Driver, FlashFilesYieldNothingYetAndFailNothing) {
+  addHtml(kPage);
+  addFile("movie.swf", "FWS");
+  addFile("MISSING.SWF", "");
+  EXPECT_EQ(run(), RUN_SUCCESS);
+  expectFindings({});
+}
+
+}  // namespace

@@ -1,0 +1,193 @@
+// tarvo-check as a user runs it.
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <thread>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Output {
+  int status;
+  std::string text;
+};
+
+class Checker : public ::testing::Test {
+ protected:
+  Checker() {
+    char name[] = "/tmp/tarvo-checker-test-XXXXXX";
+    directory_ = mkdtemp(name);
+    fs::create_directory(directory_ + "/tmp");
+    fs::create_directories(directory_ + "/work/www");
+    fs::current_path(directory_ + "/work");
+    setenv("TMPDIR", (directory_ + "/tmp").c_str(), 1);
+  }
+  ~Checker() override {
+    EXPECT_TRUE(fs::is_empty(directory_ + "/tmp")) << "something was left behind";
+    fs::current_path("/");
+    fs::remove_all(directory_);
+  }
+
+  static void write(const std::string& path, const std::string& bytes) {
+    std::ofstream(path, std::ios::binary) << bytes;
+  }
+
+  static Output check(const std::string& arguments) {
+    FILE* pipe = popen((CHECKER " " + arguments).c_str(), "r");
+    Output output{0, ""};
+    char buffer[4096];
+    for (std::size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;)
+      output.text.append(buffer, n);
+    output.status = WEXITSTATUS(pclose(pipe));
+    return output;
+  }
+
+  std::string directory_;
+};
+
+const std::string kExamples = EXAMPLES;
+const std::string kPage = "<object id='tv' classid='MORVANE-NAVERTIX-TUNER'></object>\n";
+const std::string kCall = "function f() {\n var tv = document.getElementById('tv');\n tv.GetSerial();\n}\n";
+
+TEST_F(Checker, ReportsExamplesWithTheirStatus) {
+  fs::create_directory("packages");
+  for (const char* name : {"clean", "undocumented", "nested"}) {
+    fs::copy_file(kExamples + "/" + name + ".wgt", std::string("packages/") + name + ".wgt");
+  }
+  struct Row {
+    std::string arguments;
+    int status;
+    std::string text;
+  };
+  const std::string undocumented =
+      "packages/undocumented.wgt!/www/js/main.js:57: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER\n"
+      "packages/undocumented.wgt: 1 use of undocumented APIs\n";
+  for (const Row& row : std::vector<Row>{
+           {"packages/clean.wgt", 0, "packages/clean.wgt: only documented APIs\n"},
+           {"packages/undocumented.wgt", 1, undocumented},
+           {"packages/nested.wgt", 1,
+            "packages/nested.wgt!/inner.wgt!/www/js/player.js:20: undocumented API 'GetSerial' on "
+            "MORVANE-NAVERTIX-PLAYER\npackages/nested.wgt: 1 use of undocumented APIs\n"},
+           {"packages/clean.wgt packages/undocumented.wgt", 1,
+            "packages/clean.wgt: only documented APIs\n" + undocumented},
+           {"--engine-lines packages/undocumented.wgt", 1,
+            "../main.js(57) : UndocumentedAPI 'GetSerial' used\npackages/undocumented.wgt: 1 use of undocumented "
+            "APIs\n"},
+       }) {
+    const Output output = check(row.arguments);
+    EXPECT_EQ(output.status, row.status) << row.arguments;
+    EXPECT_EQ(output.text, row.text) << row.arguments;
+  }
+}
+
+TEST_F(Checker, ChecksDirectoriesAndSingleFiles) {
+  write("www/index.html", kPage);
+  write("www/b.js", kCall);
+  fs::create_directory("app.flash");  // the engine itself passes over packages below such a name
+  fs::copy_file(kExamples + "/undocumented.wgt", "app.flash/inner.wgt");
+  fs::copy_file(kExamples + "/undocumented.wgt", "www/" + std::string(250, 'n') + ".wgt");
+  const std::string inner = "/www/js/main.js:57: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER\n";
+  EXPECT_EQ(check("www").text, "www/b.js:3: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER\nwww/" +
+                                   std::string(250, 'n') + ".wgt!" + inner + "www: 2 uses of undocumented APIs\n");
+  EXPECT_EQ(check("app.flash/inner.wgt").text,
+            "app.flash/inner.wgt!" + inner + "app.flash/inner.wgt: 1 use of undocumented APIs\n");
+  EXPECT_EQ(check("./www/b.js").text, "./www/b.js: only documented APIs\n");
+}
+
+TEST_F(Checker, SaysWhyItCouldNotCheck) {
+  write("www/index.html", kPage);
+  write("noroot.xml", "<x/>");
+  write("empty.xml", "");
+  write("movie.swf", "FWS");
+  write("page.txt", "text");
+  write("cut.wgt", "PK\3\4 cut in the middle");
+  struct Row {
+    const char *arguments, *part;
+    int status;
+  } rows[] = {
+      {"missing.wgt", "missing.wgt: could not check: no such file or directory\n", 2},
+      {"/dev/null", "could not check: neither a file nor a directory\n", 2},
+      {"--database missing.xml www", "the database 'missing.xml' cannot be read", 2},
+      {"--database . www", "the database '.' cannot be read", 2},
+      {"--database noroot.xml www", "has no APIAnalysisDB element", 2},
+      {"--database empty.xml www", "www: only documented APIs\n", 0},
+      {"cut.wgt", "cut.wgt: no file could be unpacked from this package\ncut.wgt: could not check all of it\n", 2},
+      {"movie.swf", "not checked: movie.swf: Flash script is not read yet\n", 2},
+      {"page.txt", "not checked: there is no web source in it\n", 2},
+      {"www explain www 2>&1", "www", 2},
+      {"missing.wgt www", "www: only documented APIs\n", 2},
+      {"2>&1", "APPLICATION is required", 2},
+      {"--no-such-option www 2>&1", "--no-such-option", 2},
+      {"--help", "Exit status", 0},
+  };
+  for (const Row& row : rows) {
+    const Output output = check(row.arguments);
+    EXPECT_EQ(output.status, row.status) << row.arguments;
+    EXPECT_NE(output.text.find(row.part), std::string::npos) << output.text;
+  }
+}
+
+TEST_F(Checker, NamesCannotForgeLines) {
+  write("www/index.html", kPage);
+  write("www/%s%n [x] \xFF\n\x1B.js", kCall);
+  EXPECT_EQ(check("www").text,
+            "www/%s%n [x] \xFF\\x0a\\x1b.js:3: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER\n"
+            "www: 1 use of undocumented APIs\n");
+}
+
+TEST_F(Checker, ExplainsAllThatTheEngineKnows) {
+  write("www/index.html", kPage);
+  write("www/a.js", kCall + "x.\xE4 = 1; $('tv').Run(1); /* */ function g(b) { var o = $('tv'); (o.Open()); }");
+  fs::copy_file(kExamples + "/nested.wgt", "www/nested.wgt");
+  const Output output = check("explain www");
+  EXPECT_EQ(output.status, 0);
+  const auto json = nlohmann::json::parse(output.text);
+  EXPECT_EQ(json["code"], 1001);
+  EXPECT_EQ(json["findings"].size(), 3U);  // on a variable, in the package, on a look-up
+  EXPECT_EQ(json["findings"], json["resultList"]);
+  EXPECT_EQ(json["log"][0]["function"], "APIAnalysis");
+  EXPECT_EQ(json["log"][0]["text"], "Engine Version [140808_QX_1.30] ");
+  EXPECT_EQ(json["extractedDirList"], (std::vector<std::string>{"/tmp/0", "/tmp/1"}));
+  EXPECT_EQ(json["objectClassList"][0]["expression"], "MORVANE-NAVERTIX-TUNER");
+  EXPECT_NE(json["worthfulSourceList"][0].get<std::string>().find("x.\xC3\xA4 = 1;"), std::string::npos);
+  EXPECT_EQ(json["functionBlockList"][0]["header"], "function f()");
+  bool nullExpression = false;
+  for (const auto& call : json["foundCallList"])
+    nullExpression = nullExpression || call["expression"].is_null();
+  EXPECT_TRUE(nullExpression);
+  for (const char* list : {"whiteAPIList", "worthfulExtList", "worthfulPathList", "cleanedSourceList", "objectTagList",
+                           "objectIdList", "declareList", "embedsDeclareList", "objectVariableList", "flashCallList",
+                           "lookupCandidateList", "objectAccessList", "embedsAccessList", "extractedFileList"}) {
+    EXPECT_TRUE(json[list].is_array()) << list;
+  }
+}
+
+TEST_F(Checker, ADirectoryOfAKilledRunIsRemovedToo) {
+  mkfifo("slow.wgt", 0600);
+  write("app.js", kCall);
+  const pid_t checker = fork();
+  if (checker == 0) {
+    // The engine waits for the pipe's writer, with the private directory made.
+    execl(CHECKER, CHECKER, "--database", "slow.wgt", "app.js", nullptr);
+    _exit(127);
+  }
+  while (fs::is_empty(directory_ + "/tmp"))
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  kill(checker, SIGKILL);
+  waitpid(checker, nullptr, 0);
+  for (int i = 0; i < 2000 && !fs::is_empty(directory_ + "/tmp"); ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
+}  // the fixture expects nothing to be left
+
+}  // namespace

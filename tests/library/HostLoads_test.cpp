@@ -1,0 +1,290 @@
+// The library as a host loads it: opened at run time, at the device's paths, with the host's own Print_Log.
+//
+// Every case is a process of its own, in namespaces in which /tmp and /usr/share are empty and private to it. So the
+// suite needs no root and leaves nothing behind. What a case takes from the build is read or opened before, because the
+// build itself may be somewhere under /tmp.
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+#include <minizip/zip.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "tarvo/Print_Log.h"
+#include "tarvo/api_check_engine.h"
+
+namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
+
+namespace {
+
+constexpr const char* kDatabase = "/usr/share/lumeric/APIAnalEngineDB.xml";
+constexpr const char* kResultFile = "/tmp/AnalysisResult";
+constexpr const char* kPackage = "/tmp/app.wgt";
+constexpr int kNamespacesRefused = 77;  // exit status of a child
+
+Texts hostLog;
+
+}  // namespace
+
+// The host's: it must be this one that the library calls, not the weak one of its own.
+void Print_Log(const char* function, unsigned, char* format, ...) {
+  char text[4096];
+  va_list arguments;
+  va_start(arguments, format);
+  std::vsnprintf(text, sizeof text, format, arguments);
+  va_end(arguments);
+  hostLog.push_back(std::string(function) + ": " + text);
+}
+
+namespace {
+
+std::string readFile(const std::string& path) {
+  std::ifstream stream(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+void writeFile(const std::string& path, const std::string& bytes) {
+  EXPECT_TRUE(std::ofstream(path, std::ios::binary) << bytes << std::flush) << path;
+}
+
+void zipOneFile(const char* entry, const std::string& bytes) {
+  const zipFile zip = zipOpen(kPackage, APPEND_STATUS_CREATE);
+  zipOpenNewFileInZip(zip, entry, nullptr, nullptr, 0, nullptr, 0, nullptr, Z_DEFLATED, Z_DEFAULT_COMPRESSION);
+  zipWriteInFileInZip(zip, bytes.data(), static_cast<unsigned>(bytes.size()));
+  zipCloseFileInZip(zip);
+  zipClose(zip, nullptr);
+}
+
+Texts filesInTmp() {
+  Texts names;
+  for (const fs::directory_entry& entry : fs::directory_iterator("/tmp")) {
+    names.push_back(entry.path().filename());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+// Ends the process if the kernel, or whoever confines us, refuses `step`.
+void require(bool done, const char* step) {
+  if (done) return;
+  std::printf("%s: %s\n", step, std::strerror(errno));
+  const bool refused = errno == EPERM || errno == EACCES || errno == ENOSYS || errno == ENOSPC || errno == EUSERS;
+  std::exit(refused ? kNamespacesRefused : EXIT_FAILURE);
+}
+
+// From here on, this process has a /tmp and a /usr/share of its own, both empty but for the database's directory.
+void enterDevice() {
+  const std::string user = std::to_string(geteuid());
+  const std::string group = std::to_string(getegid());
+  require(unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0, "unshare");
+  require(mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0, "mount private /");
+  writeFile("/proc/self/setgroups", "deny");
+  writeFile("/proc/self/uid_map", user + " " + user + " 1");
+  writeFile("/proc/self/gid_map", group + " " + group + " 1");
+  require(mount("tmpfs", "/tmp", "tmpfs", 0, nullptr) == 0, "mount /tmp");
+  require(mount("tmpfs", "/usr/share", "tmpfs", 0, nullptr) == 0, "mount /usr/share");
+  fs::create_directory(fs::path(kDatabase).parent_path());
+}
+
+// The body of a child process: its failed expectations become the exit status. It leaves through exit, at which the
+// leak checker of a sanitizer build looks at the process; an exception ends it, and never runs on in the test program.
+[[noreturn]] void runAsChild(const std::function<void()>& body) noexcept {
+  const ::testing::TestResult& result = *::testing::UnitTest::GetInstance()->current_test_info()->result();
+  const int failuresBefore = result.total_part_count();
+  alarm(120);
+  body();
+  std::exit(result.total_part_count() == failuresBefore ? EXIT_SUCCESS : EXIT_FAILURE);
+}
+
+void inChild(const std::function<void()>& body) {
+  std::fflush(nullptr);
+  const pid_t child = fork();
+  ASSERT_NE(child, -1);
+  if (child == 0) runAsChild(body);
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  if (WIFEXITED(status) && WEXITSTATUS(status) == kNamespacesRefused) {
+    GTEST_SKIP() << "no private mount namespace on this system";
+  }
+  EXPECT_EQ(status, 0) << "wait status of the case's process";
+}
+
+// The library, opened, and a host's use of it.
+class Host {
+ public:
+  Host() : library_(dlopen(LIBRARY, RTLD_NOW)) { EXPECT_NE(library_, nullptr) << dlerror(); }
+
+  template <typename T>
+  T* symbol(const char* name) const {
+    void* found = dlsym(library_, name);
+    EXPECT_NE(found, nullptr) << name;
+    return reinterpret_cast<T*>(found);
+  }
+
+  // One application from the first call to the last; its findings are in `findings` afterwards.
+  RunResult analyse(Texts files) {
+    symbol<decltype(createResultVector)>("createResultVector")()->push_back("of an earlier run");
+    IAppAnalysis* engine = symbol<decltype(createInstance)>("createInstance")();
+    const Texts given = files;
+    const RunResult code = engine->StartAnalysis(&files);
+    EXPECT_EQ(files, given);
+    findings = **symbol<Texts*>("g_SWFResultVector");
+    symbol<decltype(destoryInstance)>("destoryInstance")(engine);
+    symbol<decltype(destoryResultVector)>("destoryResultVector")();
+    return code;
+  }
+
+  Texts findings;
+
+ private:
+  void* library_;
+};
+
+// A page whose call stands on line 12.
+constexpr const char* kPage = R"html(<html>
+<head>
+<title>Model</title>
+</head>
+<body onload="start()">
+<object id="tv" classid="clsid:MORVANE-NAVERTIX-KOB"></object>
+<p id="model"></p>
+<script type="text/javascript">
+function start() {
+  var t = document.getElementById("tv");
+
+  t.GetModel();
+}
+</script>
+)html";
+
+TEST(HostLoads, AnalysesPackagesAtTheDevicesPaths) {
+  const struct {
+    const char* example;  // null: a package of kPage
+    RunResult code;
+    Texts findings;
+    int webSources;
+  } rows[] = {
+      {"undocumented.wgt", RUN_UNDOCUMENTED_API, {"../main.js(57) : UndocumentedAPI 'GetSerial' used\n"}, 3},
+      {"clean.wgt", RUN_SUCCESS, {}, 5},
+      {"nested.wgt", RUN_UNDOCUMENTED_API, {"../player.js(20) : UndocumentedAPI 'GetSerial' used\n"}, 7},
+      {nullptr, RUN_UNDOCUMENTED_API, {"../index.html(12) : UndocumentedAPI 'GetModel' used\n"}, 1},
+  };
+  const std::string database = readFile(DATABASE);
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.example == nullptr ? "page" : row.example);
+    const std::string package = row.example == nullptr ? "" : readFile(std::string(EXAMPLES "/") + row.example);
+    inChild([&] {
+      Host host;
+      enterDevice();
+      writeFile(kDatabase, database);
+      row.example == nullptr ? zipOneFile("app/www/index.html", kPage) : writeFile(kPackage, package);
+      EXPECT_EQ(host.analyse({kPackage}), row.code);
+      EXPECT_EQ(host.findings, row.findings);
+      EXPECT_EQ(readFile(kResultFile), row.findings.empty() ? "" : row.findings[0]);
+      const std::string scanned = "FirstScanSource:  WorthFul File [" + std::to_string(row.webSources) + "] EA";
+      EXPECT_EQ(std::count(hostLog.begin(), hostLog.end(), scanned), 1) << scanned;
+      EXPECT_EQ(filesInTmp(), (Texts{"AnalysisResult", "app.wgt"}));
+      char directory[4096];
+      EXPECT_EQ(getcwd(directory, sizeof directory), nullptr) << "still in " << directory;
+      EXPECT_EQ(errno, ENOENT);  // the process was left in the extraction directory, which is gone
+    });
+  }
+}
+
+// The whole log of an engine that is built, runs over no files and is destroyed; "#" stands for clock readings.
+Texts logOfAnEmptyRun(RunResult code, bool resultFileOpens) {
+  const std::string number = std::to_string(static_cast<int>(code));
+  Texts log{"APIAnalysis: Engine Version [140808_QX_1.30] ", "APIAnalysis: [APIAnalysis] [sec:usec] : # ",
+            "addFilePathbyUnzipping:  \n [addFilePathbyUnzipping] [0]"};
+  const auto add = [&log](const Texts& lines) { log.insert(log.end(), lines.begin(), lines.end()); };
+  if (code != RUN_SUCCESS) add({"Init:  loadDeviceAPIInfo Error [" + number + "] "});
+  add({"PrintProcessingTime: Time [Init]:# "});
+  if (code != RUN_SUCCESS) {
+    add({"StartAnalysis: [StartAnalysis] Init-returnCode [" + number + "] "});
+  } else {
+    add({"FirstScanSource:  WorthFul File [0] EA", "PrintProcessingTime: Time [FirstScanSource]:# ",
+         "PrintProcessingTime: Time [Prepare]:# ", "PrintProcessingTime: Time [GetDeviceAPIsFromSWFMain]:# ",
+         "PrintProcessingTime: Time [AfterFindObjectTagToken]:# ",
+         "PrintProcessingTime: Time [AfterFindAPIFunctionName4JS]:# ", "PrintProcessingTime: Time [Finished]:# "});
+  }
+  add({"StartAnalysis:  outPutFileFullPath [/tmp/AnalysisResult]"});
+  if (!resultFileOpens) add({"StartAnalysis:  file[/tmp/AnalysisResult] Open Error "});
+  if (code != RUN_SUCCESS) add({"StartAnalysis: [0][StartAnalysis] returnCode [" + number + "] "});
+  add({"~APIAnalysis: [~APIAnalysis] ", "~APIAnalysis: [~APIAnalysis] [sec:nsec] : # ",
+       "~APIAnalysis: [DeviceAPI]==============================================================",
+       "~APIAnalysis: ### All Symbol Table data is Successfully deleted!! ###"});
+  return log;
+}
+
+TEST(HostLoads, HostsLogGetsEveryLineWhateverTheCode) {
+  const std::string database = readFile(DATABASE);
+  const struct {
+    const char* name;
+    const char* database;  // null: no such file
+    bool resultFileOpens;
+    RunResult code;
+  } rows[] = {
+      {"complete", database.c_str(), true, RUN_SUCCESS},
+      {"complete, result file blocked", database.c_str(), false, RUN_SUCCESS},
+      {"no database", nullptr, true, RUN_DB_LOAD_FAILED},
+      {"no database, result file blocked", nullptr, false, RUN_DB_LOAD_FAILED},
+      {"database without root", "<Other><Plugin><Function>Play</Function></Plugin></Other>", true, RUN_DB_NO_ROOT},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    inChild([&] {
+      Host host;
+      enterDevice();
+      if (row.database != nullptr) writeFile(kDatabase, row.database);
+      if (row.resultFileOpens) {
+        writeFile(kResultFile, "of an earlier run");
+      } else {
+        fs::create_directory(kResultFile);
+      }
+      EXPECT_EQ(host.analyse({}), row.code);
+      EXPECT_EQ(host.findings, Texts{});
+      EXPECT_TRUE(fs::is_directory(kResultFile) || readFile(kResultFile).empty());
+      for (std::string& line : hostLog)
+        line = std::regex_replace(line, std::regex("[0-9]+:[0-9]+ $"), "# ");
+      EXPECT_EQ(hostLog, logOfAnEmptyRun(row.code, row.resultFileOpens));
+    });
+  }
+}
+
+TEST(HostLoads, DestroyingNothingDoesNothing) {
+  inChild([] {
+    Host host;
+    host.symbol<decltype(destoryInstance)>("destoryInstance")(nullptr);
+    host.symbol<decltype(destoryResultVector)>("destoryResultVector")();
+    EXPECT_EQ(*host.symbol<Texts*>("g_SWFResultVector"), nullptr);
+    EXPECT_EQ(hostLog, Texts{});
+  });
+}
+
+TEST(HostLoads, LinesOfAHostWithoutALogAreDiscarded) {
+  std::FILE* pipe = popen("'" PLAIN_HOST "' '" LIBRARY "' 2>&1", "r");
+  ASSERT_NE(pipe, nullptr);
+  char output[4096];
+  const std::string printed(output, std::fread(output, 1, sizeof output, pipe));
+  EXPECT_EQ(pclose(pipe), 0);
+  EXPECT_EQ(printed, "");
+}
+
+}  // namespace
