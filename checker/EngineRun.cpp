@@ -78,7 +78,9 @@ EngineRun::EngineRun(const std::string& database, const std::string& application
   currentPaths = {fs::absolute(database).string(), directory_.path(), directory_.path() + "/AnalysisResult"};
   run();
   noteUnreadPackages();
-  noteMissedFiles();
+  if (engine_->worthfulSourceList.empty() && !anyFlash() && notChecked_.empty()) {
+    notChecked_.push_back("there is neither a web source nor a Flash file in it");
+  }
 }
 
 void EngineRun::run() {
@@ -161,17 +163,13 @@ void EngineRun::miss(const std::string& what, const std::string& why) {
   if (std::find(notChecked_.begin(), notChecked_.end(), text) == notChecked_.end()) notChecked_.push_back(text);
 }
 
-void EngineRun::noteMissedFiles() {
-  std::vector<std::string> files = inputs_;
-  files.insert(files.end(), engine_->extractedFileList.begin(), engine_->extractedFileList.end());
-  bool anyChecked = !engine_->worthfulSourceList.empty();
-  for (const std::string& file : files) {
+bool EngineRun::anyFlash() const {
+  const auto isFlash = [](const std::string& file) {
     const std::string extension = CStringUtil().findFileExtention(file);
-    if (extension != "swf" && extension != "SWF") continue;
-    miss(shown(file), "Flash script is not read yet");
-    anyChecked = true;
-  }
-  if (!anyChecked && notChecked_.empty()) notChecked_.push_back("there is no web source in it");
+    return extension == "swf" || extension == "SWF";
+  };
+  return std::any_of(inputs_.begin(), inputs_.end(), isFlash) ||
+         std::any_of(engine_->extractedFileList.begin(), engine_->extractedFileList.end(), isFlash);
 }
 
 void EngineRun::noteUnreadPackages() {

@@ -48,7 +48,7 @@ class EngineRun {
   void run();
   void miss(const std::string& what, const std::string& why);
   void noteUnreadPackages();
-  void noteMissedFiles();
+  bool anyFlash() const;
 
   PrivateDirectory directory_;
   std::vector<LogLine> log_;

@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "checker/Json.h"
 #include "checker/Report.h"
 
 using FlashEngine_1_00::APIAnalysis;
@@ -17,20 +18,7 @@ class Explainer {
  public:
   explicit Explainer(const EngineRun& run) : run_(run) {}
 
-  // Each byte as the code point of its value, in UTF-8.
-  Json operator()(const std::string& bytes) const {
-    std::string text;
-    for (const char c : run_.asOnDevice(bytes)) {
-      const auto byte = static_cast<unsigned char>(c);
-      if (byte < 0x80) {
-        text += c;
-      } else {
-        text += static_cast<char>(0xC0 | byte >> 6);
-        text += static_cast<char>(0x80 | (byte & 0x3F));
-      }
-    }
-    return text;
-  }
+  Json operator()(const std::string& bytes) const { return codePoints(run_.asOnDevice(bytes)); }
 
   Json operator()(const std::string* text) const { return (*this)(*text); }
 

@@ -9,6 +9,7 @@
 
 #include "checker/EngineRun.h"
 #include "checker/Explain.h"
+#include "checker/Flash.h"
 #include "checker/Report.h"
 
 namespace {
@@ -20,7 +21,8 @@ struct Options {
   bool log = false;
   bool engineLines = false;
   std::vector<std::string> applications;
-  std::string explained;
+  std::string file;  // of a command that takes one
+  bool json = false;
 };
 
 // The database that is installed with this program.
@@ -73,15 +75,40 @@ ExitStatus check(const std::string& application, const Options& options) {
 
 ExitStatus explainOne(const Options& options) {
   try {
-    const EngineRun run(options.database, options.explained);
+    const EngineRun run(options.database, options.file);
     if (options.log) printLog(run);
     std::cout << explain(run) << '\n';
     return failureOf(run.code(), options.database).empty() ? kDocumented : kNotChecked;
   } catch (const std::exception& error) {
-    std::cerr << "tarvo-check: " << options.explained << ": " << error.what() << '\n';
+    std::cerr << "tarvo-check: " << options.file << ": " << error.what() << '\n';
     return kNotChecked;
   }
 }
+
+ExitStatus printFlash(const Options& options, const FlashText& text, const char* key) {
+  std::cout << (options.json ? jsonText(text, key) : plainText(text));
+  const std::string failure = failureOf(text.code);
+  if (failure.empty()) return kDocumented;
+  std::cerr << "tarvo-check: " << printable(options.file) << ": " << failure << '\n';
+  return kNotChecked;
+}
+
+// The commands other than the check itself.
+struct Command {
+  const char* name;
+  const char* description;
+  const char* argument;
+  bool takesJson;
+  ExitStatus (*run)(const Options& options);
+};
+
+constexpr Command kCommands[] = {
+    {"explain", "Print as JSON all that the engine knows after a run", "APPLICATION", false, explainOne},
+    {"disassemble", "Print the action records of a Flash file", "FILE", true,
+     [](const Options& options) { return printFlash(options, disassemble(options.file), "lines"); }},
+    {"decompile", "Print the call statements of a Flash file", "FILE", true,
+     [](const Options& options) { return printFlash(options, decompile(options.file), "statements"); }},
+};
 
 }  // namespace
 
@@ -96,18 +123,27 @@ int main(int argc, char** argv) {
   app.add_flag("--log", options.log, "print the engine's log lines to standard error");
   app.add_flag("--engine-lines", options.engineLines, "print findings as the engine writes them on the device");
   app.add_option("APPLICATION", options.applications, "zip package, directory or single file");
-  CLI::App* explainCommand = app.add_subcommand("explain", "Print as JSON all that the engine knows after a run");
-  explainCommand->add_option("--database", options.database, "API database to check against")->type_name("FILE");
-  explainCommand->add_option("APPLICATION", options.explained, "zip package, directory or single file")->required();
+  const Command* chosen = nullptr;
+  for (const Command& command : kCommands) {
+    CLI::App* sub = app.add_subcommand(command.name, command.description);
+    sub->add_option(command.argument, options.file, "")->required();
+    if (command.takesJson) {
+      sub->add_flag("--json", options.json, "as JSON, bytes as the code points U+0000 to U+00FF");
+    } else {
+      sub->add_option("--database", options.database, "API database to check against")->type_name("FILE");
+    }
+    sub->callback([&chosen, &command] { chosen = &command; });
+  }
+  app.require_subcommand(0, 1);
   try {
     app.parse(argc, argv);
-    if (!explainCommand->parsed() && options.applications.empty()) throw CLI::RequiredError("APPLICATION");
-    if (explainCommand->parsed() && !options.applications.empty()) throw CLI::ExtrasError(options.applications);
+    if (chosen == nullptr && options.applications.empty()) throw CLI::RequiredError("APPLICATION");
+    if (chosen != nullptr && !options.applications.empty()) throw CLI::ExtrasError(options.applications);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? kDocumented : kNotChecked;
   }
 
-  if (explainCommand->parsed()) return explainOne(options);
+  if (chosen != nullptr) return chosen->run(options);
   ExitStatus worst = kDocumented;
   for (const std::string& application : options.applications)
     worst = std::max(worst, check(application, options));

@@ -54,11 +54,10 @@ void releaseAll(std::vector<T*>& list) {
 
 APIAnalysis::APIAnalysis() {
   TARVO_LOG("Engine Version [%s] ", kEngineVersion);
-  firstCheckTime = monotonicNow();
+  startTimeBudget();
   // KEPT: the label says usec, the value is nanoseconds. Hosts parse the line. (test ConstructorLogsItsClock)
   TARVO_LOG("[%s] [sec:usec] : %ld:%ld ", __func__, static_cast<long>(firstCheckTime.tv_sec),
             static_cast<long>(firstCheckTime.tv_nsec));
-  startTimeBudget();
 }
 
 APIAnalysis::~APIAnalysis() {

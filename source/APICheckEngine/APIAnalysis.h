@@ -215,6 +215,9 @@ class APIAnalysis : public IAppAnalysis {
   [[gnu::visibility("hidden")]] bool expandPackage(const std::string& path, std::vector<std::string>& found);
   [[gnu::visibility("hidden")]] void emptyWorkingLists();
   [[gnu::visibility("hidden")]] void releaseTexts(bool alsoThoseThatSurviveInit);
+  [[gnu::visibility("hidden")]] std::unique_ptr<std::string> nameLookupCall(const std::string& classId,
+                                                                            const std::string& callText,
+                                                                            std::string dummyCall);
   [[gnu::visibility("hidden")]] RunResult reportCall(std::unique_ptr<SWFStateMentInfo> call);
 
   // The text of `sources` (list 5 or 6) at the position of `path` in list 4; null if either is missing.

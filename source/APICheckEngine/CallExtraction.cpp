@@ -8,6 +8,7 @@
 #include <map>
 
 #include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/CallText.h"
 #include "APICheckEngine/Keys.h"
 #include "APICheckEngine/Tables.h"
 #include "regex/Pattern.h"
@@ -38,14 +39,9 @@ std::string callOn(const std::string& variable) {
   return "(" + call + R"(\([\[\.\]\d"',\s\w\_\(\)/]*\))" + ")|(" + call + R"(\([\s]*\))" + ")";
 }
 
-// A look-up of `id` up to the dot behind it: `("tv").`.
-std::string lookupOf(const std::string& id) {
-  return R"([\(][\s"']*)" + id + R"([\s"']*[\)]\s*\.)";
-}
-
 // A call on a look-up of `id`: `("tv").GetModel(`.
 std::string callOnLookupOf(const std::string& id) {
-  return lookupOf(id) + R"(\s*[\w\d\_]+\s*\()";
+  return detail::lookupOf(id) + R"(\s*[\w\d\_]+\s*\()";
 }
 
 bool contains(std::string_view text, std::string_view piece) {
@@ -61,11 +57,6 @@ bool holdsCommonObject(const std::string& text, const std::string& name) {
     }
   }
   return false;
-}
-
-bool isBuiltIn(const std::string& candidate) {
-  return std::any_of(std::begin(SystemFunctionPool), std::end(SystemFunctionPool),
-                     [&](const char* name) { return contains(candidate, std::string(name) + "("); });
 }
 
 // The element id in an access expression; empty if it looks none up.
@@ -100,6 +91,15 @@ class LookupCandidates {
 };
 
 }  // namespace
+
+std::string detail::lookupOf(const std::string& id) {
+  return R"([\(][\s"']*)" + id + R"([\s"']*[\)]\s*\.)";
+}
+
+bool detail::holdsBuiltIn(const std::string& callText) {
+  return std::any_of(std::begin(SystemFunctionPool), std::end(SystemFunctionPool),
+                     [&](const char* name) { return contains(callText, std::string(name) + "("); });
+}
 
 RunResult APIAnalysis::FindAPIFunctionName4JS() {
   for (SWFStateMentInfo* binding : objectVariableList) {
@@ -148,26 +148,31 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
     const std::string id = lookedUpId(key.symbol);
     const std::string* source = sourceOf(declared->path, worthfulSourceList);
     if (id.empty() || source == nullptr) continue;
-    const Pattern lookup(lookupOf(id));
+    const Pattern lookup(detail::lookupOf(id));
     for (const std::string& candidate : candidates.of(id, *source)) {
       auto found = makeCall(declared->path, 0);
       found->expression = std::make_unique<std::string>(candidate);
       append(lookupCandidateList, std::move(found));
-      if (isBuiltIn(candidate)) continue;
+      if (detail::holdsBuiltIn(candidate)) continue;
 
       const std::string callText = candidate.substr(lookup.search(candidate.c_str()).size());
-      std::string dummyCall = withoutBlanks(without("DummyObject." + callText + ")", ")"));
+      const std::string dummyCall = withoutBlanks(without("DummyObject." + callText + ")", ")"));
       auto call = makeCall(declared->path, foundSymbolLineNumber(&declared->path, &declared->access));
-      if (key.classId == kExtensionPlugin || contains(callText, "Execute")) {
-        call->expression = std::make_unique<std::string>(makeKey(key.classId, findAPINameForKOBCase(&dummyCall)));
-      } else if (!contains(callText, ".Open")) {
-        call->expression = std::make_unique<std::string>(makeKey(key.classId, dummyCall));
-      }
+      call->expression = nameLookupCall(key.classId, callText, dummyCall);
       const RunResult code = reportCall(std::move(call));
       if (code != RUN_SUCCESS) return code;
     }
   }
   return RUN_SUCCESS;
+}
+
+// The expression of a call on a look-up, whose text in full is `dummyCall`; null if the call opens something.
+std::unique_ptr<std::string> APIAnalysis::nameLookupCall(const std::string& classId, const std::string& callText,
+                                                         std::string dummyCall) {
+  if (classId == kExtensionPlugin || contains(callText, "Execute")) {
+    return std::make_unique<std::string>(makeKey(classId, findAPINameForKOBCase(&dummyCall)));
+  }
+  return contains(callText, ".Open") ? nullptr : std::make_unique<std::string>(makeKey(classId, dummyCall));
 }
 
 // Keeps a found call and judges it.

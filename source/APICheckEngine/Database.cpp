@@ -10,10 +10,13 @@
 #include <sys/stat.h>
 #include <tinyxml.h>
 
+#include <algorithm>
 #include <new>
+#include <string_view>
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "platform/File.h"
+#include "platform/Limits.h"
 #include "platform/Log.h"
 #include "platform/Paths.h"
 
@@ -49,6 +52,56 @@ bool isDirectory(std::FILE* file) {
   return fstat(fileno(file), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
+// How deep the elements of a text nest, as far as a parser that gives up at the first error would get.
+class Nesting {
+ public:
+  explicit Nesting(std::string_view xml) : rest_(xml) {}
+
+  int deepest() {
+    while (skipBehind("<")) {
+      if (startsWith("!--")) {
+        skipBehind("-->");
+      } else if (startsWith("![CDATA[")) {
+        skipBehind("]]>");
+      } else if (startsWith("!") || startsWith("?")) {
+        skipBehind(">");
+      } else if (startsWith("/")) {
+        depth_ = std::max(depth_ - 1, 0);
+      } else {
+        deepest_ = std::max(deepest_, ++depth_);
+        if (tagClosesItself()) --depth_;
+      }
+    }
+    return deepest_;
+  }
+
+ private:
+  bool startsWith(std::string_view prefix) const { return rest_.substr(0, prefix.size()) == prefix; }
+
+  bool skipBehind(std::string_view mark) {
+    const std::size_t at = rest_.find(mark);
+    rest_.remove_prefix(at == std::string_view::npos ? rest_.size() : at + mark.size());
+    return at != std::string_view::npos;
+  }
+
+  // Skips the rest of a tag with its quoted attributes.
+  bool tagClosesItself() {
+    bool slash = false;
+    while (!rest_.empty()) {
+      const char c = rest_.front();
+      rest_.remove_prefix(1);
+      if (c == '>') return slash;
+      if (c == '"' || c == '\'') skipBehind(std::string_view(&c, 1));
+      slash = c == '/';
+    }
+    return false;
+  }
+
+  std::string_view rest_;
+  int depth_ = 0;
+  int deepest_ = 0;
+};
+
 void appendFunctions(const TiXmlElement& root, APIAnalysis::Strings& list) {
   for (const TiXmlNode* group = root.FirstChild(); group != nullptr; group = group->NextSibling()) {
     for (const TiXmlNode* node = group->FirstChild(); node != nullptr; node = node->NextSibling()) {
@@ -83,6 +136,7 @@ RunResult APIAnalysis::swfloadWhiteAPIInfo(Strings& list) {
   dbBuff[ftellLen] = '\0';
   if (!normaliseLineEnds(dbBuff.get(), ftellLen)) return RUN_DB_LOAD_FAILED;
 
+  if (Nesting(dbBuff.get()).deepest() > kMaxDatabaseDepth) return RUN_DB_NO_ROOT;
   TiXmlDocument document;
   document.Parse(dbBuff.get(), nullptr, TIXML_DEFAULT_ENCODING);  // of a damaged file, the tree that came of it counts
   const TiXmlElement* root = document.FirstChildElement("APIAnalysisDB");

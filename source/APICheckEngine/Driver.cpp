@@ -104,7 +104,9 @@ RunResult APIAnalysis::APIAnalysisFromSWFMain(std::vector<std::string>* files) {
   for (const std::string& path : *files) {
     const std::string extension = stringUtil_.findFileExtention(path);
     if (extension != "SWF" && extension != "swf") continue;
-    code = analyseFlashFile(path);  // only the last file's code counts; findings of earlier ones are published as well
+    // KEPT: only the last Flash file's code counts, so an earlier 1001 is lost; its finding is published all the same.
+    // Hosts read both. (test CodeIsThatOfTheLastFlashFile)
+    code = analyseFlashFile(path);
   }
   PrintProcessingTime("Finished");
   return code;

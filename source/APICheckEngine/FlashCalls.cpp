@@ -1,19 +1,46 @@
-// Plug-in calls in Flash content: the statements of one SWF file, searched like script.
+// Plug-in calls in Flash content: the decompiled statements of one SWF file.
 //
-// Reads objectVariableList; fills foundCallList through findAPIsFromPool. Test: tests/APICheckEngine/Driver_test.cpp.
+// A statement is searched for a call on a look-up of the first plug-in symbol; then all statements together are
+// searched for calls on the bound variables, as script is. Reads objectIdList and objectVariableList; fills
+// flashCallList and, through findAPIsFromPool, foundCallList. Test: tests/APICheckEngine/FlashCalls_test.cpp.
 
 #include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/CallText.h"
 #include "APICheckEngine/Keys.h"
+#include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
+
+using detail::Key;
 
 RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statements, std::string fileName) {
   std::string joined;
   for (const std::string& statement : statements)
     joined += statement;
+  // KEPT: only the first symbol is tried; calls on the others are found by the search of all statements together. Hosts
+  // have the findings on record. (test OnlyTheFirstSymbolIsLookedUpInStatements)
+  const Key key = objectIdList.empty() ? Key{} : detail::splitKey(*objectIdList.front()->expression);
+  const Pattern call(detail::lookupOf(key.symbol) + R"(\s*[\w\d\_]+)");
+  const Pattern lookup(detail::lookupOf(key.symbol));
+  for (const std::string& statement : statements) {
+    if (objectIdList.empty() || !call.matchesIn(statement.c_str())) continue;
+    const std::string_view prefix = lookup.search(statement.c_str());
+    const std::string callText =
+        statement.substr(static_cast<std::size_t>(prefix.data() - statement.data()) + prefix.size());
+    if (detail::holdsBuiltIn(callText)) continue;
+
+    auto found = std::make_unique<SWFStateMentInfo>();
+    found->expression = nameLookupCall(key.classId, callText, detail::without("DummyObject." + callText + "()", ")"));
+    found->scope = "Global";
+    found->path = fileName;
+    SWFStateMentInfo* kept = found.get();
+    append(flashCallList, std::move(found));
+    const RunResult code = DetermineAPISecurity(resultList, kept);
+    if (code != RUN_SUCCESS) return code;
+  }
   for (const SWFStateMentInfo* binding : objectVariableList) {
-    const detail::Key key = detail::splitKey(*binding->expression);
-    (void)findAPIsFromPool(key.classId, key.symbol, &joined, fileName);
+    const Key bound = detail::splitKey(*binding->expression);
+    (void)findAPIsFromPool(bound.classId, bound.symbol, &joined, fileName);
   }
   return RUN_SUCCESS;
 }

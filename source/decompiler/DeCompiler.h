@@ -1,19 +1,101 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
+#include <deque>
 #include <string>
 #include <vector>
 
+#include "decompiler/SimpleHandlers.h"
+#include "tarvo/CStringUtil.h"
+
 namespace FlashEngine_1_00 {
 
-// Replays a listing of DeAssembler and collects the call statements in it.
+// Replays a listing of DeAssembler on a symbolic stack and collects the call statements in it: "myObj.getValue(0,abc)".
+//
+// Nothing is executed. The listing is walked once, line by line; branches do not branch, and a function's body is
+// replayed where it is listed. A stack entry is "<kind>#@x441#<text>"; its value part is the text, or empty if the
+// entry does not split into exactly two pieces. Results of operations are fixed placeholders, save for calls, member
+// reads, constructions and object literals, which build their text from value parts.
+//
+// A replay ends quietly, with the statements made so far, when the time budget is spent or when the texts it builds
+// exceed kMaxReplayBytes together.
 class DeCompiler {
  public:
+  using Lines = std::vector<std::string>;
+
   DeCompiler();
   virtual ~DeCompiler();
 
-  // Sets `statements` to the call statements of `listing`. Always RUN_SUCCESS. Listings are empty as long as
-  // DeAssembler reads no script, and so is the result.
-  unsigned SWFDeCompilerMain(std::vector<std::string>& listing, std::vector<std::string>& statements);
+  // ---- machine: DeCompiler.cpp --------------------------------------------------------------------------------------
+
+  // Registers to "NullValue"; stack, variables, statements and constant pool empty.
+  void InitVirtualMachine();
+
+  // Sets `statements` to the call statements of `listing`, in the order of the calls. Always RUN_SUCCESS.
+  unsigned SWFDeCompilerMain(Lines& listing, Lines& statements);
+
+  // Appends the keys and values of one argument line, "ActionPush#@x441#type#@x442#0#@x441#value#@x442#x".
+  void parserKeyValuePair(std::string line, Lines& keys, Lines& values);
+
+  // Does nothing: a place for a debugger to stop at.
+  void showState(std::string);
+
+  // ---- handlers with logic: Handlers.cpp ----------------------------------------------------------------------------
+  //
+  // One member for each action record; `argumentLines` are the record's field lines. RUN_SUCCESS, or
+  // RUN_DECOMPILE_FAILED for a field line that cannot be read, which leaves done what was done. A handler that finds
+  // fewer entries on the stack than it needs pops none and still pushes its result.
+
+  unsigned handleActionPush(Lines argumentLines);
+  unsigned handleActionCallMethod(Lines argumentLines);
+  unsigned handleActionCallFunction(Lines argumentLines);
+  unsigned handleActionNewObject(Lines argumentLines);
+  unsigned handleActionNewMethod(Lines argumentLines);
+  unsigned handleActionInitObject(Lines argumentLines);
+  unsigned handleActionInitArray(Lines argumentLines);
+  unsigned handleActionGetMember(Lines argumentLines);
+  unsigned handleActionGetVariable(Lines argumentLines);
+  unsigned handleActionConstantPool(Lines argumentLines);
+  unsigned handleActionStoreRegister(Lines argumentLines);
+  unsigned handleActionDefineFunction2(Lines argumentLines);
+  unsigned handleActionPushDuplicate(Lines argumentLines);
+  unsigned handleActionStackSwap(Lines argumentLines);
+  unsigned handleActionImplementsOp(Lines argumentLines);
+  unsigned handleActionStartDrag(Lines argumentLines);
+  unsigned handleActionCastOp(Lines argumentLines);
+
+  // ---- simple handlers: rows of SimpleHandlers.h --------------------------------------------------------------------
+
+#define TARVO_DECLARE_HANDLER(action, pops, pushed) unsigned handleAction##action(Lines argumentLines);
+  TARVO_SIMPLE_HANDLERS(TARVO_DECLARE_HANDLER)
+#undef TARVO_DECLARE_HANDLER
+
+ private:
+  [[gnu::visibility("hidden")]] bool has(std::size_t entries) const {
+    return stack_.size() >= entries;
+  }
+  [[gnu::visibility("hidden")]] std::string pop();
+  [[gnu::visibility("hidden")]] std::string popValue();
+  [[gnu::visibility("hidden")]] void popUpTo(long count);
+  [[gnu::visibility("hidden")]] unsigned popAndPush(std::size_t pops, const char* pushed);
+  [[gnu::visibility("hidden")]] std::string valuePart(const std::string& entry);
+  [[gnu::visibility("hidden")]] bool readPairs(const std::string& line, Lines& keys, Lines& values);
+  [[gnu::visibility("hidden")]] bool build(std::string& text, const std::string& piece);
+  [[gnu::visibility("hidden")]] void pushBuilt(const char* kind, const std::string& text);
+  [[gnu::visibility("hidden")]] void appendArguments(std::string& text, long count, bool commaBehindTheLast);
+  [[gnu::visibility("hidden")]] void recordCall(std::string text, long count);
+  [[gnu::visibility("hidden")]] const std::string* findVariable(const std::string& name, bool withValue) const;
+
+  std::array<std::string, 256> registers_;
+  std::deque<std::string> stack_;  // the top is at the back
+  Lines variableNames_;
+  Lines variableValues_;  // parallel to the names
+  Lines statements_;
+  Lines constantPool_;
+  CStringUtil stringUtil_;
+  std::size_t builtBytes_ = 0;
+  bool full_ = false;
 };
 
 }  // namespace FlashEngine_1_00

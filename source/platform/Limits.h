@@ -10,9 +10,28 @@ namespace FlashEngine_1_00 {
 // Flash work of one engine, counted from its construction. A person waits for the verdict on the device.
 constexpr std::uint32_t kTimeBudgetMicroseconds = 20'000'000;
 
+// Flash files: bytes of one that are read, or inflated from one; bytes of its listing, all lines together; bytes of the
+// texts that a replay of the listing builds. A small file can ask for any amount of each, and the device has a few
+// hundred MiB. Work stops there as if the time budget were spent.
+constexpr std::int64_t kMaxSwfBytes = 256LL << 20;
+constexpr std::size_t kMaxListingBytes = std::size_t{256} << 20;
+constexpr std::size_t kMaxReplayBytes = std::size_t{64} << 20;
+
+// Flash files: bytes read and inflated at a time; the largest script block; records listed of one block; bytes of a
+// field line; branch targets of one file that get a label. The values are part of the listing.
+constexpr std::size_t kSwfChunk = 1'024'000;
+constexpr std::uint32_t kMaxScriptBlock = 9'999'999;
+constexpr int kMaxRecords = 9'999'999;
+constexpr std::size_t kMaxFieldLine = 1255;
+constexpr std::size_t kMaxBranchTargets = 100'000;
+
 // Nested calls of the pattern matcher. The engine's own patterns stay below 30; the bound keeps a pattern of the host's
-// with thousands of nested groups from using up its stack: such an attempt does not match.
+// with thousands of nested groups from using up its stack: an attempt that goes so deep does not match.
 constexpr std::int32_t kMaxMatchDepth = 4000;
+
+// Nested elements in the API database, whose entries stand on the third level. The XML parser recurses: a file that is
+// nested deeper is not parsed and counts as one without a root.
+constexpr int kMaxDatabaseDepth = 1000;
 
 // Equal records of one list that are kept: the rules make one for every hit in an excerpt and for every function around
 // a function, all with the same text. Nothing that a host sees depends on how many there are.

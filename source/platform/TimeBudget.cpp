@@ -26,6 +26,7 @@ timespec monotonicNow() {
 }
 
 void startTimeBudget() {
+  firstCheckTime = monotonicNow();
   firstTimeVal = microseconds(firstCheckTime);
 }
 

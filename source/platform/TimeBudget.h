@@ -14,7 +14,7 @@ namespace FlashEngine_1_00 {
 
 timespec monotonicNow();
 
-// Starts the budget at firstCheckTime.
+// Starts the budget now: sets firstCheckTime and firstTimeVal.
 void startTimeBudget();
 
 // Whether more than kTimeBudgetMicroseconds have passed since startTimeBudget. Exactly that many have not used it up,

@@ -39,7 +39,8 @@ class Matcher {
   const char* attempt(const char* position) {
     e_.groupCounter = 0;
     e_.depth = 0;
-    return matchNode(e_.first, position, kNone);
+    const char* end = matchNode(e_.first, position, kNone);
+    return tooDeep_ ? nullptr : end;
   }
 
  private:
@@ -82,7 +83,8 @@ class Matcher {
   }
 
   const char* matchNested(std::int32_t index, const char* position, std::int32_t continuation) {
-    if (e_.depth >= kMaxMatchDepth) return nullptr;
+    tooDeep_ = tooDeep_ || e_.depth >= kMaxMatchDepth;
+    if (tooDeep_) return nullptr;
     ++e_.depth;
     const TrexNode& n = node(index);
     const char* result = n.kind == TREX_NODE_REPEAT        ? matchRepeat(n, position, continuation)
@@ -112,8 +114,13 @@ class Matcher {
   }
 
   const char* matchAlternation(const TrexNode& alternation, const char* position) {
-    const char* left = matchAlternative(alternation.left, position);
-    return left != nullptr ? left : matchAlternative(alternation.right, position);
+    const TrexNode* n = &alternation;
+    for (;; n = &node(n->right)) {
+      const char* left = matchAlternative(n->left, position);
+      if (left != nullptr) return left;
+      if (n->right == kNone || node(n->right).kind != TREX_NODE_ALTERNATION) break;
+    }
+    return matchAlternative(n->right, position);
   }
 
   const char* matchAlternative(std::int32_t index, const char* position) {
@@ -134,14 +141,15 @@ class Matcher {
 
     std::int32_t count = 0;
     while (count < max || count == kUnbounded) {
+      const std::int32_t recorded = e_.groupCounter;
       const char* after = matchNode(repeat.left, position, stop);
       if (after == nullptr) break;
       ++count;
-      const bool stuck = after == position;
+      const bool tookNothing = after == position;
       position = after;
       if (looksAhead && matchNode(stop, position, afterStop) != nullptr && acceptable(count)) break;
       if (position >= e_.end) break;
-      if (stuck) {  // every further round would do the same
+      if (tookNothing && recorded == e_.groupCounter) {  // every further round would do the same
         count = max == kUnbounded ? kMostRounds : max;
         break;
       }
@@ -150,6 +158,7 @@ class Matcher {
   }
 
   TrexExpression& e_;
+  bool tooDeep_ = false;
 };
 
 }  // namespace

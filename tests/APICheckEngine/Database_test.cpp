@@ -53,6 +53,21 @@ TEST_F(Database, ReadsFunctionsInGroupsAndNothingElse) {
   }
 }
 
+TEST_F(Database, DeepNestingIsNoStackDepth) {
+  const std::string functions = "<g><Function>A</Function></g>";
+  std::string deep;
+  std::string shallow;
+  for (int i = 0; i < 200000; ++i) {
+    deep += "<a b='/>'><!--</a>-->/><![CDATA[</a>]]><?</a>";
+    shallow += "<a b='>'/><c></c>";
+  }
+  setDatabaseText("<APIAnalysisDB>" + functions + deep);
+  EXPECT_EQ(engine().Init(), RUN_DB_NO_ROOT);
+  setDatabaseText("<APIAnalysisDB>" + shallow + functions + "</APIAnalysisDB>");
+  EXPECT_EQ(engine().Init(), RUN_SUCCESS);
+  EXPECT_EQ(documented(), (Texts{"A"}));
+}
+
 TEST_F(Database, OneThatCannotBeReadIsAFailureAndLogged) {
   std::filesystem::remove(directory() + "/database.xml");
   EXPECT_EQ(engine().Init(), RUN_DB_LOAD_FAILED);

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "support/EngineFixture.h"
+#include "swf-assembler/Assembler.h"
 #include "tarvo/api_check_engine.h"
 
 namespace {
@@ -80,12 +81,40 @@ TEST_F(Driver, CleanUpRemovesLinksAndNotTheirTargets) {
   EXPECT_TRUE(std::filesystem::exists(kept));
 }
 
-TEST_F(Driver, FlashFilesYieldNothingYetAndFailNothing) {
+// A movie that calls `method` on what getObj(tv) gives.
+std::string movieCalling(const std::string& method) {
+  return swf_assembler::assemble("doaction {\nPush 0 \"tv\" 1 \"getObj\"\nCallFunction\nPush \"" + method +
+                                 "\"\nCallMethod\n}\nend\n");
+}
+
+TEST_F(Driver, CodeIsThatOfTheLastFlashFile) {
   addHtml(kPage);
-  addFile("movie.swf", "FWS");
-  addFile("MISSING.SWF", "");
+  addFile("a.swf", movieCalling("GetSerial"));
+  addFile("b.SWF", movieCalling("GetVersion"));
+  EXPECT_EQ(run(), RUN_SUCCESS);
+  expectFindings({"../a.swf(0) : UndocumentedAPI 'GetSerial' used\n"});
+  addFile("c.swf", movieCalling("GetModel"));
+  EXPECT_EQ(run(), RUN_UNDOCUMENTED_API);
+  expectFindings(
+      {"../a.swf(0) : UndocumentedAPI 'GetSerial' used\n", "../c.swf(0) : UndocumentedAPI 'GetModel' used\n"});
+}
+
+TEST_F(Driver, FlashFilesAreKnownByTheirExtensionAndFailNothing) {
+  addHtml(kPage);
+  addFile("movie.Swf", movieCalling("GetSerial"));
+  addFile("empty.swf", "");
+  addFile("other.swf", "not Flash");
   EXPECT_EQ(run(), RUN_SUCCESS);
   expectFindings({});
+}
+
+TEST_F(Driver, VariablesOfThePageAreFoundInFlash) {
+  addHtml(kPage);
+  addScript("function f() { var tuner = document.getElementById('tv'); }");
+  addFile("movie.swf", swf_assembler::assemble("signature CWS\ndoaction {\nPush 0 \"tuner\" \"GetSerial\"\nCallMethod\n"
+                                               "Push 1 \"trace\"\nCallFunction\n}\nend\n"));
+  EXPECT_EQ(run(), RUN_UNDOCUMENTED_API);
+  expectFindings({"../movie.swf(-1) : UndocumentedAPI 'GetSerial' used\n"});
 }
 
 }  // namespace

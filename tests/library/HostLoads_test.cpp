@@ -183,6 +183,8 @@ TEST(HostLoads, AnalysesPackagesAtTheDevicesPaths) {
   } rows[] = {
       {"undocumented.wgt", RUN_UNDOCUMENTED_API, {"../main.js(57) : UndocumentedAPI 'GetSerial' used\n"}, 3},
       {"clean.wgt", RUN_SUCCESS, {}, 5},
+      {"flash-undocumented.wgt", RUN_UNDOCUMENTED_API, {"../(-1) : UndocumentedAPI 'GetSerial' used\n"}, 2},
+      {"flash-clean.wgt", RUN_SUCCESS, {}, 2},
       {"nested.wgt", RUN_UNDOCUMENTED_API, {"../player.js(20) : UndocumentedAPI 'GetSerial' used\n"}, 7},
       {nullptr, RUN_UNDOCUMENTED_API, {"../index.html(12) : UndocumentedAPI 'GetModel' used\n"}, 1},
   };

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tarvo/RunResult.h"
+
+// What the engine makes of one SWF file.
+struct FlashText {
+  RunResult code;  // of the reader
+  std::vector<std::string> lines;
+};
+
+// The listing of its action records.
+FlashText disassemble(const std::string& path);
+
+// The call statements in that listing.
+FlashText decompile(const std::string& path);
+
+// `text` as it is, a line each; or as JSON {"code": n, `key`: [lines]}.
+std::string plainText(const FlashText& text);
+std::string jsonText(const FlashText& text, const char* key);
+
+// Why not all of the file is in its text; empty if it is.
+std::string failureOf(RunResult code);

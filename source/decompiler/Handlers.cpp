@@ -1,0 +1,310 @@
+// Action handlers: what each record does to the stack, the registers and the statements.
+//
+// Those that only pop and push a placeholder are rows of SimpleHandlers.h. Test: tests/decompiler/Handlers_test.cpp.
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <limits>
+
+#include "decompiler/DeCompiler.h"
+#include "platform/Limits.h"
+#include "tarvo/RunResult.h"
+
+namespace FlashEngine_1_00 {
+namespace {
+
+constexpr const char* kSeparator = "#@x441#";
+constexpr const char* kRegisterNames[] = {"this", "arguments", "super", "_root", "_parent", "_global"};
+
+// A decimal count or register number; clamped to 32 bits on every machine, 0 if it is none.
+long number(const std::string& text) {
+  return static_cast<long>(std::clamp<long long>(std::strtoll(text.c_str(), nullptr, 10),
+                                                 std::numeric_limits<std::int32_t>::min(),
+                                                 std::numeric_limits<std::int32_t>::max()));
+}
+
+bool contains(const std::string& text, const char* piece) {
+  return text.find(piece) != std::string::npos;
+}
+
+bool namesAPreload(const std::string& text) {
+  return std::any_of(std::begin(kRegisterNames), std::end(kRegisterNames),
+                     [&](const char* name) { return contains(text, name); });
+}
+
+}  // namespace
+
+// ---- the stack ------------------------------------------------------------------------------------------------------
+
+std::string DeCompiler::pop() {
+  std::string top = std::move(stack_.back());
+  stack_.pop_back();
+  return top;
+}
+
+std::string DeCompiler::popValue() {
+  return valuePart(pop());
+}
+
+void DeCompiler::popUpTo(long count) {
+  for (; count > 0 && has(1); --count)
+    stack_.pop_back();
+}
+
+unsigned DeCompiler::popAndPush(std::size_t pops, const char* pushed) {
+  if (has(pops)) popUpTo(static_cast<long>(pops));
+  std::string result;
+  if (pushed != nullptr && build(result, pushed)) stack_.push_back(std::move(result));
+  return RUN_SUCCESS;
+}
+
+std::string DeCompiler::valuePart(const std::string& entry) {
+  Lines pieces;
+  stringUtil_.stringTokenizer(kSeparator, entry, pieces);
+  return pieces.size() == 2 ? pieces[1] : std::string();
+}
+
+bool DeCompiler::readPairs(const std::string& line, Lines& keys, Lines& values) {
+  parserKeyValuePair(line, keys, values);
+  return keys.size() == values.size();
+}
+
+// Appends `piece` to a text under construction. False, and the end of the replay, once too much was built.
+bool DeCompiler::build(std::string& text, const std::string& piece) {
+  full_ = full_ || piece.size() > kMaxReplayBytes - builtBytes_;
+  if (full_) return false;
+  builtBytes_ += piece.size();
+  text += piece;
+  return true;
+}
+
+void DeCompiler::pushBuilt(const char* kind, const std::string& text) {
+  std::string entry;
+  if (build(entry, kind) && build(entry, kSeparator) && build(entry, text)) stack_.push_back(std::move(entry));
+}
+
+// Pops up to `count` arguments and appends their value parts, with a comma behind each but the `count`-th; or, without
+// `commaBehindTheLast`, behind each but the last one there is.
+void DeCompiler::appendArguments(std::string& text, long count, bool commaBehindTheLast) {
+  for (long taken = 1; taken <= count && has(1) && !full_; ++taken) {
+    build(text, popValue());
+    if (taken < count && (commaBehindTheLast || has(1))) build(text, ",");
+  }
+}
+
+// Records the statement that `text`, up to its parenthesis, and `count` arguments make, and pushes its result.
+void DeCompiler::recordCall(std::string text, long count) {
+  appendArguments(text, count, true);
+  std::string statement;
+  if (!build(text, ")") || !build(statement, text)) return;
+  pushBuilt("returnValueOfFunction", text);
+  if (!full_) statements_.push_back(std::move(statement));
+}
+
+// The value of the first variable whose name holds `name` (and that has a value, if asked for); null if there is none.
+const std::string* DeCompiler::findVariable(const std::string& name, bool withValue) const {
+  for (std::size_t i = 0; i < variableNames_.size(); ++i) {
+    if (contains(variableNames_[i], name.c_str()) && !(withValue && variableValues_[i].empty())) {
+      return &variableValues_[i];
+    }
+  }
+  return nullptr;
+}
+
+// ---- handlers with logic --------------------------------------------------------------------------------------------
+
+unsigned DeCompiler::handleActionPush(Lines argumentLines) {
+  for (const std::string& line : argumentLines) {
+    Lines keys;
+    Lines values;
+    if (!readPairs(line, keys, values)) return RUN_DECOMPILE_FAILED;
+    std::string entry;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+      if (i > 0) entry += kSeparator;
+      if (!contains(keys[i], "reg$")) {
+        entry += values[i];
+      } else if (const auto n = static_cast<unsigned long>(number(values[i])); n < registers_.size()) {
+        entry += registers_[n];
+      }
+    }
+    stack_.push_back(std::move(entry));
+  }
+  return RUN_SUCCESS;
+}
+
+unsigned DeCompiler::handleActionCallMethod(Lines) {
+  const bool complete = has(3);
+  const std::string method = complete ? popValue() : std::string();
+  const std::string object = complete ? popValue() : std::string();
+  const long count = complete ? number(popValue()) : 0;
+  std::string text;
+  if (build(text, object) && build(text, ".") && build(text, method) && build(text, "(")) recordCall(text, count);
+  return RUN_SUCCESS;
+}
+
+unsigned DeCompiler::handleActionCallFunction(Lines) {
+  const bool complete = has(2);
+  const std::string function = complete ? popValue() : std::string();
+  const long count = complete ? number(popValue()) : 0;
+  std::string text;
+  if (build(text, function) && build(text, "(")) recordCall(text, count);
+  return RUN_SUCCESS;
+}
+
+unsigned DeCompiler::handleActionNewObject(Lines) {
+  const bool complete = has(2);
+  const std::string className = complete ? popValue() : std::string();
+  const long count = complete ? number(popValue()) : 0;
+  std::string text;
+  build(text, "new " + className + "(");
+  appendArguments(text, count, false);
+  build(text, ")");
+  pushBuilt("newObject", text);
+  return RUN_SUCCESS;
+}
+
+unsigned DeCompiler::handleActionNewMethod(Lines) {
+  const bool complete = has(3);
+  const std::string method = complete ? popValue() : std::string();
+  const std::string object = complete ? popValue() : std::string();
+  const long count = complete ? number(popValue()) : 0;
+  std::string text;
+  build(text, "new " + object + "." + method + "(");
+  appendArguments(text, count, false);
+  build(text, ")");
+  pushBuilt("New Method", text);
+  return RUN_SUCCESS;
+}
+
+unsigned DeCompiler::handleActionInitObject(Lines) {
+  const long count = has(1) ? number(popValue()) : 0;
+  std::string text = "{";
+  for (long taken = 0; taken < count && has(2) && !full_; ++taken) {
+    const std::string value = popValue();
+    const std::string name = popValue();
+    build(text, (taken > 0 ? "," : "") + name + ":\"" + value + "\"");
+  }
+  build(text, "}");
+  pushBuilt("InitObject", text);
+  return RUN_SUCCESS;
+}
+
+unsigned DeCompiler::handleActionInitArray(Lines) {
+  if (has(1)) popUpTo(number(popValue()));
+  return RUN_SUCCESS;
+}
+
+unsigned DeCompiler::handleActionGetMember(Lines) {
+  const bool complete = has(2);
+  const std::string member = complete ? popValue() : std::string();
+  const std::string object = complete ? popValue() : std::string();
+  std::string name;
+  if (!build(name, object) || !build(name, ".") || !build(name, member)) return RUN_SUCCESS;
+  if (const std::string* value = findVariable(name, false)) {
+    stack_.push_back(*value);
+  } else {
+    pushBuilt("valueOfProperty", name);
+  }
+  return RUN_SUCCESS;
+}
+
+unsigned DeCompiler::handleActionGetVariable(Lines) {
+  std::string entry = has(1) ? pop() : std::string();
+  const std::string* value = findVariable(valuePart(entry), true);
+  stack_.push_back(value != nullptr ? *value : std::move(entry));
+  return RUN_SUCCESS;
+}
+
+unsigned DeCompiler::handleActionConstantPool(Lines argumentLines) {
+  for (const std::string& line : argumentLines) {
+    Lines keys;
+    Lines values;
+    if (!readPairs(line, keys, values)) return RUN_DECOMPILE_FAILED;
+    constantPool_.insert(constantPool_.end(), values.begin(), values.end());
+  }
+  return RUN_SUCCESS;
+}
+
+// KEPT: the register is named and the value is on the stack, but nothing is stored. Statements depend on it.
+// (test StoreRegisterStoresNothing)
+unsigned DeCompiler::handleActionStoreRegister(Lines argumentLines) {
+  for (const std::string& line : argumentLines) {
+    Lines keys;
+    Lines values;
+    if (!readPairs(line, keys, values)) return RUN_DECOMPILE_FAILED;
+  }
+  return RUN_SUCCESS;
+}
+
+// A function's body starts on an empty stack, with the preloaded names and its parameters' names in the registers.
+unsigned DeCompiler::handleActionDefineFunction2(Lines argumentLines) {
+  std::size_t preloads = 1;
+  const auto store = [&](unsigned long n, const std::string& value) {
+    if (n < registers_.size()) registers_[n] = value;
+  };
+  for (const std::string& line : argumentLines) {
+    Lines keys;
+    Lines values;
+    if (!readPairs(line, keys, values)) return RUN_DECOMPILE_FAILED;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+      if (contains(keys[i], "Preloaded") && namesAPreload(values[i])) store(preloads++, values[i]);
+      if (contains(keys[i], "reg$") && i + 1 < keys.size()) {
+        store(static_cast<unsigned long>(number(values[i])), values[i + 1]);
+        ++i;
+      }
+    }
+  }
+  stack_.clear();
+  return RUN_SUCCESS;
+}
+
+unsigned DeCompiler::handleActionPushDuplicate(Lines) {
+  const std::string top = has(1) ? pop() : std::string();
+  std::string copy;
+  stack_.push_back(top);
+  if (build(copy, top)) stack_.push_back(std::move(copy));
+  return RUN_SUCCESS;
+}
+
+// KEPT: the two entries come back in their former order. Statements depend on it. (test StackSwapSwapsNothing)
+unsigned DeCompiler::handleActionStackSwap(Lines) {
+  return RUN_SUCCESS;
+}
+
+unsigned DeCompiler::handleActionImplementsOp(Lines) {
+  if (!has(2)) return RUN_SUCCESS;
+  (void)pop();
+  popUpTo(number(popValue()));
+  return RUN_SUCCESS;
+}
+
+unsigned DeCompiler::handleActionStartDrag(Lines) {
+  constexpr long kRectangle = 4;
+  if (!has(3)) return RUN_SUCCESS;
+  popUpTo(2);
+  const bool constrained = number(popValue()) != 0;
+  if (constrained && has(kRectangle)) popUpTo(kRectangle);
+  return RUN_SUCCESS;
+}
+
+unsigned DeCompiler::handleActionCastOp(Lines) {
+  std::string kept;
+  if (has(2)) {
+    (void)pop();
+    kept = pop();
+  }
+  stack_.push_back(std::move(kept));
+  return RUN_SUCCESS;
+}
+
+// ---- simple handlers ------------------------------------------------------------------------------------------------
+
+#define TARVO_DEFINE_HANDLER(action, pops, pushed)   \
+  unsigned DeCompiler::handleAction##action(Lines) { \
+    return popAndPush(pops, pushed);                 \
+  }
+TARVO_SIMPLE_HANDLERS(TARVO_DEFINE_HANDLER)
+#undef TARVO_DEFINE_HANDLER
+
+}  // namespace FlashEngine_1_00

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+
+namespace FlashEngine_1_00 {
+
+// A place in a file's bytes, or a number of them; 64 bits everywhere, so that sums of 32-bit lengths never wrap.
+using Position = long long;
+
+// A piece of a file's bytes that can be asked for any place: what lies outside it reads as zero, so a count or length
+// in the file can be followed wherever it leads. Does not own the bytes.
+class ByteView {
+ public:
+  ByteView(const unsigned char* bytes, Position size) : bytes_(bytes), size_(size) {}
+
+  Position size() const { return size_; }
+  unsigned char at(Position place) const { return place >= 0 && place < size_ ? bytes_[place] : 0; }
+
+  // `size` bytes from `from` on, or fewer if there are not that many.
+  ByteView slice(Position from, Position size) const {
+    const Position begin = std::clamp<Position>(from, 0, size_);
+    return {bytes_ + begin, std::clamp<Position>(size, 0, size_ - begin)};
+  }
+
+ private:
+  const unsigned char* bytes_;
+  Position size_;
+};
+
+// Byte and bit reader over a view and a position that the caller holds. Multi-byte integers are little-endian (SWF file
+// format, integer types); positions may pass the end of the data, where everything reads as zero.
+class Util {
+ public:
+  Util();
+  ~Util();
+
+  // One, two and four bytes; the position moves behind them.
+  unsigned getByte(const ByteView& data, Position& position);
+  unsigned getWord(const ByteView& data, Position& position);
+  std::uint32_t getDoubleWord(const ByteView& data, Position& position);
+
+  // `count` bits, most significant first: those left of `current`, then those of the next bytes, each of which moves
+  // the position and leaves eight bits. Prime it with eight bits left and the first byte read. Returns the low 16 bits.
+  unsigned getBitsValue(int& bitsLeft, unsigned& current, const ByteView& data, Position& position, int count);
+
+  // The bytes from the position to the next zero byte, or to `end` if none comes before it; the position moves behind
+  // both.
+  std::string getString(const ByteView& data, Position& position, Position end);
+
+  // Moves the position by `length`; at or past `total` that is logged.
+  void skipTagLengh(const ByteView& data, Position& position, std::uint32_t length, Position total);
+};
+
+}  // namespace FlashEngine_1_00

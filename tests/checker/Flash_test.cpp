@@ -1,0 +1,66 @@
+// tarvo-check disassemble and decompile, and applications with Flash files.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <nlohmann/json.hpp>
+
+namespace {
+
+struct Output {
+  int status;
+  std::string text;
+};
+
+Output run(const std::string& command) {
+  FILE* pipe = popen(command.c_str(), "r");
+  Output output{0, ""};
+  char buffer[4096];
+  for (std::size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;)
+    output.text.append(buffer, n);
+  output.status = WEXITSTATUS(pclose(pipe));
+  return output;
+}
+
+// The checker's answer to `command` about a movie of this text.
+Output ask(const std::string& command, const std::string& movie) {
+  const std::string path = testing::TempDir() + "tarvo-flash-test.swf";
+  const Output made = run("printf '%s' '" + movie + "' | " ASSEMBLER " - " + path + " 2>&1");
+  EXPECT_EQ(made.status, 0) << made.text;
+  Output answer = run(CHECKER " " + command + " " + path + " 2>&1");
+  std::remove(path.c_str());
+  return answer;
+}
+
+const std::string kCall = "doaction {\nPush 0 \"a\\x80\" \"b\"\nCallMethod\n}\n";
+
+TEST(FlashCommands, PrintListingAndStatements) {
+  EXPECT_EQ(ask("decompile", kCall).text, "a\x80.b()\n");
+  EXPECT_NE(ask("disassemble", kCall).text.find("[ActionCallMethod]\n"), std::string::npos);
+  const auto statements = nlohmann::json::parse(ask("decompile --json", kCall).text);
+  EXPECT_EQ(statements["code"], 1000);
+  EXPECT_EQ(statements["statements"], std::vector<std::string>{"a\xC2\x80.b()"});
+  const auto lines = nlohmann::json::parse(ask("disassemble --json", kCall).text);
+  EXPECT_EQ(lines["code"], 1000);
+  EXPECT_EQ(lines["lines"][1], "[ActionPush]");
+}
+
+TEST(FlashCommands, SayWhyAFileCannotBeRead) {
+  const Output notFlash = ask("disassemble", "signature ZWS\n");
+  EXPECT_EQ(notFlash.status, 2);
+  EXPECT_NE(notFlash.text.find("neither FWS nor CWS"), std::string::npos);
+  const Output damaged = ask("decompile", "signature CWS\n" + kCall + "tag 9 bytes 00\ncut 1\n");
+  EXPECT_EQ(damaged.status, 0);  // it ends without an error of its own
+  EXPECT_EQ(run(CHECKER " disassemble /no/such.swf 2>&1").status, 2);
+}
+
+TEST(FlashCommands, ApplicationsWithFlashAreJudged) {
+  const std::string undocumented = EXAMPLES "/flash-undocumented.wgt";
+  EXPECT_EQ(run(CHECKER " " + undocumented).text,
+            undocumented + "!/www/movie.swf: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER\n" + undocumented +
+                ": 1 use of undocumented APIs\n");
+  EXPECT_EQ(run(CHECKER " " EXAMPLES "/flash-clean.wgt").status, 0);
+}
+
+}  // namespace
