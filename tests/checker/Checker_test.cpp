@@ -13,14 +13,11 @@
 #include <nlohmann/json.hpp>
 #include <thread>
 
+#include "RunCommand.h"
+
 namespace fs = std::filesystem;
 
 namespace {
-
-struct Output {
-  int status;
-  std::string text;
-};
 
 class Checker : public ::testing::Test {
  protected:
@@ -28,8 +25,8 @@ class Checker : public ::testing::Test {
     char name[] = "/tmp/tarvo-checker-test-XXXXXX";
     directory_ = mkdtemp(name);
     fs::create_directory(directory_ + "/tmp");
-    fs::create_directories(directory_ + "/work/www");
-    fs::current_path(directory_ + "/work");
+    fs::create_directories(directory_ + "/cwd/www");
+    fs::current_path(directory_ + "/cwd");
     setenv("TMPDIR", (directory_ + "/tmp").c_str(), 1);
   }
   ~Checker() override {
@@ -42,15 +39,7 @@ class Checker : public ::testing::Test {
     std::ofstream(path, std::ios::binary) << bytes;
   }
 
-  static Output check(const std::string& arguments) {
-    FILE* pipe = popen((CHECKER " " + arguments).c_str(), "r");
-    Output output{0, ""};
-    char buffer[4096];
-    for (std::size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;)
-      output.text.append(buffer, n);
-    output.status = WEXITSTATUS(pclose(pipe));
-    return output;
-  }
+  static Output check(const std::string& arguments) { return runCommand(CHECKER " " + arguments); }
 
   std::string directory_;
 };

@@ -1,34 +1,20 @@
 // tarvo-check disassemble and decompile, and applications with Flash files.
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
+#include "RunCommand.h"
+
 namespace {
-
-struct Output {
-  int status;
-  std::string text;
-};
-
-Output run(const std::string& command) {
-  FILE* pipe = popen(command.c_str(), "r");
-  Output output{0, ""};
-  char buffer[4096];
-  for (std::size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;)
-    output.text.append(buffer, n);
-  output.status = WEXITSTATUS(pclose(pipe));
-  return output;
-}
 
 // The checker's answer to `command` about a movie of this text.
 Output ask(const std::string& command, const std::string& movie) {
   const std::string path = testing::TempDir() + "tarvo-flash-test.swf";
-  const Output made = run("printf '%s' '" + movie + "' | " ASSEMBLER " - " + path + " 2>&1");
+  const Output made = runCommand("printf '%s' '" + movie + "' | " ASSEMBLER " - " + path + " 2>&1");
   EXPECT_EQ(made.status, 0) << made.text;
-  Output answer = run(CHECKER " " + command + " " + path + " 2>&1");
+  Output answer = runCommand(CHECKER " " + command + " " + path + " 2>&1");
   std::remove(path.c_str());
   return answer;
 }
@@ -52,15 +38,15 @@ TEST(FlashCommands, SayWhyAFileCannotBeRead) {
   EXPECT_NE(notFlash.text.find("neither FWS nor CWS"), std::string::npos);
   const Output damaged = ask("decompile", "signature CWS\n" + kCall + "tag 9 bytes 00\ncut 1\n");
   EXPECT_EQ(damaged.status, 0);  // it ends without an error of its own
-  EXPECT_EQ(run(CHECKER " disassemble /no/such.swf 2>&1").status, 2);
+  EXPECT_EQ(runCommand(CHECKER " disassemble /no/such.swf 2>&1").status, 2);
 }
 
 TEST(FlashCommands, ApplicationsWithFlashAreJudged) {
   const std::string undocumented = EXAMPLES "/flash-undocumented.wgt";
-  EXPECT_EQ(run(CHECKER " " + undocumented).text,
+  EXPECT_EQ(runCommand(CHECKER " " + undocumented).text,
             undocumented + "!/www/movie.swf: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER\n" + undocumented +
                 ": 1 use of undocumented APIs\n");
-  EXPECT_EQ(run(CHECKER " " EXAMPLES "/flash-clean.wgt").status, 0);
+  EXPECT_EQ(runCommand(CHECKER " " EXAMPLES "/flash-clean.wgt").status, 0);
 }
 
 }  // namespace
