@@ -31,6 +31,7 @@ class Checker : public ::testing::Test {
   }
   ~Checker() override {
     EXPECT_TRUE(fs::is_empty(directory_ + "/tmp")) << "something was left behind";
+    unsetenv("TMPDIR");
     fs::current_path("/");
     fs::remove_all(directory_);
   }
