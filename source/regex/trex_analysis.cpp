@@ -122,8 +122,11 @@ class Anchors {
 
   explicit Anchors(const TrexExpression& expression) : e_(expression) {}
 
+  // The last of the literals that are long enough, else the longest, of those that no match can do without.
+  const std::string& required() const { return required_; }
+
   // The anchors of a sequence that comes after bytes of `before`; adds the bytes of the sequence to `before`.
-  List ofSequence(std::int32_t index, TrexByteSet& before, int depth) const {
+  List ofSequence(std::int32_t index, TrexByteSet& before, int depth) {
     List best;
     while (index != kNone) {
       const TrexNode& n = node(index);
@@ -141,6 +144,8 @@ class Anchors {
           anchor.literal += literal(index);
         for (const char c : anchor.literal)
           before.add(static_cast<unsigned char>(c));
+        if (optional_ == 0 && strength({anchor}) >= std::min(required_.size(), kGoodLiteral))
+          required_ = anchor.literal;
         takeBetter(best, {anchor});
         continue;
       } else {
@@ -176,14 +181,16 @@ class Anchors {
     if (strength(other) > strength(best)) best = std::move(other);
   }
 
-  List ofAlternation(const TrexNode& alternation, TrexByteSet& before, int depth) const {
+  List ofAlternation(const TrexNode& alternation, TrexByteSet& before, int depth) {
     if (depth >= kMaxDepth) {
       before = everyByte();
       return {};
     }
     TrexByteSet beforeRight = before;
+    ++optional_;
     List anchors = ofSequence(alternation.left, before, depth + 1);
     const List right = ofSequence(alternation.right, beforeRight, depth + 1);
+    --optional_;
     before.add(beforeRight);
     if (anchors.empty() || right.empty() || anchors.size() + right.size() > kMaxAnchors) return {};
     anchors.insert(anchors.end(), right.begin(), right.end());
@@ -191,7 +198,7 @@ class Anchors {
   }
 
   // Adds every byte that a node can consume.
-  void addBytes(std::int32_t index, TrexByteSet& bytes, int depth) const {
+  void addBytes(std::int32_t index, TrexByteSet& bytes, int depth) {
     const TrexNode& n = node(index);
     switch (n.kind) {
       case TREX_NODE_BEGIN:
@@ -214,11 +221,13 @@ class Anchors {
     }
   }
 
-  void addRepeated(std::int32_t index, TrexByteSet& bytes, int depth) const {
+  void addRepeated(std::int32_t index, TrexByteSet& bytes, int depth) {
     const std::int32_t kind = node(index).kind;
     if (kind == TREX_NODE_GROUP || kind == TREX_NODE_GROUP_NOCAPTURE) {
       if (depth < kMaxDepth) {
+        ++optional_;
         (void)ofSequence(node(index).left, bytes, depth + 1);
+        --optional_;
       } else {
         bytes = everyByte();
       }
@@ -228,6 +237,8 @@ class Anchors {
   }
 
   const TrexExpression& e_;
+  int optional_ = 0;  // alternations and repetitions around the current sequence
+  std::string required_;
 };
 
 }  // namespace
@@ -244,5 +255,7 @@ void trexAnalyse(TrexExpression& expression) {
   const First first = FirstBytes(expression).ofSequence(expression.first, 0);
   expression.firstBytes = first.canBeEmpty ? everyByte() : first.bytes;
   TrexByteSet before;
-  expression.anchors = Anchors(expression).ofSequence(expression.first, before, 0);
+  Anchors anchors(expression);
+  expression.anchors = anchors.ofSequence(expression.first, before, 0);
+  expression.required = anchors.required();
 }

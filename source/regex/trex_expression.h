@@ -67,6 +67,7 @@ struct TrexExpression {
   std::vector<TrexByteSet> sets;    // one per node: what a class or class letter matches
   TrexByteSet firstBytes;           // the bytes at which an attempt can get anywhere
   std::vector<TrexAnchor> anchors;  // one of them holds for every match; none if no literals are known
+  std::string required;             // every match holds this literal; empty if none is known
 };
 
 // Whether `byte` is in the class of `letter`, one of "aAcCdDlpPsSuwWxX". The tests are those of <cctype>.

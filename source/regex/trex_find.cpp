@@ -22,6 +22,7 @@ bool TrexFinder::next(const char*& matchBegin, const char*& matchEnd) {
 // The first place from `at` on where a match could start; end_ if there is none.
 const char* TrexFinder::nextCandidate(const char* at) {
   if (e_.anchors.empty() || at >= end_) return at;
+  if (!holdsRequired(at)) return end_;
   const char* nearest = end_;
   for (std::size_t i = 0; i < e_.anchors.size(); ++i) {
     Window& window = windows_[i];
@@ -29,6 +30,14 @@ const char* TrexFinder::nextCandidate(const char* at) {
     nearest = std::min(nearest, std::max(at, window.from));
   }
   return nearest;
+}
+
+bool TrexFinder::holdsRequired(const char* at) {
+  if (required_ != nullptr && required_ >= at) return required_ <= end_;
+  const std::string_view rest(at, static_cast<std::size_t>(end_ - at) + 1);
+  const std::size_t hit = rest.find(e_.required);
+  required_ = hit == std::string_view::npos ? end_ + 1 : at + hit;
+  return required_ <= end_;
 }
 
 void TrexFinder::findWindow(const TrexAnchor& anchor, const char* at, Window& window) const {

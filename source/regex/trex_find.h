@@ -26,10 +26,12 @@ class TrexFinder {
   };
 
   const char* nextCandidate(const char* at);
+  bool holdsRequired(const char* at);
   void findWindow(const TrexAnchor& anchor, const char* at, Window& window) const;
 
   TrexExpression& e_;
   const char* at_;
   const char* end_;
   std::array<Window, kMaxAnchors> windows_{};
+  const char* required_ = nullptr;  // the next place of the literal that every match holds, as far as it is known
 };

@@ -4,6 +4,7 @@
 // the continuation, to see whether they may stop. Recursion follows the nesting of the pattern, never the text.
 // Test: tests/regex/trex_test.cpp, and tests/regex/trex_differential_test.cpp against a second, slow matcher.
 
+#include <algorithm>
 #include <cctype>
 #include <cstring>
 
@@ -139,6 +140,10 @@ class Matcher {
     const std::int32_t afterContinuation = continuation == kNone ? kNone : node(continuation).next;
     const std::int32_t afterStop = stop == kNone || node(stop).next == kNone ? afterContinuation : node(stop).next;
 
+    if (node(repeat.left).kind == TREX_NODE_ANY && looksAhead && node(stop).kind < TREX_NODE_REPEAT) {
+      return matchAnyUntil(static_cast<char>(node(stop).kind), position, min, max);
+    }
+
     std::int32_t count = 0;
     while (count < max || count == kUnbounded) {
       const std::int32_t recorded = e_.groupCounter;
@@ -155,6 +160,20 @@ class Matcher {
       }
     }
     return acceptable(count) ? position : nullptr;
+  }
+
+  // ".*x" up to the "x", without looking at each byte in turn.
+  const char* matchAnyUntil(char stop, const char* position, std::int32_t min, std::int32_t max) const {
+    if (position > e_.end) return min == 0 ? position : nullptr;
+    const std::ptrdiff_t there = std::max<std::ptrdiff_t>(e_.end - position, 1);  // one round may take the end's byte
+    const std::ptrdiff_t most = std::min<std::ptrdiff_t>(max == kUnbounded ? kMostRounds : max, there);
+    const std::ptrdiff_t from = std::max<std::ptrdiff_t>(min, 1);
+    const std::ptrdiff_t last = std::min<std::ptrdiff_t>(most, e_.end - position);  // where the stop byte may stand
+    if (from <= last) {
+      const void* hit = std::memchr(position + from, stop, static_cast<std::size_t>(last - from) + 1);
+      if (hit != nullptr) return static_cast<const char*>(hit);
+    }
+    return min <= max && most >= min ? position + most : nullptr;
   }
 
   TrexExpression& e_;
