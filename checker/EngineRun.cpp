@@ -29,6 +29,7 @@ constexpr std::string_view kPackageFound = " zip file found [%s]/ Size [%d]";
 constexpr std::string_view kEntryFailed = " entry [%s] not extracted [%d] ";
 constexpr std::string_view kEntryUnsafe = " unsafe entry [%s] skipped ";
 constexpr std::string_view kSourceUnreadable = " file[%s] Open Error ";
+constexpr std::string_view kFlashSignature = "[%s] [swfHeader] [%s]";
 constexpr std::string_view kFileUnreadable = " [%s] Open Error ";
 
 constexpr std::size_t kMaxLinkName = 100;
@@ -151,6 +152,10 @@ void EngineRun::takeLog(const char* function, const char* format, va_list argume
          entry.empty() ? "its directory is damaged" : "could not be unpacked, nor what follows it");
   } else if (format == kEntryUnsafe) {
     miss(shownAs_[packages_.back()] + "/" + subject(), "its name leads out of the package");
+  } else if (format == kFlashSignature) {
+    (void)subject();  // the function's name
+    const std::string signature = va_arg(first, const char*);
+    if (signature != "FWS" && signature != "CWS") miss("a Flash file that begins with '" + signature + "'", "not read");
   } else if (format == kSourceUnreadable || format == kFileUnreadable) {
     const std::string path = subject();
     if (path != currentPaths.resultFile) miss(shown(path), "could not be read");

@@ -6,11 +6,15 @@
 
 #include <algorithm>
 #include <map>
+#include <tuple>
+#include <unordered_map>
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CallText.h"
+#include "APICheckEngine/EqualRecords.h"
 #include "APICheckEngine/Keys.h"
 #include "APICheckEngine/Tables.h"
+#include "platform/Limits.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
@@ -26,7 +30,7 @@ using detail::withoutBlanks;
 constexpr std::string_view kCommonObjects[] = {"Common.API.Plugin", "Common.API.Widget", "Common.API.TVKeyValue"};
 constexpr std::size_t kCommonWindow = 50;
 
-// What may stand before a variable; a longer name that ends in it may not.
+// What may stand before a variable; of a longer name that ends in it, only "_" may.
 const std::string kSeparator = R"([\+\-\_\*\/\%\(\{\[\;\:\,\?\s])";
 // `Execute( "Start"`; not `Execute (`.
 const std::string kExecuteCall = R"(Execute\(\s*["']*[\w\s\_]*["']*)";
@@ -53,7 +57,8 @@ bool holdsCommonObject(const std::string& text, const std::string& name) {
   for (const std::string_view object : kCommonObjects) {
     for (std::size_t at = text.find(object); at != std::string::npos; at = text.find(object, at + 1)) {
       const std::size_t end = at + object.size();
-      if (text.find(name, end - std::min(end, kCommonWindow)) <= at) return true;
+      const std::size_t begin = end - std::min(end, kCommonWindow);
+      if (contains(std::string_view(text).substr(begin, at - begin + name.size()), name)) return true;
     }
   }
   return false;
@@ -73,22 +78,27 @@ std::unique_ptr<SWFStateMentInfo> makeCall(const std::string& path, int line) {
   return call;
 }
 
-// The matches of `id`'s call pattern in each source, searched once for all look-ups of the same element.
-class LookupCandidates {
- public:
-  const std::vector<std::string>& of(const std::string& id, const std::string& source) {
-    const auto [place, isNew] = known_.try_emplace({&source, id});
-    if (isNew) {
-      const Pattern pattern(callOnLookupOf(id));
-      for (MatchCursor at(pattern, source.c_str()); at.next();)
-        place->second.push_back(at.match());
-    }
-    return place->second;
-  }
-
- private:
-  std::map<std::pair<const std::string*, std::string>, std::vector<std::string>> known_;
+// The calls on a look-up of an element in one source: searched and checked once for all look-ups of the same element.
+struct LookupCalls {
+  struct Candidate {
+    std::string text;  // as matched
+    bool builtIn;
+  };
+  std::vector<Candidate> candidates;
+  int rounds = 0;  // look-ups for which they were reported
 };
+
+LookupCalls findLookupCalls(const std::string& id, const std::string& source) {
+  LookupCalls calls;
+  std::unordered_map<std::string, bool> builtIn;
+  const Pattern pattern(callOnLookupOf(id));
+  for (MatchCursor at(pattern, source.c_str()); at.next();) {
+    const auto [place, isNew] = builtIn.try_emplace(at.match());
+    if (isNew) place->second = detail::holdsBuiltIn(place->first);
+    calls.candidates.push_back({place->first, place->second});
+  }
+  return calls;
+}
 
 }  // namespace
 
@@ -118,8 +128,10 @@ RunResult APIAnalysis::FindAPIFunctionName4JS() {
 
 RunResult APIAnalysis::findAPIsFromPool(std::string classId, std::string name, std::string* source, std::string path) {
   const Pattern calls(callOn(withoutBlanks(name)));
+  detail::EqualRecords kept;
   for (MatchCursor at(calls, source->c_str()); at.next();) {
     std::string callText = at.match();
+    if (!kept.keep(callText)) continue;  // judged before, and documented
     const std::string extensionCall = contains(callText, "Execute") ? findAPINameForKOBCase(&callText) : std::string();
     auto call = makeCall(path, foundSymbolLineNumber(&path, &callText));
     if (!extensionCall.empty()) {
@@ -142,22 +154,33 @@ std::string APIAnalysis::findAPINameForKOBCase(std::string* callText) {
 }
 
 RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
-  LookupCandidates candidates;
+  std::map<std::tuple<std::string, std::string, const std::string*>, LookupCalls> known;  // by class, id and source
+  detail::EqualRecords keptCandidates;
+  detail::EqualRecords keptCalls;
   for (SWFStateMentInfo* declared : declareList) {
     const Key key = splitKey(*declared->expression);
     const std::string id = lookedUpId(key.symbol);
     const std::string* source = sourceOf(declared->path, worthfulSourceList);
     if (id.empty() || source == nullptr) continue;
-    const Pattern lookup(detail::lookupOf(id));
-    for (const std::string& candidate : candidates.of(id, *source)) {
-      auto found = makeCall(declared->path, 0);
-      found->expression = std::make_unique<std::string>(candidate);
-      append(lookupCandidateList, std::move(found));
-      if (detail::holdsBuiltIn(candidate)) continue;
+    const auto [place, isNew] = known.try_emplace({key.classId, id, source});
+    LookupCalls& calls = place->second;
+    if (isNew) calls = findLookupCalls(id, *source);
+    // Each round reports the same calls again, which were all documented so far.
+    if (++calls.rounds > kMaxEqualRecords) continue;
 
-      const std::string callText = candidate.substr(lookup.search(candidate.c_str()).size());
+    const Pattern lookup(detail::lookupOf(id));
+    const int line = foundSymbolLineNumber(&declared->path, &declared->access);
+    for (const LookupCalls::Candidate& candidate : calls.candidates) {
+      if (keptCandidates.keep(declared->path + '\n' + candidate.text)) {
+        auto found = makeCall(declared->path, 0);
+        found->expression = std::make_unique<std::string>(candidate.text);
+        append(lookupCandidateList, std::move(found));
+      }
+      if (candidate.builtIn || !keptCalls.keep(declared->path + '\n' + key.classId + '\n' + candidate.text)) continue;
+
+      const std::string callText = candidate.text.substr(lookup.search(candidate.text.c_str()).size());
       const std::string dummyCall = withoutBlanks(without("DummyObject." + callText + ")", ")"));
-      auto call = makeCall(declared->path, foundSymbolLineNumber(&declared->path, &declared->access));
+      auto call = makeCall(declared->path, line);
       call->expression = nameLookupCall(key.classId, callText, dummyCall);
       const RunResult code = reportCall(std::move(call));
       if (code != RUN_SUCCESS) return code;

@@ -30,7 +30,7 @@ bool isBlankLine(std::string_view line) {
 }  // namespace
 
 extern "C" int delete_comment(const char* source, int length, char* output) {
-  std::string_view rest(source, static_cast<std::size_t>(length));
+  std::string_view rest(source, static_cast<std::size_t>(std::max(length, 0)));
   char* out = output;
   while (!rest.empty()) {
     const std::size_t slash = std::min(rest.find('/'), rest.size());
@@ -47,7 +47,7 @@ extern "C" int delete_comment(const char* source, int length, char* output) {
 }
 
 extern "C" int delete_blankline(const char* source, int length, char* output) {
-  std::string_view rest(source, static_cast<std::size_t>(length));
+  std::string_view rest(source, static_cast<std::size_t>(std::max(length, 0)));
   char* out = output;
   bool dropped = false;
   while (!rest.empty()) {

@@ -7,6 +7,7 @@
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CallText.h"
 #include "APICheckEngine/Keys.h"
+#include "platform/TimeBudget.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
@@ -23,8 +24,10 @@ RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statemen
   const Pattern call(detail::lookupOf(key.symbol) + R"(\s*[\w\d\_]+)");
   const Pattern lookup(detail::lookupOf(key.symbol));
   for (const std::string& statement : statements) {
+    if (timeBudgetSpent()) break;
     if (objectIdList.empty() || !call.matchesIn(statement.c_str())) continue;
     const std::string_view prefix = lookup.search(statement.c_str());
+    if (prefix.data() == nullptr) continue;
     const std::string callText =
         statement.substr(static_cast<std::size_t>(prefix.data() - statement.data()) + prefix.size());
     if (detail::holdsBuiltIn(callText)) continue;
@@ -39,6 +42,7 @@ RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statemen
     if (code != RUN_SUCCESS) return code;
   }
   for (const SWFStateMentInfo* binding : objectVariableList) {
+    if (timeBudgetSpent()) break;
     const Key bound = detail::splitKey(*binding->expression);
     (void)findAPIsFromPool(bound.classId, bound.symbol, &joined, fileName);
   }

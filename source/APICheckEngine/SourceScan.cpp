@@ -130,8 +130,10 @@ std::vector<Excerpt> findExcerpts(std::string_view source) {
     int hits;
   };
   std::vector<Range> ranges;
-  std::size_t blank = 0;     // the nearest one so far, or the start
-  std::size_t stopFrom = 0;  // the blank after stopFrom is at stop, as far as that is known
+  std::size_t blank = 0;                         // the nearest one so far, or the start
+  std::size_t begin = 0;                         // where an excerpt from there starts
+  std::size_t beginOf = std::string_view::npos;  // the blank for which that is known
+  std::size_t stopFrom = 0;                      // the blank after stopFrom is at stop, as far as that is known
   std::size_t stop = 0;
   for (std::size_t at = 0; at + kHitLength < source.size(); ++at) {
     if (source[at] == ' ') blank = at;
@@ -141,7 +143,10 @@ std::vector<Excerpt> findExcerpts(std::string_view source) {
       stopFrom = from;
       stop = std::min(source.find(' ', from), source.size() - 1);
     }
-    const std::size_t begin = source[blank] == ' ' ? assignedVariable(source, blank) : blank;
+    if (beginOf != blank) {
+      begin = source[blank] == ' ' ? assignedVariable(source, blank) : blank;
+      beginOf = blank;
+    }
     if (!ranges.empty() && ranges.back().begin == begin && ranges.back().end == stop) {
       ++ranges.back().hits;
     } else {
@@ -159,24 +164,33 @@ std::vector<ScriptFunction> findFunctions(std::string_view source) {
   if (source.find(kFunctionKeyword) == std::string_view::npos) return functions;
   const BraceIndex braces(source);
   const FunctionHeaders headers(source);
-  NextByte opening(source, '(');
-  NextByte closing(source, ')');
+  const auto forEachFind = [&](const auto& use) {
+    NextByte opening(source, '(');
+    NextByte closing(source, ')');
+    for (std::size_t keyword = source.find(kFunctionKeyword); keyword != std::string_view::npos;
+         keyword = source.find(kFunctionKeyword, keyword + 1)) {
+      // The block ends at the brace that balances those behind the keyword's first parentheses.
+      const std::size_t parentheses = std::max(opening.after(keyword), closing.after(keyword));
+      if (parentheses == std::string_view::npos) return;
+      const std::size_t end = braces.balancedEnd(parentheses);
+      if (end == BraceIndex::kNone) continue;
+      headers.forEachIn(keyword - std::min(keyword, kBlockLead), end, [&](FunctionHeaders::Range header) {
+        const std::size_t bodyEnd = braces.balancedEnd(header.end);
+        if (bodyEnd != BraceIndex::kNone && bodyEnd <= end) use(header, bodyEnd);
+      });
+    }
+  };
+  // Of more finds than are kept, the first ones and the last one stay: aliases depend on which function is found first,
+  // bindings on which is found last.
   std::unordered_map<std::size_t, int> finds;  // by where the header begins
-  for (std::size_t keyword = source.find(kFunctionKeyword); keyword != std::string_view::npos;
-       keyword = source.find(kFunctionKeyword, keyword + 1)) {
-    // The block ends at the brace that balances those behind the keyword's first parentheses.
-    const std::size_t parentheses = std::max(opening.after(keyword), closing.after(keyword));
-    if (parentheses == std::string_view::npos) break;
-    const std::size_t end = braces.balancedEnd(parentheses);
-    if (end == BraceIndex::kNone) continue;
-    headers.forEachIn(keyword - std::min(keyword, kBlockLead), end, [&](FunctionHeaders::Range header) {
-      const std::size_t bodyEnd = braces.balancedEnd(header.end);
-      if (bodyEnd == BraceIndex::kNone || bodyEnd > end) return;
-      if (++finds[header.begin] > kMaxEqualRecords) return;
-      functions.push_back(
-          {source.substr(header.begin, header.end - header.begin), source.substr(header.end, bodyEnd - header.end)});
-    });
-  }
+  forEachFind([&](FunctionHeaders::Range header, std::size_t) { ++finds[header.begin]; });
+  std::unordered_map<std::size_t, int> seen;
+  forEachFind([&](FunctionHeaders::Range header, std::size_t bodyEnd) {
+    const int find = ++seen[header.begin];
+    if (find >= kMaxEqualRecords && find < finds[header.begin]) return;
+    functions.push_back(
+        {source.substr(header.begin, header.end - header.begin), source.substr(header.end, bodyEnd - header.end)});
+  });
   return functions;
 }
 

@@ -10,6 +10,7 @@
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CommentStripping.h"
+#include "APICheckEngine/EqualRecords.h"
 #include "APICheckEngine/SourceScan.h"
 #include "APICheckEngine/Tables.h"
 #include "platform/File.h"
@@ -44,14 +45,15 @@ bool isOneOf(const std::string& text, const char* const (&words)[N]) {
   return std::any_of(std::begin(words), std::end(words), [&](const char* word) { return text == word; });
 }
 
-// One record for each match, as often as the excerpt was hit.
+// One record for each match, as often as the excerpt was hit. `kept` counts equal ones of the whole file, if given.
 void appendAccesses(const Pattern& pattern, const detail::Excerpt& excerpt, const std::string& path,
-                    APIAnalysis::Records& list) {
+                    APIAnalysis::Records& list, detail::EqualRecords* kept) {
   std::vector<std::string> matches;
   for (MatchCursor at(pattern, excerpt.text.c_str()); at.next();)
     matches.push_back(at.match());
   for (int hit = 0; hit < std::min(excerpt.hits, kMaxEqualRecords); ++hit) {
     for (const std::string& match : matches) {
+      if (kept != nullptr && !kept->keep(match)) continue;
       auto record = std::make_unique<SWFStateMentInfo>();
       record->expression = std::make_unique<std::string>(match);
       record->scope = "Global";
@@ -80,9 +82,11 @@ RunResult APIAnalysis::FirstScanSource(std::vector<std::string>* files) {
     std::string* cleaned = nullptr;
     if (CheckFileAnalysisWorth(path, cleaned) == 0) continue;
     const std::string_view text = cleaned->c_str();
+    detail::EqualRecords keptAccesses;
     for (const detail::Excerpt& excerpt : detail::findExcerpts(text)) {
-      appendAccesses(accesses, excerpt, path, objectAccessList);
-      appendAccesses(embeds, excerpt, path, embedsAccessList);
+      appendAccesses(accesses, excerpt, path, objectAccessList, &keptAccesses);
+      // Embeds records are read from the last one on: which of equal ones is the last decides their order.
+      appendAccesses(embeds, excerpt, path, embedsAccessList, nullptr);
     }
     for (const detail::ScriptFunction& function : detail::findFunctions(text)) {
       append(functionBlockList,

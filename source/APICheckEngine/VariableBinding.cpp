@@ -5,10 +5,12 @@
 // tests/APICheckEngine/VariableBinding_test.cpp.
 
 #include <algorithm>
-#include <unordered_map>
+#include <map>
 
 #include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/EqualRecords.h"
 #include "APICheckEngine/Keys.h"
+#include "platform/Limits.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
@@ -25,7 +27,7 @@ const std::string kDirectUse = R"((\s*document\s*\.\s*getElementById\s*[(][\"'\s
                                "|"
                                R"((\s*[\$]\s*[(]["'\s]*[\w\_]+["'\s]*\)\s*\.+))";
 
-// "this.tv ="; its match is the second "=" alone in "tv == null".
+// "this.tv ="; in "tv == null", "tv =" and then the second "=" alone, which names nothing.
 const std::string kAssignment = R"((([\w\_]+)[\.]*)*\s*(=))";
 
 // The symbol in parentheses, quoted or not: ("tv"), ( tv ); not (tv2).
@@ -49,7 +51,7 @@ class EnclosingFunction {
 
   // Its body; empty if there is none.
   std::string_view body(const std::string& path, const std::string& access) {
-    const auto [place, isNew] = known_.try_emplace(path + '\n' + access);
+    const auto [place, isNew] = known_.try_emplace({path, access});
     if (isNew) place->second = find(path, access);
     return place->second;
   }
@@ -65,7 +67,7 @@ class EnclosingFunction {
   }
 
   const std::vector<FlashFunctionInfo*>& functions_;
-  std::unordered_map<std::string, std::string_view> known_;
+  std::map<std::pair<std::string, std::string>, std::string_view> known_;
 };
 
 }  // namespace
@@ -93,7 +95,7 @@ RunResult APIAnalysis::FindDeclareListValidation() {
     const auto n = static_cast<std::size_t>(index);
     if (n >= objectTagList.size() || n >= symbols.size()) continue;
     // KEPT: one equal record for every symbol. Whoever counts the records sees as many. (test EmbedsRepeatPerSymbol)
-    for (std::size_t i = 0; i < symbols.size(); ++i) {
+    for (std::size_t i = 0; i < std::min<std::size_t>(symbols.size(), kMaxEqualRecords); ++i) {
       append(embedsDeclareList, makeDeclaration(symbols[n].classId, *access));
     }
   }
@@ -108,6 +110,7 @@ RunResult APIAnalysis::FindObjectVariable() {
   const Pattern directUse(kDirectUse);
   const Pattern assignments(kAssignment);
   EnclosingFunction enclosing(functionBlockList);
+  detail::EqualRecords kept;
   for (SWFStateMentInfo* declared : declareList) {
     const std::string& expression = *declared->expression;
     if (directUse.matchesIn(expression.c_str())) continue;
@@ -115,16 +118,18 @@ RunResult APIAnalysis::FindObjectVariable() {
     for (MatchCursor at(assignments, expression.c_str()); at.next();) {
       std::string variable = without(withoutBlanks(at.match()), "=");
       if (variable.empty()) continue;
+      const bool wholeFile = variable.find("this.") != std::string::npos;
+      const std::string_view body =
+          wholeFile ? std::string_view() : enclosing.body(declared->path, splitKey(expression).symbol);
+      const std::string key = makeKey(withoutBlanks(classId), variable);
+      const auto bodyPlace = std::to_string(reinterpret_cast<std::uintptr_t>(body.data()));
+      if (!kept.keep(key + '\n' + bodyPlace + '\n' + declared->path)) continue;
       auto binding = std::make_unique<SWFStateMentInfo>();
-      binding->expression = std::make_unique<std::string>(makeKey(withoutBlanks(classId), variable));
+      binding->expression = std::make_unique<std::string>(key);
+      binding->scope = wholeFile ? "Src" : "Func";
+      binding->text = body;
       binding->path = declared->path;
       binding->line = foundSymbolLineNumber(&declared->path, &variable);
-      if (variable.find("this.") != std::string::npos) {
-        binding->scope = "Src";
-      } else {
-        binding->scope = "Func";
-        binding->text = enclosing.body(declared->path, splitKey(expression).symbol);
-      }
       append(objectVariableList, std::move(binding));
     }
   }

@@ -170,11 +170,11 @@ unsigned DeCompiler::SWFDeCompilerMain(Lines& listing, Lines& statements) {
     // KEPT: every line that holds the bare name is an argument line, the next record's header too if its name begins
     // with this one's, which then is not replayed. Statements depend on it. (test HeadersThatBeginAlikeAreSwallowed)
     Lines arguments;
-    while (i < listing.size() && listing[i].find(row->name) != std::string::npos)
+    while (i < listing.size() && listing[i].find(row->name) != std::string::npos && !timeBudgetSpent())
       arguments.push_back(listing[i++]);
     (void)(this->*row->handler)(std::move(arguments));
   }
-  statements = statements_;
+  statements.assign(statements_.begin(), statements_.end());
   return RUN_SUCCESS;
 }
 

@@ -82,6 +82,7 @@ class DeCompiler {
   [[gnu::visibility("hidden")]] std::string valuePart(const std::string& entry);
   [[gnu::visibility("hidden")]] bool readPairs(const std::string& line, Lines& keys, Lines& values);
   [[gnu::visibility("hidden")]] bool build(std::string& text, const std::string& piece);
+  [[gnu::visibility("hidden")]] void keepBuilt(std::deque<std::string>& place, std::string text);
   [[gnu::visibility("hidden")]] void pushBuilt(const char* kind, const std::string& text);
   [[gnu::visibility("hidden")]] void appendArguments(std::string& text, long count, bool commaBehindTheLast);
   [[gnu::visibility("hidden")]] void recordCall(std::string text, long count);
@@ -91,7 +92,7 @@ class DeCompiler {
   std::deque<std::string> stack_;  // the top is at the back
   Lines variableNames_;
   Lines variableValues_;  // parallel to the names
-  Lines statements_;
+  std::deque<std::string> statements_;
   Lines constantPool_;
   CStringUtil stringUtil_;
   std::size_t builtBytes_ = 0;

@@ -54,8 +54,7 @@ void DeCompiler::popUpTo(long count) {
 
 unsigned DeCompiler::popAndPush(std::size_t pops, const char* pushed) {
   if (has(pops)) popUpTo(static_cast<long>(pops));
-  std::string result;
-  if (pushed != nullptr && build(result, pushed)) stack_.push_back(std::move(result));
+  if (pushed != nullptr) keepBuilt(stack_, pushed);
   return RUN_SUCCESS;
 }
 
@@ -70,18 +69,24 @@ bool DeCompiler::readPairs(const std::string& line, Lines& keys, Lines& values) 
   return keys.size() == values.size();
 }
 
-// Appends `piece` to a text under construction. False, and the end of the replay, once too much was built.
+// Appends `piece` to a text under construction. False, and the end of the replay, if it would be one too many.
 bool DeCompiler::build(std::string& text, const std::string& piece) {
-  full_ = full_ || piece.size() > kMaxReplayBytes - builtBytes_;
-  if (full_) return false;
-  builtBytes_ += piece.size();
-  text += piece;
-  return true;
+  full_ = full_ || text.size() + piece.size() > kMaxReplayBytes - builtBytes_;
+  if (!full_) text += piece;
+  return !full_;
+}
+
+// Puts a finished text on the stack, or on the list of statements, if it still fits.
+void DeCompiler::keepBuilt(std::deque<std::string>& place, std::string text) {
+  std::string kept;
+  if (!build(kept, text)) return;
+  builtBytes_ += kept.size();
+  place.push_back(std::move(kept));
 }
 
 void DeCompiler::pushBuilt(const char* kind, const std::string& text) {
   std::string entry;
-  if (build(entry, kind) && build(entry, kSeparator) && build(entry, text)) stack_.push_back(std::move(entry));
+  if (build(entry, kind) && build(entry, kSeparator) && build(entry, text)) keepBuilt(stack_, std::move(entry));
 }
 
 // Pops up to `count` arguments and appends their value parts, with a comma behind each but the `count`-th; or, without
@@ -96,10 +101,9 @@ void DeCompiler::appendArguments(std::string& text, long count, bool commaBehind
 // Records the statement that `text`, up to its parenthesis, and `count` arguments make, and pushes its result.
 void DeCompiler::recordCall(std::string text, long count) {
   appendArguments(text, count, true);
-  std::string statement;
-  if (!build(text, ")") || !build(statement, text)) return;
+  if (!build(text, ")")) return;
   pushBuilt("returnValueOfFunction", text);
-  if (!full_) statements_.push_back(std::move(statement));
+  keepBuilt(statements_, std::move(text));
 }
 
 // The value of the first variable whose name holds `name` (and that has a value, if asked for); null if there is none.
@@ -120,15 +124,21 @@ unsigned DeCompiler::handleActionPush(Lines argumentLines) {
     Lines values;
     if (!readPairs(line, keys, values)) return RUN_DECOMPILE_FAILED;
     std::string entry;
+    bool copiesRegister = false;
     for (std::size_t i = 0; i < keys.size(); ++i) {
       if (i > 0) entry += kSeparator;
       if (!contains(keys[i], "reg$")) {
         entry += values[i];
       } else if (const auto n = static_cast<unsigned long>(number(values[i])); n < registers_.size()) {
-        entry += registers_[n];
+        copiesRegister = true;
+        if (!build(entry, registers_[n])) return RUN_SUCCESS;
       }
     }
-    stack_.push_back(std::move(entry));
+    if (copiesRegister) {
+      keepBuilt(stack_, std::move(entry));  // a short line can ask for a long register many times
+    } else {
+      stack_.push_back(std::move(entry));
+    }
   }
   return RUN_SUCCESS;
 }
@@ -261,9 +271,8 @@ unsigned DeCompiler::handleActionDefineFunction2(Lines argumentLines) {
 
 unsigned DeCompiler::handleActionPushDuplicate(Lines) {
   const std::string top = has(1) ? pop() : std::string();
-  std::string copy;
   stack_.push_back(top);
-  if (build(copy, top)) stack_.push_back(std::move(copy));
+  keepBuilt(stack_, top);
   return RUN_SUCCESS;
 }
 

@@ -33,8 +33,9 @@ constexpr std::int32_t kMaxMatchDepth = 4000;
 // nested deeper is not parsed and counts as one without a root.
 constexpr int kMaxDatabaseDepth = 1000;
 
-// Equal records of one list that are kept: the rules make one for every hit in an excerpt and for every function around
-// a function, all with the same text. Nothing that a host sees depends on how many there are.
+// Equal records of one list that are kept: the rules make one for every hit in an excerpt, for every function around a
+// function, and for every look-up of an element, all with the same text. Nothing that a host sees depends on how many
+// there are, only on which comes first and, for functions, which comes last.
 constexpr int kMaxEqualRecords = 64;
 
 // Package expansion: bytes of one argument of the extraction job, of a package's own path, of an entry's name, and of

@@ -15,7 +15,7 @@ class Pattern {
   explicit Pattern(const std::string& text) : expression_(trex_compile(text.c_str(), nullptr), trex_free) {}
 
   // The leftmost match in the zero-terminated `text`, into which the view points; a null view if there is none.
-  std::string_view search(const char* text) const { return searchRange(text, text + std::strlen(text)); }
+  std::string_view search(const char* text) const { return searchRange(text, endOf(text)); }
 
   bool matchesIn(const char* text) const { return search(text).data() != nullptr; }
 
@@ -28,6 +28,10 @@ class Pattern {
 
  private:
   friend class MatchCursor;
+
+  // The end of a text that is searched, which hosts can ask for like after trex_search.
+  static const char* endOf(const char* text) { return g_limitAddress = text + std::strlen(text); }
+
   std::unique_ptr<TrexExpression, void (*)(TrexExpression*)> expression_;
 };
 
@@ -40,7 +44,7 @@ class Pattern {
 class MatchCursor {
  public:
   MatchCursor(const Pattern& pattern, const char* text) {
-    if (pattern.expression_ != nullptr) finder_.emplace(*pattern.expression_, text, text + std::strlen(text));
+    if (pattern.expression_ != nullptr) finder_.emplace(*pattern.expression_, text, Pattern::endOf(text));
   }
 
   bool next() {

@@ -138,11 +138,12 @@ Position branchTarget(Util util, const DeAssembler::Record& record, std::int16_t
   return record.base + record.end() + *offset;
 }
 
-// Calls `useRecord` with each record of a block, in the order in which they are listed, and `useLines` with the lines
-// that stand between nested blocks. Ends early when `stops` says so.
-template <typename UseRecord, typename UseLines, typename Stops>
-void walk(const ByteView& block, Position base, const UseRecord& useRecord, const UseLines& useLines,
-          const Stops& stops) {
+// Calls `reach` with each place at which a record starts, even one that does not fit, `useRecord` with each record of a
+// block, in the order in which they are listed, and `useLines` with the lines that stand between nested blocks. Ends
+// early when `stops` says so.
+template <typename Reach, typename UseRecord, typename UseLines, typename Stops>
+void walk(const ByteView& block, Position base, const Reach& reach, const UseRecord& useRecord,
+          const UseLines& useLines, const Stops& stops) {
   Util util;
   std::vector<OpenBlock> open{{block.size(), {}}};
   Position at = 0;
@@ -159,6 +160,7 @@ void walk(const ByteView& block, Position base, const UseRecord& useRecord, cons
     const auto code = static_cast<int>(util.getByte(block, operands));
     const Position length = code >= kHasOperands ? util.getWord(block, operands) : 0;
     const Position end = operands + length;
+    if (at < current.end) reach(at);
     if (at >= current.end || end > current.end) {
       at = current.end;
       open.pop_back();
@@ -166,7 +168,7 @@ void walk(const ByteView& block, Position base, const UseRecord& useRecord, cons
     }
     const int next = end < current.end ? block.at(end) : -1;
     const DeAssembler::Record record{code, block.slice(0, end), operands, base, next};
-    useRecord(record, at);
+    useRecord(record);
     at = end;
     if (++records == kMaxRecords) return;
     current.rests = restsOf(util, record);
@@ -525,30 +527,29 @@ const ActionRow& rowOf(int code) {
 
 void DeAssembler::getActionBlock(const ByteView& block, Position base, std::vector<std::string>& lines) {
   const auto stop = [this] { return stops(); };
-  const auto collectTarget = [&](const Record& record, Position) {
+  const auto collectTarget = [&](const Record& record) {
     if (record.code != kJump && record.code != kIf) return;
     std::int16_t offset = 0;
     const auto target = static_cast<std::uint32_t>(branchTarget(util_, record, &offset));
     if (branchTargets_.size() < kMaxBranchTargets) branchTargets_.insert(target);
   };
   walk(
-      block, base, collectTarget, [](const Lines&) {}, stop);
+      block, base, [](Position) {}, collectTarget, [](const Lines&) {}, stop);
 
-  const auto list = [&](const Record& record, Position at) {
+  const auto label = [&](Position at) {
     const auto position = static_cast<std::uint32_t>(base + at);
-    if (branchTargets_.count(position) != 0) {
-      std::array<char, 16> identifier{};
-      std::snprintf(identifier.data(), identifier.size(), "0x%x", static_cast<unsigned>(position));
-      addLine(lines, "----EMPTY----");
-      addLine(lines, std::string("Label#@x442#") + identifier.data());
-    }
-    printActionRecord(record, lines);
+    if (branchTargets_.count(position) == 0) return;
+    std::array<char, 16> identifier{};
+    std::snprintf(identifier.data(), identifier.size(), "0x%x", static_cast<unsigned>(position));
+    addLine(lines, "----EMPTY----");
+    addLine(lines, std::string("Label#@x442#") + identifier.data());
   };
+  const auto list = [&](const Record& record) { printActionRecord(record, lines); };
   const auto addRest = [&](const Lines& rest) {
     for (const std::string& line : rest)
       addLine(lines, line);
   };
-  walk(block, base, list, addRest, stop);
+  walk(block, base, label, list, addRest, stop);
 }
 
 void DeAssembler::printActionRecord(const Record& record, std::vector<std::string>& lines) {

@@ -1,4 +1,5 @@
 #include "support/EngineFixture.h"
+#include "tarvo/api_check_engine.h"
 
 namespace {
 
@@ -120,6 +121,31 @@ TEST_F(CallExtraction, CallsOnALookUpAreJudgedAtOnce) {
     EXPECT_EQ(expressions(engine().lookupCandidateList), row.candidates) << row.script;
     EXPECT_EQ(shown(engine().foundCallList), row.calls) << row.script;
   }
+}
+
+TEST_F(CallExtraction, TheLastFunctionCountsHoweverManyRecordsAreAlike) {
+  std::string keywords;
+  for (int i = 0; i < 64; ++i)
+    keywords += "function ";
+  addHtml(page("tv", "TUNER"));
+  // The inner function is found once more than its records are kept; it, not the outer one, is the variable's.
+  addScript("s = \"" + keywords +
+            "();\"}}} function outer(){ function inner(){ var t = document.getElementById('tv'); "
+            "return t } {{ }}\n t.GetSerial(); }");
+  EXPECT_EQ(run(), RUN_SUCCESS);
+  expectFindings({});
+}
+
+TEST_F(CallExtraction, ManyLookUpsOfOneElementKeepABoundedNumberOfRecords) {
+  std::string script;
+  for (int i = 0; i < 300; ++i)
+    script += "function f" + std::to_string(i) + "(){ $('tv').GetVolume(); this.t = $('tv'); }\n";
+  addHtml(page("tv", "TUNER"));
+  addScript(script + "function last(){ $('tv').GetSerial(); }");
+  EXPECT_EQ(run(), RUN_UNDOCUMENTED_API);
+  EXPECT_EQ(g_SWFResultVector->size(), 1U);
+  EXPECT_LE(engine().lookupCandidateList.size(), 2 * 64U);
+  EXPECT_LE(engine().objectVariableList.size(), 64U);
 }
 
 TEST_F(CallExtraction, HostileScriptsLoseNothing) {

@@ -222,6 +222,19 @@ TEST_F(Replay, EndsQuietlyWhenItBuildsTooMuch) {
   EXPECT_EQ(statements(listing), (Texts{"o.first()"}));
 }
 
+TEST_F(Replay, EndsQuietlyWhenItCopiesRegistersTooOften) {
+  Texts listing{"[ActionDefineFunction2]",
+                "ActionDefineFunction2#@x441#reg$#@x442#1#@x441#param#@x442#" + std::string(1200, 'r'),
+                "ActionDefineFunction2#@x441#oper#@x442#end"};
+  listing = listing + push({"#0", "o", "first"}) + Texts{"[ActionCallMethod]", "[ActionPush]"};
+  std::string copies = "ActionPush";
+  for (int i = 0; i < 62; ++i)
+    copies += "#@x441#reg$#@x442#1";
+  listing.insert(listing.end(), 2000, copies);
+  listing = listing + Texts{"[ActionStop]"} + push({"#0", "o", "last"}) + Texts{"[ActionCallMethod]"};
+  EXPECT_EQ(statements(listing), (Texts{"o.first()"}));
+}
+
 timespec late() {
   return {firstCheckTime.tv_sec + 21, firstCheckTime.tv_nsec};
 }

@@ -68,6 +68,12 @@ TEST(Listing, GotoFrame2FieldsAreNamedGetProperty) {
   EXPECT_EQ(listingOf("GotoFrame2 1"), (Texts{"[ActionGotoFrame2]", "ActionGetProperty#@x441#oper#@x442#AndPlay"}));
 }
 
+TEST(Listing, ARecordThatDoesNotFitStillHasItsLabel) {
+  EXPECT_EQ(
+      listingOf("If 0\nraw length 9 0x96 00"),
+      (Texts{"[ActionIf]", "ActionIf#@x441#offset#@x442#0#@x441#address#@x442#5", "----EMPTY----", "Label#@x442#0x5"}));
+}
+
 TEST(Listing, LongFieldLinesAreCut) {
   const Texts lines = listingOf("Push \"" + std::string(2000, 'x') + "\"");
   EXPECT_EQ(lines[1].size(), 1255U);
