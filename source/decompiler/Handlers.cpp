@@ -78,10 +78,10 @@ bool DeCompiler::build(std::string& text, const std::string& piece) {
 
 // Puts a finished text on the stack, or on the list of statements, if it still fits.
 void DeCompiler::keepBuilt(std::deque<std::string>& place, std::string text) {
-  std::string kept;
-  if (!build(kept, text)) return;
-  builtBytes_ += kept.size();
-  place.push_back(std::move(kept));
+  full_ = full_ || text.size() > kMaxReplayBytes - builtBytes_;
+  if (full_) return;
+  builtBytes_ += text.size();
+  place.push_back(std::move(text));
 }
 
 void DeCompiler::pushBuilt(const char* kind, const std::string& text) {
