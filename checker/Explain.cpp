@@ -18,7 +18,7 @@ class Explainer {
  public:
   explicit Explainer(const EngineRun& run) : run_(run) {}
 
-  Json operator()(const std::string& bytes) const { return codePoints(run_.asOnDevice(bytes)); }
+  Json operator()(std::string_view bytes) const { return codePoints(run_.asOnDevice(std::string(bytes))); }
 
   Json operator()(const std::string* text) const { return (*this)(*text); }
 
@@ -29,9 +29,8 @@ class Explainer {
   }
 
   Json operator()(const FlashFunctionInfo* function) const {
-    return {{"header", (*this)(function->header)},
-            {"body", (*this)(std::string(function->body))},
-            {"path", (*this)(function->path)}};
+    return {
+        {"header", (*this)(function->header)}, {"body", (*this)(function->body)}, {"path", (*this)(function->path)}};
   }
 
   Json operator()(const LogLine& line) const {

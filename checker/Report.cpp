@@ -13,13 +13,15 @@ namespace detail = FlashEngine_1_00::detail;
 
 std::vector<Finding> findingsOf(const EngineRun& run) {
   const APIAnalysis& engine = run.engine();
+  if (engine.resultList.empty()) return {};
+  const detail::MethodNames methodName;
   // The engine keeps its finding lines and the calls they came from apart.
   std::unordered_map<std::string, std::pair<const SWFStateMentInfo*, std::string>> callOfLine;
   for (const APIAnalysis::Records* calls : {&engine.foundCallList, &engine.flashCallList}) {
     for (const SWFStateMentInfo* call : *calls) {
       const std::string callText = detail::callTextOf(*call);
       if (callText.empty()) continue;
-      const std::string method = detail::methodName(callText);
+      const std::string method = methodName(callText);
       callOfLine.try_emplace(detail::findingLine(call->path, call->line, method), call, method);
     }
   }

@@ -5,6 +5,7 @@
 
 #include "APICheckEngine/APIAnalysis.h"
 
+#include "APICheckEngine/Knowledge.h"
 #include "platform/Log.h"
 #include "platform/TimeBudget.h"
 #include "tarvo/api_check_engine.h"
@@ -52,7 +53,7 @@ void releaseAll(std::vector<T*>& list) {
 
 }  // namespace
 
-APIAnalysis::APIAnalysis() {
+APIAnalysis::APIAnalysis() : known_(std::make_unique<detail::Knowledge>(*this)) {
   TARVO_LOG("Engine Version [%s] ", kEngineVersion);
   startTimeBudget();
   // KEPT: the label says usec, the value is nanoseconds. Hosts parse the line. (test ConstructorLogsItsClock)
@@ -83,6 +84,7 @@ void APIAnalysis::releaseTexts(bool alsoThoseThatSurviveInit) {
 }
 
 void APIAnalysis::emptyWorkingLists() {
+  known_->forget();
   releaseTexts(false);
   releaseAll(functionBlockList);
   for (const auto list : kObjectLists)

@@ -12,24 +12,31 @@
 #include "tarvo/CStringUtil.h"
 #include "tarvo/IAppAnalysis.h"
 
+class TextIndex;
+
 namespace FlashEngine_1_00 {
+
+namespace detail {
+struct Knowledge;
+}
 
 // The record of every web-source list and of every found call.
 struct SWFStateMentInfo {
   std::unique_ptr<std::string> expression;  // matched text, or "<class identifier>#<symbol or call text>"; may be null
   std::string scope;                        // "Global", "Func", "Src" or empty
-  std::string text;                         // body of the script function around a binding
+  std::string_view text;                    // body of the script function around a binding; like FlashFunctionInfo's
   std::string path;                         // file in which it was found
   std::string access;                       // the element look-up expression
   std::int32_t line = 0;                    // 1-based; 0: not found, -1: unknown file
 };
 
-// A script function defined in a web source.
+// A script function defined in a web source. Its texts are parts of a text of cleanedSourceList, which is emptied
+// together with functionBlockList; its path is one of worthfulPathList.
 struct FlashFunctionInfo {
-  std::string header;     // "function init(a, b)" or "init : function (a)"
-  std::string_view body;  // from the end of the header through the brace that closes the function; part of a text of
-                          // cleanedSourceList, which is emptied together with functionBlockList
-  std::string path;
+  std::string_view header;  // "function init(a, b)" or "init : function (a)"
+  std::string_view body;    // from the end of the header through the brace that closes the function
+  std::string_view path;
+  const std::string* source;  // the text of cleanedSourceList
 };
 
 // The engine: one application in, finding lines out.
@@ -220,8 +227,14 @@ class APIAnalysis : public IAppAnalysis {
                                                                             std::string dummyCall);
   [[gnu::visibility("hidden")]] RunResult reportCall(std::unique_ptr<SWFStateMentInfo> call);
 
+  [[gnu::visibility("hidden")]] RunResult findCalls(const std::string& classId, const std::string& variable,
+                                                    std::string_view text, const TextIndex* index,
+                                                    const std::string& path);
+
   // The text of `sources` (list 5 or 6) at the position of `path` in list 4; null if either is missing.
-  [[gnu::visibility("hidden")]] std::string* sourceOf(const std::string& path, const Strings& sources) const;
+  [[gnu::visibility("hidden")]] const std::string* sourceOf(const std::string& path, const Strings& sources) const;
+
+  std::unique_ptr<detail::Knowledge> known_;
 };
 
 // Appends `item` to a list that owns what it points to.

@@ -1,7 +1,8 @@
 #include "APICheckEngine/BraceIndex.h"
 
 #include <algorithm>
-#include <unordered_map>
+
+#include "APICheckEngine/NextByte.h"
 
 namespace FlashEngine_1_00::detail {
 
@@ -9,16 +10,21 @@ namespace FlashEngine_1_00::detail {
 // first brace j >= i with b(j + 1) = b(i). One pass from the back finds it for every i.
 BraceIndex::BraceIndex(std::string_view text) {
   std::vector<long> balance{0};
-  for (std::size_t at = text.find_first_of("{}"); at != std::string_view::npos; at = text.find_first_of("{}", at + 1)) {
+  NextByte opening(text, '{');
+  NextByte closing(text, '}');
+  for (std::size_t at = 0; (at = std::min(opening.from(at), closing.from(at))) != std::string_view::npos; ++at) {
     braces_.push_back(at);
     balance.push_back(balance.back() + (text[at] == '{' ? 1 : -1));
   }
   close_.assign(braces_.size(), kNone);
-  std::unordered_map<long, std::size_t> nextWithBalance;
+  const auto [lowest, highest] = std::minmax_element(balance.begin(), balance.end());
+  std::vector<std::size_t> nextWithBalance(static_cast<std::size_t>(*highest - *lowest) + 1, kNone);
+  const auto next = [&, lowest = *lowest](std::size_t i) -> std::size_t& {
+    return nextWithBalance[static_cast<std::size_t>(balance[i] - lowest)];
+  };
   for (std::size_t i = braces_.size(); i-- > 0;) {
-    nextWithBalance[balance[i + 1]] = i;
-    const auto found = nextWithBalance.find(balance[i]);
-    if (found != nextWithBalance.end()) close_[i] = found->second;
+    next(i + 1) = i;
+    close_[i] = next(i);
   }
 }
 

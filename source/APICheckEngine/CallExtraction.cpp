@@ -5,6 +5,7 @@
 // through the verdict on each call, resultList. Test: tests/APICheckEngine/CallExtraction_test.cpp.
 
 #include <algorithm>
+#include <cstring>
 #include <map>
 #include <tuple>
 #include <unordered_map>
@@ -13,6 +14,7 @@
 #include "APICheckEngine/CallText.h"
 #include "APICheckEngine/EqualRecords.h"
 #include "APICheckEngine/Keys.h"
+#include "APICheckEngine/Knowledge.h"
 #include "APICheckEngine/Tables.h"
 #include "platform/Limits.h"
 #include "regex/Pattern.h"
@@ -52,17 +54,37 @@ bool contains(std::string_view text, std::string_view piece) {
   return text.find(piece) != std::string_view::npos;
 }
 
-// Whether `name` stands in `text` with the whole name of a common object in the 50 bytes from there on.
-bool holdsCommonObject(const std::string& text, const std::string& name) {
-  for (const std::string_view object : kCommonObjects) {
-    for (std::size_t at = text.find(object); at != std::string::npos; at = text.find(object, at + 1)) {
-      const std::size_t end = at + object.size();
-      const std::size_t begin = end - std::min(end, kCommonWindow);
-      if (contains(std::string_view(text).substr(begin, at - begin + name.size()), name)) return true;
-    }
+// Whether a name stands in a text with the whole name of a common object in the 50 bytes from there on. The common
+// objects of a text are looked for once.
+class CommonObjects {
+ public:
+  bool follow(std::string_view text, const std::string& name) {
+    const auto [windows, isNew] = windows_.try_emplace({text.data(), text.size()});
+    if (isNew) windows->second = windowsOf(text);
+    return std::any_of(windows->second.begin(), windows->second.end(), [&](const Window& window) {
+      return contains(text.substr(window.begin, window.nameEnd - window.begin + name.size()), name);
+    });
   }
-  return false;
-}
+
+ private:
+  struct Window {
+    std::size_t begin;
+    std::size_t nameEnd;  // less the name's length
+  };
+
+  static std::vector<Window> windowsOf(std::string_view text) {
+    std::vector<Window> windows;
+    for (const std::string_view object : kCommonObjects) {
+      for (std::size_t at = text.find(object); at != std::string::npos; at = text.find(object, at + 1)) {
+        const std::size_t end = at + object.size();
+        windows.push_back({end - std::min(end, kCommonWindow), at});
+      }
+    }
+    return windows;
+  }
+
+  std::map<std::pair<const char*, std::size_t>, std::vector<Window>> windows_;
+};
 
 // The element id in an access expression; empty if it looks none up.
 std::string lookedUpId(const std::string& access) {
@@ -84,18 +106,24 @@ struct LookupCalls {
     std::string text;  // as matched
     bool builtIn;
   };
-  std::vector<Candidate> candidates;
-  int rounds = 0;  // look-ups for which they were reported
+  std::vector<Candidate> candidates;  // of equal ones not more than are kept
+  int rounds = 0;                     // look-ups for which they were reported
 };
 
-LookupCalls findLookupCalls(const std::string& id, const std::string& source) {
+LookupCalls findLookupCalls(const std::string& id, const std::string& source, detail::SourceIndex& index) {
+  struct Known {
+    bool builtIn;
+    int times;
+  };
   LookupCalls calls;
-  std::unordered_map<std::string, bool> builtIn;
+  std::unordered_map<std::string_view, Known> known;
   const Pattern pattern(callOnLookupOf(id));
-  for (MatchCursor at(pattern, source.c_str()); at.next();) {
-    const auto [place, isNew] = builtIn.try_emplace(at.match());
-    if (isNew) place->second = detail::holdsBuiltIn(place->first);
-    calls.candidates.push_back({place->first, place->second});
+  const char* const begin = source.c_str();
+  const std::size_t size = std::strlen(begin);
+  for (MatchCursor at(pattern, begin, begin + size, index.forSearchOf(size)); at.next();) {
+    const auto [place, isNew] = known.try_emplace(at.view(), Known{false, 0});
+    if (isNew) place->second.builtIn = detail::holdsBuiltIn(at.match());
+    if (++place->second.times <= kMaxEqualRecords) calls.candidates.push_back({at.match(), place->second.builtIn});
   }
   return calls;
 }
@@ -112,28 +140,38 @@ bool detail::holdsBuiltIn(const std::string& callText) {
 }
 
 RunResult APIAnalysis::FindAPIFunctionName4JS() {
+  CommonObjects commonObjects;
   for (SWFStateMentInfo* binding : objectVariableList) {
-    std::string* text = nullptr;
-    if (binding->scope == "Func") text = &binding->text;
-    if (binding->scope == "Src") text = sourceOf(binding->path, worthfulSourceList);
-    if (text == nullptr) continue;
+    const std::string* source = sourceOf(binding->path, worthfulSourceList);
+    std::string_view text = binding->text;
+    if (binding->scope == "Src" && source != nullptr) text = source->c_str();
+    if (text.empty()) continue;
     const Key key = splitKey(*binding->expression);
-    if (holdsCommonObject(*text, key.symbol)) continue;
+    if (commonObjects.follow(text, key.symbol)) continue;
+    const bool isPart =
+        source != nullptr && text.data() >= source->data() && text.data() < source->data() + source->size();
+    const TextIndex* index = isPart ? known_->indexOf(*source).forSearchOf(text.size()) : nullptr;
     // KEPT: a finding does not end this scanner, so one run can record several. Hosts read the whole list.
     // (test ScriptScannerGoesOnAfterAFinding)
-    (void)findAPIsFromPool(key.classId, key.symbol, text, binding->path);
+    (void)findCalls(key.classId, key.symbol, text, index, binding->path);
   }
   return RUN_SUCCESS;
 }
 
 RunResult APIAnalysis::findAPIsFromPool(std::string classId, std::string name, std::string* source, std::string path) {
-  const Pattern calls(callOn(withoutBlanks(name)));
+  return findCalls(classId, name, source->c_str(), nullptr, path);
+}
+
+// The text is zero-terminated or followed by more of its source. With an index of it or of that source, or null.
+RunResult APIAnalysis::findCalls(const std::string& classId, const std::string& variable, std::string_view text,
+                                 const TextIndex* index, const std::string& path) {
+  const Pattern pattern(callOn(withoutBlanks(variable)));
   detail::EqualRecords kept;
-  for (MatchCursor at(calls, source->c_str()); at.next();) {
+  for (MatchCursor at(pattern, text.data(), text.data() + text.size(), index); at.next();) {
     std::string callText = at.match();
     if (!kept.keep(callText)) continue;  // judged before, and documented
     const std::string extensionCall = contains(callText, "Execute") ? findAPINameForKOBCase(&callText) : std::string();
-    auto call = makeCall(path, foundSymbolLineNumber(&path, &callText));
+    auto call = makeCall(path, foundSymbolLineNumber(const_cast<std::string*>(&path), &callText));
     if (!extensionCall.empty()) {
       call->expression = std::make_unique<std::string>(withoutBlanks(makeKey(classId, extensionCall)));
     } else if (!contains(callText, ".Open")) {
@@ -164,7 +202,7 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
     if (id.empty() || source == nullptr) continue;
     const auto [place, isNew] = known.try_emplace({key.classId, id, source});
     LookupCalls& calls = place->second;
-    if (isNew) calls = findLookupCalls(id, *source);
+    if (isNew) calls = findLookupCalls(id, *source, known_->indexOf(*source));
     // Each round reports the same calls again, which were all documented so far.
     if (++calls.rounds > kMaxEqualRecords) continue;
 

@@ -7,6 +7,7 @@
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CallText.h"
 #include "APICheckEngine/Keys.h"
+#include "APICheckEngine/SourceIndex.h"
 #include "platform/TimeBudget.h"
 #include "regex/Pattern.h"
 
@@ -41,10 +42,11 @@ RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statemen
     const RunResult code = DetermineAPISecurity(resultList, kept);
     if (code != RUN_SUCCESS) return code;
   }
+  detail::SourceIndex index(joined);
   for (const SWFStateMentInfo* binding : objectVariableList) {
     if (timeBudgetSpent()) break;
     const Key bound = detail::splitKey(*binding->expression);
-    (void)findAPIsFromPool(bound.classId, bound.symbol, &joined, fileName);
+    (void)findCalls(bound.classId, bound.symbol, joined.c_str(), index.forSearchOf(joined.size()), fileName);
   }
   return RUN_SUCCESS;
 }

@@ -6,12 +6,14 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <unordered_map>
 #include <unordered_set>
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/Keys.h"
+#include "APICheckEngine/Knowledge.h"
 #include "APICheckEngine/Tables.h"
 #include "platform/Log.h"
 #include "regex/Pattern.h"
@@ -52,18 +54,52 @@ std::unique_ptr<SWFStateMentInfo> makeRecord(const std::string& expression, cons
   return record;
 }
 
-// The headers of `functions` as "init(a,b)", by the name before the parenthesis, each once.
-using HeadersByName = std::unordered_map<std::string, std::vector<std::string>>;
+// The headers of the functions that script defines, as "init(a,b)" and each once. They are gone through when the first
+// one is asked for, which in most applications nobody does.
+class DefinedFunctions {
+ public:
+  explicit DefinedFunctions(const std::vector<FlashFunctionInfo*>& functions) : functions_(functions) {}
 
-HeadersByName indexHeaders(const std::vector<FlashFunctionInfo*>& functions) {
-  HeadersByName index;
-  std::unordered_set<std::string> known;
-  for (const FlashFunctionInfo* function : functions) {
-    const std::string header = without(without(withoutBlanks(function->header), "function"), ":");
-    if (known.insert(header).second) index[header.substr(0, header.find('('))].push_back(header);
+  // Those with that name before the parenthesis.
+  const std::vector<std::string>& headersOf(const std::string& name) {
+    std::unordered_set<std::string> known;
+    for (; read_ < functions_.size(); ++read_) {
+      const std::string bare = withoutBlanks(std::string(functions_[read_]->header));
+      const std::string header = without(without(bare, "function"), ":");
+      if (known.insert(header).second) byName_[header.substr(0, header.find('('))].push_back(header);
+    }
+    return byName_[name];
   }
-  return index;
-}
+
+ private:
+  const std::vector<FlashFunctionInfo*>& functions_;
+  std::size_t read_ = 0;
+  std::unordered_map<std::string, std::vector<std::string>> byName_;
+};
+
+struct ObjectTags {
+  const Pattern start{kObjectStart};
+  const Pattern end{kObjectEnd};
+};
+
+class IdAttributes {
+ public:
+  // The id of an object element, or kNoId.
+  std::string idOf(const std::string& element) const {
+    std::string match;
+    int matches = 0;
+    for (const Pattern& attribute : attributes_) {
+      for (MatchCursor at(attribute, element.c_str()); at.next(); ++matches)
+        match = at.match();
+    }
+    if (matches != 1) return kNoId;
+    const std::size_t first = match.find_first_of("\"'");
+    return match.substr(first + 1, match.find_last_of("\"'") - first - 1);
+  }
+
+ private:
+  const Pattern attributes_[2] = {Pattern(kDoubleQuotedId), Pattern(kSingleQuotedId)};
+};
 
 }  // namespace
 
@@ -79,14 +115,14 @@ RunResult APIAnalysis::FindObjectTagToken() {
 
 bool APIAnalysis::FindObjectTags(std::string* text, std::string* path) {
   const Pattern tags(kTag);
+  const ObjectTags objectTags;
   bool complete = false;
   bool inside = false;
   std::string element;
   for (MatchCursor at(tags, text->c_str()); at.next();) {
-    std::string tag = at.match();
-    bool hasStart = false;
-    bool hasEnd = false;
-    (void)ObjectStartIDChecker(hasStart, hasEnd, &tag);
+    const std::string tag = at.match();
+    const bool hasStart = objectTags.start.matchesIn(tag.c_str());
+    const bool hasEnd = objectTags.end.matchesIn(tag.c_str());
     if (!hasStart && !inside) continue;
     if (hasStart && hasEnd) {
       element = tag;
@@ -129,13 +165,14 @@ std::string APIAnalysis::parseObjectID(std::string element) {
 }
 
 RunResult APIAnalysis::FindObjectID() {
-  const HeadersByName headers = indexHeaders(functionBlockList);
+  const IdAttributes attributes;
+  DefinedFunctions functions(functionBlockList);
   std::unordered_set<std::string> known;
   for (const SWFStateMentInfo* record : objectIdList)
     known.insert(*record->expression);
   std::unordered_set<std::string> searched;
   for (const SWFStateMentInfo* object : objectTagList) {
-    const std::string symbol = withoutBlanks(parseObjectID(*object->expression));
+    const std::string symbol = withoutBlanks(attributes.idOf(*object->expression));
     const bool hasClass = detail::split(*object->expression, "#").size() >= 2;
     const std::string classId = hasClass ? splitKey(*object->expression).classId : kNoId;
     const std::string key = makeKey(classId, symbol);
@@ -144,12 +181,14 @@ RunResult APIAnalysis::FindObjectID() {
 
     const Pattern calls(callWithArgument(symbol));
     for (std::size_t j = 0; j < worthfulSourceList.size(); ++j) {
-      for (MatchCursor at(calls, worthfulSourceList[j]->c_str()); at.next();) {
+      const char* const text = worthfulSourceList[j]->c_str();
+      const std::size_t size = std::strlen(text);
+      const TextIndex* index = known_->indexOf(*worthfulSourceList[j]).forSearchOf(size);
+      for (MatchCursor at(calls, text, text + size, index); at.next();) {
         std::string function;
         const int position = funcParameterParsing(at.match(), symbol, function);
-        const auto defined = headers.find(function);
-        if (function.find("getElementById") != std::string::npos || defined == headers.end()) continue;
-        for (const std::string& header : defined->second) {
+        if (function.find("getElementById") != std::string::npos) continue;
+        for (const std::string& header : functions.headersOf(function)) {
           const std::string alias = getParamterByPosition(header, position);
           if (!known.insert(makeKey(classId, alias)).second) continue;
           TARVO_LOG("[%s] VariationSymbol [%s]\t", __func__, alias.c_str());

@@ -4,10 +4,14 @@
 
 #include <algorithm>
 #include <cctype>
+#include <numeric>
 #include <string_view>
+#include <tuple>
 #include <unordered_map>
+#include <utility>
 
 #include "APICheckEngine/BraceIndex.h"
+#include "APICheckEngine/NextByte.h"
 #include "platform/Limits.h"
 #include "regex/Pattern.h"
 
@@ -30,18 +34,52 @@ bool isNameByte(char c) {
   return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '.';
 }
 
-bool isDollarHit(std::string_view text, std::size_t at) {
-  if (text[at] != '$') return false;
-  const char next = text[at + 1] == ' ' ? text[at + 2] : text[at + 1];
-  return next == '_' || next == '(';
-}
+// The places of "$(", "$ (", "$_" and "document" in any case, as far as kHitLength bytes and one more follow.
+class Hits {
+ public:
+  explicit Hits(std::string_view text) : text_(text), dollar_(text, '$'), lower_(text, 'm'), upper_(text, 'M') {}
 
-bool isDocumentHit(std::string_view text, std::size_t at) {
-  static constexpr std::string_view kUpper = "DOCUMENT";
-  return std::equal(kUpper.begin(), kUpper.end(), text.data() + at, [](char u, char c) {
-    return u == static_cast<char>(static_cast<unsigned char>(c) & 0xDF);  // bit 5 is that of the lower case
-  });
-}
+  // The first one that is not before `at`; npos if there is none.
+  std::size_t from(std::size_t at) {
+    nextDollar_ = std::max(nextDollar_, at);
+    while (fits(nextDollar_ = dollar_.from(nextDollar_)) && !isDollarHit(nextDollar_))
+      ++nextDollar_;
+    nextDocument_ = std::max(nextDocument_, at);
+    while (fits(nextDocument_ = nextM(nextDocument_ + kPlaceOfM)) && !isDocumentHit(nextDocument_))
+      ++nextDocument_;
+    const std::size_t next = std::min(nextDollar_, nextDocument_);
+    return fits(next) ? next : std::string_view::npos;
+  }
+
+ private:
+  static constexpr std::string_view kDocument = "DOCUMENT";
+  static constexpr std::size_t kPlaceOfM = 4;  // the letter of it that is rarest in script
+
+  bool fits(std::size_t at) const { return at < text_.size() && text_.size() - at > kHitLength; }
+
+  std::size_t nextM(std::size_t at) {
+    const std::size_t place = std::min(lower_.from(at), upper_.from(at));
+    return place == std::string_view::npos ? place : place - kPlaceOfM;
+  }
+
+  bool isDollarHit(std::size_t at) const {
+    const char next = text_[at + 1] == ' ' ? text_[at + 2] : text_[at + 1];
+    return next == '_' || next == '(';
+  }
+
+  bool isDocumentHit(std::size_t at) const {
+    return std::equal(kDocument.begin(), kDocument.end(), text_.data() + at, [](char u, char c) {
+      return u == static_cast<char>(static_cast<unsigned char>(c) & 0xDF);  // bit 5 is that of the lower case
+    });
+  }
+
+  std::string_view text_;
+  NextByte dollar_;
+  NextByte lower_;
+  NextByte upper_;
+  std::size_t nextDollar_ = 0;
+  std::size_t nextDocument_ = 0;
+};
 
 // Where an excerpt that starts at the blank `blank` has to start to keep the variable that is assigned there: for
 // "t = document..." at the "t". `blank` itself if no name with a single "=" stands there.
@@ -61,137 +99,220 @@ std::size_t assignedVariable(std::string_view text, std::size_t blank) {
   return at < nameEnd ? at : blank;
 }
 
-// The functions whose headers lie in a block, found in the text as a whole: the headers are searched for once, not once
-// for every block around them.
-class FunctionHeaders {
+// A list of numbered things from which some are taken, and that is gone through in pieces many times.
+class Remaining {
  public:
-  struct Range {
-    std::size_t begin;
-    std::size_t end;
-  };
+  explicit Remaining(std::size_t count) : next_(count + 1) { std::iota(next_.begin(), next_.end(), std::size_t{0}); }
 
-  explicit FunctionHeaders(std::string_view text) : text_(text) {
-    for (MatchCursor at(pattern_, text.data()); at.next();)
-      headers_.push_back(rangeOf(at.view()));
+  // The first one left that is not before `i`; the number of things if there is none.
+  std::size_t from(std::size_t i) {
+    std::size_t left = i;
+    while (next_[left] != left)
+      left = next_[left];
+    while (next_[i] != left)
+      i = std::exchange(next_[i], left);
+    return left;
   }
 
-  // Calls `use` with each header that a search from `begin` on finds before `end`, which lies right behind a brace: no
-  // header reaches over it.
-  template <typename Use>
-  void forEachIn(std::size_t begin, std::size_t end, const Use& use) const {
-    auto next = std::partition_point(headers_.begin(), headers_.end(), [&](Range h) { return h.end <= begin; });
-    // A block may begin inside a header; what is found from there on is found again by the search of the whole text as
-    // soon as both stand between two headers.
-    while (next != headers_.end() && next->begin < begin) {
-      const std::string_view match = pattern_.searchRange(text_.data() + begin, text_.data() + end);
-      if (match.data() == nullptr) return;
-      use(rangeOf(match));
-      begin = rangeOf(match).end;
-      while (next != headers_.end() && next->end <= begin)
-        ++next;
-    }
-    for (; next != headers_.end() && next->begin < end; ++next)
-      use(*next);
-  }
+  void take(std::size_t i) { next_[i] = i + 1; }
 
  private:
-  Range rangeOf(std::string_view match) const {
-    const auto begin = static_cast<std::size_t>(match.data() - text_.data());
-    return {begin, begin + match.size()};
-  }
-
-  std::string_view text_;
-  const Pattern pattern_{kFunctionHeader};
-  std::vector<Range> headers_;
+  std::vector<std::size_t> next_;  // itself, or one that comes later
 };
 
-// The next place of a byte, for questions whose places only grow.
-class NextByte {
+// The functions of a source, block by block. The headers are searched for once, not once for every block around them.
+class FunctionFinder {
  public:
-  NextByte(std::string_view text, char byte) : text_(text), byte_(byte) {}
+  explicit FunctionFinder(std::string_view text) : text_(text), braces_(text) {
+    for (MatchCursor at(pattern_, text.data()); at.next();)
+      headers_.push_back(headerOf(at.view()));
+    findBlocks();
+    findFirst();
+    findLast();
+    findCut();
+    std::sort(finds_.begin(), finds_.end());
+  }
 
-  std::size_t after(std::size_t at) {
-    if (place_ <= at) place_ = text_.find(byte_, at + 1);
-    return place_;
+  std::vector<ScriptFunction> functions() const {
+    std::vector<ScriptFunction> functions;
+    functions.reserve(finds_.size());
+    for (const Find& find : finds_) {
+      const auto [begin, end, bodyEnd] = find.header;
+      functions.push_back({text_.substr(begin, end - begin), text_.substr(end, bodyEnd - end)});
+    }
+    return functions;
   }
 
  private:
+  static constexpr int kFirstKept = kMaxEqualRecords - 1;
+
+  struct Header {
+    std::size_t begin;
+    std::size_t end;
+    std::size_t bodyEnd;
+  };
+
+  // The text that is searched for headers on account of one keyword: those from `firstHeader` on that lie before its
+  // end, which is right behind a brace, so that no header reaches over it.
+  struct Block {
+    std::size_t end;
+    std::size_t firstHeader;
+  };
+
+  struct Find {
+    std::size_t block;
+    Header header;
+
+    bool operator<(const Find& other) const {
+      return std::tie(block, header.begin) < std::tie(other.block, other.header.begin);
+    }
+  };
+
+  Header headerOf(std::string_view match) const {
+    const auto begin = static_cast<std::size_t>(match.data() - text_.data());
+    return {begin, begin + match.size(), braces_.balancedEnd(begin + match.size())};
+  }
+
+  // Whether a function with that header ends by `end`.
+  static bool isComplete(const Header& header, std::size_t end) {
+    return header.bodyEnd != BraceIndex::kNone && header.bodyEnd <= end;
+  }
+
+  void findBlocks() {
+    const TrexLiteral keywords{std::string(kFunctionKeyword)};
+    const char* const textEnd = text_.data() + text_.size();
+    NextByte opening(text_, '(');
+    NextByte closing(text_, ')');
+    for (const char* at = text_.data(); (at = keywords.find(at, textEnd, nullptr)) != textEnd; ++at) {
+      // The block ends at the brace that balances those behind the keyword's first parentheses.
+      const auto keyword = static_cast<std::size_t>(at - text_.data());
+      const std::size_t parentheses = std::max(opening.from(keyword), closing.from(keyword));
+      if (parentheses == std::string_view::npos) return;
+      const std::size_t end = braces_.balancedEnd(parentheses);
+      if (end == BraceIndex::kNone) continue;
+      blocks_.push_back({end, 0});
+      blocks_.back().firstHeader = firstHeaderFrom(keyword - std::min(keyword, kBlockLead));
+    }
+  }
+
+  // The first header that the search of the last block, which begins at `begin`, has in common with that of the whole
+  // text. A block may begin inside a header; what is found before they agree again are cut headers.
+  std::size_t firstHeaderFrom(std::size_t begin) {
+    const auto firstFrom = [&](std::size_t at) {
+      return std::partition_point(headers_.begin(), headers_.end(), [&](const Header& h) { return h.end <= at; });
+    };
+    auto next = firstFrom(begin);
+    while (next != headers_.end() && next->begin < begin) {
+      const std::string_view match = pattern_.searchRange(text_.data() + begin, text_.data() + blocks_.back().end);
+      if (match.data() == nullptr) return headers_.size();
+      const Header header = headerOf(match);
+      next = firstFrom(header.begin);
+      if (next != headers_.end() && next->begin == header.begin) break;
+      if (isComplete(header, blocks_.back().end)) cut_.push_back({blocks_.size() - 1, header});
+      begin = header.end;
+      next = firstFrom(begin);
+    }
+    return static_cast<std::size_t>(next - headers_.begin());
+  }
+
+  // Calls `use` with the headers of a block whose functions are complete in it, of those that are left.
+  template <typename Use>
+  void forEachIn(const Block& block, Remaining& left, const Use& use) const {
+    for (std::size_t i = left.from(block.firstHeader); i < headers_.size() && headers_[i].begin < block.end;
+         i = left.from(i + 1)) {
+      if (isComplete(headers_[i], block.end)) use(i);
+    }
+  }
+
+  void findFirst() {
+    seen_.resize(headers_.size(), {0, 0});
+    Remaining left(headers_.size());
+    for (std::size_t i = 0; i < headers_.size(); ++i) {
+      if (headers_[i].bodyEnd == BraceIndex::kNone) left.take(i);
+    }
+    for (std::size_t block = 0; block < blocks_.size(); ++block) {
+      forEachIn(blocks_[block], left, [&](std::size_t i) {
+        finds_.push_back({block, headers_[i]});
+        seen_[i] = {seen_[i].times + 1, block};
+        if (seen_[i].times == kFirstKept) left.take(i);
+      });
+    }
+  }
+
+  // The last find of those that findFirst left.
+  void findLast() {
+    Remaining left(headers_.size());
+    for (std::size_t i = 0; i < headers_.size(); ++i) {
+      if (seen_[i].times < kFirstKept) left.take(i);
+    }
+    for (std::size_t block = blocks_.size(); block-- > 0;) {
+      forEachIn(blocks_[block], left, [&](std::size_t i) {
+        left.take(i);
+        if (seen_[i].block != block) finds_.push_back({block, headers_[i]});
+      });
+    }
+  }
+
+  void findCut() {
+    std::unordered_map<std::size_t, int> all;  // by where the header begins
+    for (const Find& find : cut_)
+      ++all[find.header.begin];
+    std::unordered_map<std::size_t, int> seen;
+    for (const Find& find : cut_) {
+      const int times = ++seen[find.header.begin];
+      if (times <= kFirstKept || times == all[find.header.begin]) finds_.push_back(find);
+    }
+  }
+
+  struct Seen {
+    int times;
+    std::size_t block;  // of the last time
+  };
+
   std::string_view text_;
-  char byte_;
-  std::size_t place_ = 0;
+  const BraceIndex braces_;
+  const Pattern pattern_{kFunctionHeader};
+  std::vector<Header> headers_;
+  std::vector<Block> blocks_;
+  std::vector<Seen> seen_;  // one per header
+  std::vector<Find> finds_;
+  std::vector<Find> cut_;
 };
 
 }  // namespace
 
 std::vector<Excerpt> findExcerpts(std::string_view source) {
-  struct Range {
-    std::size_t begin;
-    std::size_t end;
-    int hits;
-  };
-  std::vector<Range> ranges;
-  std::size_t blank = 0;                         // the nearest one so far, or the start
-  std::size_t begin = 0;                         // where an excerpt from there starts
-  std::size_t beginOf = std::string_view::npos;  // the blank for which that is known
-  std::size_t stopFrom = 0;                      // the blank after stopFrom is at stop, as far as that is known
+  std::vector<Excerpt> excerpts;
+  Hits hits(source);
+  std::size_t last = 0;      // the hit before
+  std::size_t blank = 0;     // the nearest one so far, or the start
+  std::size_t begin = 0;     // where an excerpt from there starts
+  std::size_t stopFrom = 0;  // the blank after stopFrom is at stop, as far as that is known
   std::size_t stop = 0;
-  for (std::size_t at = 0; at + kHitLength < source.size(); ++at) {
-    if (source[at] == ' ') blank = at;
-    if (!isDollarHit(source, at) && !isDocumentHit(source, at)) continue;
+  for (std::size_t at = 0; (at = hits.from(at)) != std::string_view::npos; last = at++) {
+    const std::size_t nearest = source.substr(last, at - last).rfind(' ');
+    if (nearest != std::string_view::npos || excerpts.empty()) {
+      if (nearest != std::string_view::npos) blank = last + nearest;
+      begin = source[blank] == ' ' ? assignedVariable(source, blank) : blank;
+    }
     const std::size_t from = blank + std::min(source.size() - at - 1, kExcerptLength);
     if (from < stopFrom || from > stop) {
       stopFrom = from;
       stop = std::min(source.find(' ', from), source.size() - 1);
     }
-    if (beginOf != blank) {
-      begin = source[blank] == ' ' ? assignedVariable(source, blank) : blank;
-      beginOf = blank;
-    }
-    if (!ranges.empty() && ranges.back().begin == begin && ranges.back().end == stop) {
-      ++ranges.back().hits;
+    const std::string_view text = source.substr(begin, stop - begin);
+    if (!excerpts.empty() && excerpts.back().text.data() == text.data() && excerpts.back().text.size() == text.size()) {
+      ++excerpts.back().hits;
     } else {
-      ranges.push_back({begin, stop, 1});
+      excerpts.push_back({text, 1});
     }
   }
-  std::vector<Excerpt> excerpts;
-  for (const Range& r : ranges)
-    excerpts.push_back({std::string(source.substr(r.begin, r.end - r.begin)), r.hits});
   return excerpts;
 }
 
 std::vector<ScriptFunction> findFunctions(std::string_view source) {
-  std::vector<ScriptFunction> functions;
-  if (source.find(kFunctionKeyword) == std::string_view::npos) return functions;
-  const BraceIndex braces(source);
-  const FunctionHeaders headers(source);
-  const auto forEachFind = [&](const auto& use) {
-    NextByte opening(source, '(');
-    NextByte closing(source, ')');
-    for (std::size_t keyword = source.find(kFunctionKeyword); keyword != std::string_view::npos;
-         keyword = source.find(kFunctionKeyword, keyword + 1)) {
-      // The block ends at the brace that balances those behind the keyword's first parentheses.
-      const std::size_t parentheses = std::max(opening.after(keyword), closing.after(keyword));
-      if (parentheses == std::string_view::npos) return;
-      const std::size_t end = braces.balancedEnd(parentheses);
-      if (end == BraceIndex::kNone) continue;
-      headers.forEachIn(keyword - std::min(keyword, kBlockLead), end, [&](FunctionHeaders::Range header) {
-        const std::size_t bodyEnd = braces.balancedEnd(header.end);
-        if (bodyEnd != BraceIndex::kNone && bodyEnd <= end) use(header, bodyEnd);
-      });
-    }
-  };
-  // Of more finds than are kept, the first ones and the last one stay: aliases depend on which function is found first,
-  // bindings on which is found last.
-  std::unordered_map<std::size_t, int> finds;  // by where the header begins
-  forEachFind([&](FunctionHeaders::Range header, std::size_t) { ++finds[header.begin]; });
-  std::unordered_map<std::size_t, int> seen;
-  forEachFind([&](FunctionHeaders::Range header, std::size_t bodyEnd) {
-    const int find = ++seen[header.begin];
-    if (find >= kMaxEqualRecords && find < finds[header.begin]) return;
-    functions.push_back(
-        {source.substr(header.begin, header.end - header.begin), source.substr(header.end, bodyEnd - header.end)});
-  });
-  return functions;
+  if (source.find(kFunctionKeyword) == std::string_view::npos) return {};
+  return FunctionFinder(source).functions();
 }
 
 }  // namespace FlashEngine_1_00::detail

@@ -11,13 +11,13 @@ namespace FlashEngine_1_00::detail {
 
 // A piece of a source around a "$(" , "$_" or "document", and how many of these made the same piece.
 struct Excerpt {
-  std::string text;
+  std::string_view text;
   int hits;
 };
 
-// The excerpts of `source` (zero-terminated, no zero byte inside), in order. An excerpt reaches from the blank before
-// its hit to the blank after the next 430 bytes; where a variable is assigned at that first blank, it starts at the
-// variable.
+// The excerpts of `source` (zero-terminated, no zero byte inside), in order, as views into it. An excerpt reaches from
+// the blank before its hit to the blank after the next 430 bytes; where a variable is assigned at that first blank, it
+// starts at the variable.
 std::vector<Excerpt> findExcerpts(std::string_view source);
 
 struct ScriptFunction {
@@ -27,7 +27,8 @@ struct ScriptFunction {
 
 // The functions that `source` (zero-terminated, no zero byte inside) defines, as views into it: once for every block
 // around a "function" keyword that they stand in, so that a function inside another is found again in the outer one's
-// block; kMaxEqualRecords times at most.
+// block. Of more than kMaxEqualRecords finds of one function, the first ones and the last one stay: aliases depend on
+// which function is found first, bindings on which is found last.
 std::vector<ScriptFunction> findFunctions(std::string_view source);
 
 }  // namespace FlashEngine_1_00::detail

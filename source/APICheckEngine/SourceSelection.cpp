@@ -3,9 +3,11 @@
 // Fills worthfulExtList, worthfulPathList, worthfulSourceList, cleanedSourceList, objectAccessList, embedsAccessList
 // and functionBlockList. No later stage opens a web source again. Test: tests/APICheckEngine/SourceSelection_test.cpp.
 
+#include <sys/stat.h>
+
 #include <algorithm>
-#include <array>
 #include <climits>
+#include <cstring>
 #include <iterator>
 
 #include "APICheckEngine/APIAnalysis.h"
@@ -23,6 +25,8 @@ namespace {
 
 constexpr const char* kNeverScanned[] = {"jpg", "JPG", "gif", "GIF", "so", "SO", "png", "PNG", "pcm", "PCM"};
 constexpr const char* kScanned[] = {"html", "HTML", "htm", "HTM", "js", "JS", "xml", "XML"};
+
+constexpr off_t kMostAtOnce = 64 << 20;  // bytes of a file that are asked for by its size
 
 // "tv = document.getElementById('tv').GetVolume("; not "document.getElementById(id + 1)".
 const std::string kGetElementById =
@@ -45,13 +49,14 @@ bool isOneOf(const std::string& text, const char* const (&words)[N]) {
   return std::any_of(std::begin(words), std::end(words), [&](const char* word) { return text == word; });
 }
 
-// One record for each match, as often as the excerpt was hit. `kept` counts equal ones of the whole file, if given.
-void appendAccesses(const Pattern& pattern, const detail::Excerpt& excerpt, const std::string& path,
+// One record for each match in the text of an excerpt, as often as that was hit. `kept` counts equal ones of the whole
+// file, if given.
+void appendAccesses(const Pattern& pattern, const std::string& text, int hits, const std::string& path,
                     APIAnalysis::Records& list, detail::EqualRecords* kept) {
   std::vector<std::string> matches;
-  for (MatchCursor at(pattern, excerpt.text.c_str()); at.next();)
+  for (MatchCursor at(pattern, text.c_str()); at.next();)
     matches.push_back(at.match());
-  for (int hit = 0; hit < std::min(excerpt.hits, kMaxEqualRecords); ++hit) {
+  for (int hit = 0; hit < std::min(hits, kMaxEqualRecords); ++hit) {
     for (const std::string& match : matches) {
       if (kept != nullptr && !kept->keep(match)) continue;
       auto record = std::make_unique<SWFStateMentInfo>();
@@ -63,14 +68,23 @@ void appendAccesses(const Pattern& pattern, const detail::Excerpt& excerpt, cons
   }
 }
 
-// The whole file up to its first zero byte; what could be read of it if reading fails.
+// The whole file up to its first zero byte, which is not part of it; what could be read of it if reading fails.
 std::string readText(std::FILE* file) {
+  constexpr std::size_t kFirstRead = 65536;
   std::string text;
-  std::array<char, 65536> chunk;
-  for (std::size_t n; (n = std::fread(chunk.data(), 1, chunk.size(), file)) > 0;)
-    text.append(chunk.data(), n);
-  text.resize(std::min(text.find('\0'), text.size()));
-  return text;
+  struct stat status {};
+  const bool hasSize = fstat(fileno(file), &status) == 0 && status.st_size > 0 && status.st_size < kMostAtOnce;
+  text.resize(hasSize ? static_cast<std::size_t>(status.st_size) + 1 : kFirstRead);
+  for (std::size_t size = 0;; text.resize(2 * size)) {
+    const std::size_t read = std::fread(text.data() + size, 1, text.size() - size, file);
+    const void* zero = std::memchr(text.data() + size, '\0', read);
+    size += read;
+    if (zero != nullptr) size = static_cast<std::size_t>(static_cast<const char*>(zero) - text.data());
+    if (zero != nullptr || size < text.size() || size >= INT_MAX) {
+      text.resize(size);
+      return text;
+    }
+  }
 }
 
 }  // namespace
@@ -84,16 +98,17 @@ RunResult APIAnalysis::FirstScanSource(std::vector<std::string>* files) {
     const std::string_view text = cleaned->c_str();
     detail::EqualRecords keptAccesses;
     for (const detail::Excerpt& excerpt : detail::findExcerpts(text)) {
-      appendAccesses(accesses, excerpt, path, objectAccessList, &keptAccesses);
+      const std::string copy(excerpt.text);  // with a terminator, which patterns can see, in the place of what follows
+      appendAccesses(accesses, copy, excerpt.hits, path, objectAccessList, &keptAccesses);
       // Embeds records are read from the last one on: which of equal ones is the last decides their order.
-      appendAccesses(embeds, excerpt, path, embedsAccessList, nullptr);
-    }
-    for (const detail::ScriptFunction& function : detail::findFunctions(text)) {
-      append(functionBlockList,
-             std::make_unique<FlashFunctionInfo>(FlashFunctionInfo{std::string(function.header), function.body, path}));
+      appendAccesses(embeds, copy, excerpt.hits, path, embedsAccessList, nullptr);
     }
     worthfulSourceList.push_back(cleaned);
     append(worthfulPathList, std::make_unique<std::string>(path));
+    for (const detail::ScriptFunction& function : detail::findFunctions(text)) {
+      append(functionBlockList, std::make_unique<FlashFunctionInfo>(FlashFunctionInfo{
+                                    function.header, function.body, *worthfulPathList.back(), cleaned}));
+    }
     append(worthfulExtList, std::make_unique<std::string>(stringUtil_.findFileExtention(path)));
   }
   TARVO_LOG(" WorthFul File [%d] EA", static_cast<int>(worthfulSourceList.size()));
@@ -109,14 +124,13 @@ int APIAnalysis::CheckFileAnalysisWorth(std::string path, std::string*& cleaned)
     TARVO_LOG(" file[%s] Open Error ", path.c_str());
     return 0;
   }
-  const std::string source = readText(file.get());
-  if (source.empty() || source.size() >= INT_MAX) return 0;
+  auto owned = std::make_unique<std::string>(readText(file.get()));
+  if (owned->empty() || owned->size() >= INT_MAX) return 0;
 
   // With its terminating zero: the cleaned text ends with one, as an unfinished comment's does.
-  std::string text(source.size() + 1, '\0');
-  const int length = delete_comment(source.c_str(), static_cast<int>(source.size() + 1), text.data());
-  text.resize(static_cast<std::size_t>(length));
-  auto owned = std::make_unique<std::string>(std::move(text));
+  owned->push_back('\0');
+  const int length = delete_comment(owned->data(), static_cast<int>(owned->size()), owned->data());
+  owned->resize(static_cast<std::size_t>(length));
   cleaned = owned.get();
   append(cleanedSourceList, std::move(owned));
   return 1;

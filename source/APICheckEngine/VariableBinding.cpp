@@ -6,10 +6,14 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
+#include <queue>
+#include <unordered_map>
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/EqualRecords.h"
 #include "APICheckEngine/Keys.h"
+#include "APICheckEngine/Knowledge.h"
 #include "platform/Limits.h"
 #include "regex/Pattern.h"
 
@@ -44,10 +48,63 @@ std::unique_ptr<SWFStateMentInfo> makeDeclaration(const std::string& classId, co
   return record;
 }
 
-// Finds the function around an access: of those in the same file whose body holds the access expression, the last one.
-class EnclosingFunction {
+// Which function of a source stands last in the list of functions, of those around a place.
+class LastFunctionAround {
  public:
-  explicit EnclosingFunction(const std::vector<FlashFunctionInfo*>& functions) : functions_(functions) {}
+  // With the functions of one source, in the order of the list.
+  LastFunctionAround(const std::vector<const FlashFunctionInfo*>& functions, const std::string& source) {
+    std::vector<std::pair<std::size_t, std::size_t>> begins;  // of bodies, with positions in the list
+    std::vector<std::size_t> bounds;
+    const auto beginOf = [&](std::size_t i) {
+      return static_cast<std::size_t>(functions[i]->body.data() - source.data());
+    };
+    const auto endOf = [&](std::size_t i) { return beginOf(i) + functions[i]->body.size(); };
+    for (std::size_t i = 0; i < functions.size(); ++i) {
+      begins.push_back({beginOf(i), i});
+      bounds.push_back(beginOf(i));
+      bounds.push_back(endOf(i));
+    }
+    std::sort(begins.begin(), begins.end());
+    std::sort(bounds.begin(), bounds.end());
+    std::priority_queue<std::size_t> around;
+    auto next = begins.begin();
+    for (const std::size_t at : bounds) {
+      for (; next != begins.end() && next->first == at; ++next)
+        around.push(next->second);
+      while (!around.empty() && endOf(around.top()) <= at)
+        around.pop();
+      stretches_.push_back({at, around.empty() ? kNone : around.top()});
+    }
+  }
+
+  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+  // Its position in the list; kNone if there is none.
+  std::size_t at(std::size_t place) const {
+    const auto behind = std::partition_point(stretches_.begin(), stretches_.end(),
+                                             [&](const Stretch& stretch) { return stretch.begin <= place; });
+    return behind == stretches_.begin() ? kNone : behind[-1].function;
+  }
+
+ private:
+  struct Stretch {
+    std::size_t begin;
+    std::size_t function;
+  };
+  std::vector<Stretch> stretches_;
+};
+
+// Finds the function around an access: of those in the same file whose body holds the access expression, the last one.
+// Bodies end with a brace and accesses hold none, so a body that holds the first byte of one holds all of it.
+class EnclosingFunctions {
+ public:
+  EnclosingFunctions(const std::vector<FlashFunctionInfo*>& functions, detail::Knowledge& known) : engine_(known) {
+    for (const FlashFunctionInfo* function : functions) {
+      std::vector<OfSource>& sources = byPath_[function->path];
+      if (sources.empty() || sources.back().source != function->source) sources.push_back({function->source, {}, {}});
+      sources.back().functions.push_back(function);
+    }
+  }
 
   // Its body; empty if there is none.
   std::string_view body(const std::string& path, const std::string& access) {
@@ -57,36 +114,99 @@ class EnclosingFunction {
   }
 
  private:
-  std::string_view find(const std::string& path, const std::string& access) const {
-    for (auto function = functions_.rbegin(); function != functions_.rend(); ++function) {
-      if ((*function)->path == path && (*function)->body.find(access) != std::string_view::npos) {
-        return (*function)->body;
-      }
+  struct OfSource {
+    const std::string* source;
+    std::vector<const FlashFunctionInfo*> functions;
+    std::optional<LastFunctionAround> last;
+  };
+
+  std::string_view find(const std::string& path, const std::string& access) {
+    const auto sources = byPath_.find(path);
+    if (sources == byPath_.end()) return {};
+    if (access.empty()) return sources->second.back().functions.back()->body;
+    for (auto of = sources->second.rbegin(); of != sources->second.rend(); ++of) {
+      const std::string_view body = lastHolding(*of, access);
+      if (body.data() != nullptr) return body;
     }
     return {};
   }
 
-  const std::vector<FlashFunctionInfo*>& functions_;
+  std::string_view lastHolding(OfSource& of, const std::string& access) {
+    if (!of.last.has_value()) of.last.emplace(of.functions, *of.source);
+    detail::SourceIndex& index = engine_.indexOf(*of.source);
+    const FlashFunctionInfo* last = nullptr;
+    std::size_t lastPosition = 0;
+    for (std::size_t at = index.find(access); at != std::string::npos; at = index.find(access, at + 1)) {
+      const std::size_t position = of.last->at(at);
+      if (position == LastFunctionAround::kNone || (last != nullptr && position < lastPosition)) continue;
+      lastPosition = position;
+      last = of.functions[position];
+    }
+    return last == nullptr ? std::string_view() : last->body;
+  }
+
+  detail::Knowledge& engine_;
+  std::unordered_map<std::string_view, std::vector<OfSource>> byPath_;
   std::map<std::pair<std::string, std::string>, std::string_view> known_;
+};
+
+// Finds the symbol that an access names: of those that stand in parentheses in it, the first one.
+class NamedSymbol {
+ public:
+  explicit NamedSymbol(const std::vector<Key>& symbols) {
+    for (std::size_t i = 0; i < symbols.size(); ++i) {
+      const std::string& symbol = symbols[i].symbol;
+      const bool isWord = !symbol.empty() && symbol.find_first_not_of(kWordBytes) == std::string::npos;
+      if (isWord) {
+        words_.emplace(symbol, i);
+      } else {
+        others_.push_back({i, Pattern(parenthesised(symbol))});
+      }
+    }
+  }
+
+  // Its position; kNone if there is none.
+  std::size_t in(const std::string& access) const {
+    std::size_t first = kNone;
+    for (std::size_t open = access.find('('); open != std::string::npos; open = access.find('(', open + 1)) {
+      const std::size_t begin = access.find_first_not_of(kAroundSymbol, open + 1);
+      if (begin == std::string::npos) break;
+      const std::size_t end = std::min(access.find_first_not_of(kWordBytes, begin), access.size());
+      const std::size_t close = access.find_first_not_of(kAroundSymbol, end);
+      if (close == std::string::npos || access[close] != ')') continue;
+      const auto word = words_.find(access.substr(begin, end - begin));
+      if (word != words_.end()) first = std::min(first, word->second);
+    }
+    for (const auto& [i, pattern] : others_) {
+      if (i > first) break;
+      if (pattern.matchesIn(access.c_str())) return i;
+    }
+    return first;
+  }
+
+  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+ private:
+  static constexpr const char* kWordBytes = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_";
+  static constexpr const char* kAroundSymbol = " \t\n\v\f\r\"'";
+
+  std::unordered_map<std::string, std::size_t> words_;  // with the first position of each
+  std::vector<std::pair<std::size_t, Pattern>> others_;
 };
 
 }  // namespace
 
 RunResult APIAnalysis::FindDeclareListValidation() {
   std::vector<Key> symbols;
-  std::vector<Pattern> patterns;
   for (const SWFStateMentInfo* record : objectIdList) {
     if (record->text == "Func") continue;
     symbols.push_back(splitKey(*record->expression));
-    patterns.emplace_back(parenthesised(symbols.back().symbol));
   }
 
+  const NamedSymbol named(symbols);
   for (const SWFStateMentInfo* access : objectAccessList) {
-    const auto named = std::find_if(patterns.begin(), patterns.end(), [&](const Pattern& pattern) {
-      return pattern.matchesIn(access->expression->c_str());
-    });
-    if (named == patterns.end()) continue;
-    append(declareList, makeDeclaration(symbols[static_cast<std::size_t>(named - patterns.begin())].classId, *access));
+    const std::size_t symbol = named.in(*access->expression);
+    if (symbol != NamedSymbol::kNone) append(declareList, makeDeclaration(symbols[symbol].classId, *access));
   }
 
   for (const SWFStateMentInfo* access : embedsAccessList) {
@@ -109,7 +229,7 @@ RunResult APIAnalysis::FindDeclareListValidation() {
 RunResult APIAnalysis::FindObjectVariable() {
   const Pattern directUse(kDirectUse);
   const Pattern assignments(kAssignment);
-  EnclosingFunction enclosing(functionBlockList);
+  EnclosingFunctions enclosing(functionBlockList, *known_);
   detail::EqualRecords kept;
   for (SWFStateMentInfo* declared : declareList) {
     const std::string& expression = *declared->expression;
@@ -142,20 +262,14 @@ int APIAnalysis::foundSymbolLineNumber(std::string* path, std::string* symbol) {
   const auto isSymbolByte = [](char c) { return c >= '0' && c <= 'z'; };
   const auto start = std::find_if(symbol->begin(), symbol->end(), isSymbolByte);
   const std::string wanted(start == symbol->end() ? symbol->begin() : start, symbol->end());
-  const std::size_t at = source->find(wanted);
-  if (at == std::string::npos) return 0;
-  // KEPT: a line feed at the very start of the file is not counted. Hosts show these numbers.
-  // (test LineFeedAtTheStartIsNotCounted)
-  const auto first = source->begin() + (source->empty() ? 0 : 1);
-  return 1 + static_cast<int>(
-                 std::count(first, std::max(first, source->begin() + static_cast<std::ptrdiff_t>(at) + 1), '\n'));
+  detail::SourceIndex& index = known_->indexOf(*source);
+  const std::size_t at = index.find(wanted);
+  return at == std::string::npos ? 0 : index.lineOf(at);
 }
 
-std::string* APIAnalysis::sourceOf(const std::string& path, const Strings& sources) const {
-  const auto found = std::find_if(worthfulPathList.begin(), worthfulPathList.end(),
-                                  [&](const std::string* known) { return *known == path; });
-  const auto position = static_cast<std::size_t>(found - worthfulPathList.begin());
-  return found == worthfulPathList.end() || position >= sources.size() ? nullptr : sources[position];
+const std::string* APIAnalysis::sourceOf(const std::string& path, const Strings& sources) const {
+  const std::size_t position = known_->paths.find(path);
+  return position < sources.size() ? sources[position] : nullptr;
 }
 
 }  // namespace FlashEngine_1_00

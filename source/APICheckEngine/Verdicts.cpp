@@ -9,7 +9,7 @@
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/Keys.h"
-#include "regex/Pattern.h"
+#include "APICheckEngine/Knowledge.h"
 
 namespace FlashEngine_1_00 {
 namespace {
@@ -19,12 +19,18 @@ const std::string kMethodCall = R"([\.]\s*[\w\d\_]+\s*\()";
 
 constexpr std::size_t kHiddenComponents = 4;  // tmp, the package's number, and two more
 
+bool holds(const APIAnalysis::Strings& list, const std::string& text) {
+  return std::any_of(list.begin(), list.end(), [&](const std::string* known) { return *known == text; });
+}
+
 }  // namespace
 
 namespace detail {
 
-std::string methodName(const std::string& callText) {
-  const std::string_view match = Pattern(kMethodCall).search(callText.c_str());
+MethodNames::MethodNames() : call_(kMethodCall) {}
+
+std::string MethodNames::operator()(const std::string& callText) const {
+  const std::string_view match = call_.search(callText.c_str());
   std::string name = match.data() == nullptr ? callText : std::string(match);
   for (const char* removed : {".", " ", "("})
     name = without(name, removed);
@@ -50,20 +56,17 @@ std::string callTextOf(const SWFStateMentInfo& call) {
 RunResult APIAnalysis::DetermineAPISecurity(Strings& results, SWFStateMentInfo* call) {
   const std::string callText = detail::callTextOf(*call);
   if (callText.empty()) return RUN_SUCCESS;
-  const std::string method = detail::methodName(callText);
-  bool undocumented = false;
-  (void)undocumentAPICheckerMain(whiteAPIList, method, undocumented);
-  if (!undocumented) return RUN_SUCCESS;
+  const std::string method = known_->methodNames(callText);
+  if (known_->documented.contains(method)) return RUN_SUCCESS;
 
   auto line = std::make_unique<std::string>(detail::findingLine(call->path, call->line, method));
-  const bool known = std::any_of(results.begin(), results.end(), [&](const std::string* r) { return *r == *line; });
-  if (!known) append(results, std::move(line));
+  const bool isKnown = &results == &resultList ? known_->findings.contains(*line) : holds(results, *line);
+  if (!isKnown) append(results, std::move(line));
   return RUN_UNDOCUMENTED_API;
 }
 
 RunResult APIAnalysis::undocumentAPICheckerMain(Strings whiteList, std::string apiName, bool& undocumented) {
-  undocumented = std::none_of(whiteList.begin(), whiteList.end(),
-                              [&](const std::string* documented) { return *documented == apiName; });
+  undocumented = !holds(whiteList, apiName);
   return RUN_SUCCESS;
 }
 

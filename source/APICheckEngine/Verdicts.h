@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "regex/Pattern.h"
+
 // The parts of a verdict.
 //
 // A call reaches the engine as "<class identifier>#<call text>". The method name is the word of the first
@@ -18,7 +20,14 @@ std::string callTextOf(const SWFStateMentInfo& call);
 
 // The method that `callText` calls: "tv.GetModel (1)" gives "GetModel", "a.b.c(1)" gives "c", "Start" gives "Start".
 // Blanks, dots and opening parentheses are removed; other white space stays.
-std::string methodName(const std::string& callText);
+class MethodNames {
+ public:
+  MethodNames();
+  std::string operator()(const std::string& callText) const;
+
+ private:
+  Pattern call_;
+};
 
 // The finding line for a call of `method` at `line` of `path`:
 //   ../js/main.js(57) : UndocumentedAPI 'GetSerial' used\n

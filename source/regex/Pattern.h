@@ -22,7 +22,7 @@ class Pattern {
   // The leftmost match in [begin, end); *end must be readable.
   std::string_view searchRange(const char* begin, const char* end) const {
     const char* matchEnd = nullptr;
-    if (expression_ == nullptr || !TrexFinder(*expression_, begin, end).next(begin, matchEnd)) return {};
+    if (expression_ == nullptr || !TrexFinder(*expression_, begin, end, nullptr).next(begin, matchEnd)) return {};
     return {begin, static_cast<std::size_t>(matchEnd - begin)};
   }
 
@@ -43,8 +43,11 @@ class Pattern {
 // Pattern and text must outlive the cursor and its views.
 class MatchCursor {
  public:
-  MatchCursor(const Pattern& pattern, const char* text) {
-    if (pattern.expression_ != nullptr) finder_.emplace(*pattern.expression_, text, Pattern::endOf(text));
+  MatchCursor(const Pattern& pattern, const char* text) : MatchCursor(pattern, text, Pattern::endOf(text), nullptr) {}
+
+  // In [begin, end), where *end must be readable, with an index of a text around that or null.
+  MatchCursor(const Pattern& pattern, const char* begin, const char* end, const TextIndex* index) {
+    if (pattern.expression_ != nullptr) finder_.emplace(*pattern.expression_, begin, end, index);
   }
 
   bool next() {

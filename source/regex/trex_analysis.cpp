@@ -55,6 +55,13 @@ TrexByteSet classSet(const std::vector<TrexNode>& nodes, const TrexNode& node) {
   return set;
 }
 
+// What a node matches that consumes a single byte; nothing for others.
+TrexByteSet nodeSet(const std::vector<TrexNode>& nodes, const TrexNode& node) {
+  if (node.kind == TREX_NODE_ANY) return everyByte();
+  if (node.kind == TREX_NODE_CLASS || node.kind == TREX_NODE_CLASS_NEGATED) return classSet(nodes, node);
+  return node.kind < TREX_NODE_REPEAT || node.kind == TREX_NODE_CLASS_ESCAPE ? itemSet(node) : TrexByteSet();
+}
+
 // The bytes at which a node or a sequence can start to match, and whether it can match without consuming any.
 struct First {
   TrexByteSet bytes;
@@ -82,16 +89,11 @@ class FirstBytes {
     const TrexNode& n = node(index);
     if (depth > kMaxDepth) return {everyByte(), false};
     switch (n.kind) {
-      case TREX_NODE_ANY:
       // What the tests of position do depends on where they stand: attempt them everywhere.
       case TREX_NODE_BEGIN:
       case TREX_NODE_END:
       case TREX_NODE_BOUNDARY:
         return {everyByte(), false};
-      case TREX_NODE_CLASS:
-      case TREX_NODE_CLASS_NEGATED:
-      case TREX_NODE_CLASS_ESCAPE:
-        return {e_.sets[static_cast<std::size_t>(index)], false};
       case TREX_NODE_GROUP:
       case TREX_NODE_GROUP_NOCAPTURE:
         return ofSequence(n.left, depth + 1);
@@ -108,7 +110,7 @@ class FirstBytes {
         return left;
       }
       default:
-        return {itemSet(n), false};
+        return {e_.sets[static_cast<std::size_t>(index)], false};
     }
   }
 
@@ -139,14 +141,16 @@ class Anchors {
       } else if (n.kind == TREX_NODE_ALTERNATION) {
         takeBetter(best, ofAlternation(n, before, depth));
       } else if (isLiteral(index)) {
-        TrexAnchor anchor{before, ""};
-        for (; index != kNone && isLiteral(index); index = node(index).next)
-          anchor.literal += literal(index);
-        for (const char c : anchor.literal)
-          before.add(static_cast<unsigned char>(c));
-        if (optional_ == 0 && strength({anchor}) >= std::min(required_.size(), kGoodLiteral))
-          required_ = anchor.literal;
-        takeBetter(best, {anchor});
+        const TrexByteSet beforeLiteral = before;
+        std::string text;
+        for (; index != kNone && isLiteral(index); index = node(index).next) {
+          text += literal(index);
+          before.add(e_.sets[static_cast<std::size_t>(index)]);
+        }
+        if (optional_ == 0 && std::min(text.size(), kGoodLiteral) >= std::min(required_.size(), kGoodLiteral)) {
+          required_ = text;
+        }
+        takeBetter(best, {{beforeLiteral, TrexLiteral(std::move(text))}});
         continue;
       } else {
         addBytes(index, before, depth);
@@ -173,7 +177,7 @@ class Anchors {
   static std::size_t strength(const List& anchors) {
     std::size_t shortest = anchors.empty() ? 0 : kGoodLiteral;
     for (const TrexAnchor& anchor : anchors)
-      shortest = std::min(shortest, anchor.literal.size());
+      shortest = std::min(shortest, anchor.literal.text().size());
     return shortest;
   }
 
@@ -207,16 +211,8 @@ class Anchors {
         return;
       case TREX_NODE_REPEAT:
         return addRepeated(n.left, bytes, depth);
-      case TREX_NODE_ANY:
-        bytes = everyByte();
-        return;
-      case TREX_NODE_CLASS:
-      case TREX_NODE_CLASS_NEGATED:
-      case TREX_NODE_CLASS_ESCAPE:
-        bytes.add(e_.sets[static_cast<std::size_t>(index)]);
-        return;
       default:
-        bytes.add(static_cast<unsigned char>(n.kind));
+        bytes.add(e_.sets[static_cast<std::size_t>(index)]);
         return;
     }
   }
@@ -247,15 +243,13 @@ void trexAnalyse(TrexExpression& expression) {
   expression.sets.resize(expression.nodes.size());
   for (std::size_t i = 0; i < expression.nodes.size(); ++i) {
     const TrexNode& node = expression.nodes[i];
-    if (node.kind == TREX_NODE_CLASS_ESCAPE) expression.sets[i] = letterSet(node.left);
-    if (node.kind == TREX_NODE_CLASS || node.kind == TREX_NODE_CLASS_NEGATED) {
-      expression.sets[i] = classSet(expression.nodes, node);
-    }
+    expression.sets[i] = nodeSet(expression.nodes, node);
+    expression.testsBegin = expression.testsBegin || node.kind == TREX_NODE_BEGIN || node.kind == TREX_NODE_BOUNDARY;
   }
   const First first = FirstBytes(expression).ofSequence(expression.first, 0);
   expression.firstBytes = first.canBeEmpty ? everyByte() : first.bytes;
   TrexByteSet before;
   Anchors anchors(expression);
   expression.anchors = anchors.ofSequence(expression.first, before, 0);
-  expression.required = anchors.required();
+  expression.required = TrexLiteral(anchors.required());
 }

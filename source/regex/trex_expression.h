@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "regex/trex.h"
+#include "regex/trex_literal.h"
 
 // The compiled form that the compiler (trex_compile.cpp) hands to the matcher (trex_match.cpp).
 
@@ -31,7 +32,17 @@ class TrexByteSet {
 // Every match holds `literal`, and before it in the match only bytes of `before`.
 struct TrexAnchor {
   TrexByteSet before;
-  std::string literal;
+  TrexLiteral literal;
+};
+
+// How far a repetition went, so that a later attempt that comes to it in the same place need not go there again.
+struct TrexRun {
+  std::uint32_t search = 0;         // the search in which it went
+  std::int32_t continuation = -1;   // the node that was to be matched behind it
+  bool ended = false;               // whether more rounds would have gone further
+  const char* from = nullptr;       // of a single byte: where it started ...
+  const char* to = nullptr;         // ... and how far it has got
+  std::vector<const char*> places;  // of more: where it stood between its rounds
 };
 
 struct TrexExpression {
@@ -64,10 +75,16 @@ struct TrexExpression {
   std::int32_t depth = 0;      // nested matcher calls, bounded by kMaxMatchDepth
 
   // What trexAnalyse found out.
-  std::vector<TrexByteSet> sets;    // one per node: what a class or class letter matches
+  std::vector<TrexByteSet> sets;    // one per node: what it matches, if that is a single byte
   TrexByteSet firstBytes;           // the bytes at which an attempt can get anywhere
   std::vector<TrexAnchor> anchors;  // one of them holds for every match; none if no literals are known
-  std::string required;             // every match holds this literal; empty if none is known
+  TrexLiteral required;             // every match holds this literal; empty if none is known
+
+  bool testsBegin = false;  // whether what matches depends on where the text begins
+
+  // What the attempts of one search leave to each other.
+  std::uint32_t search = 0;   // its number
+  std::vector<TrexRun> runs;  // one per node
 };
 
 // Whether `byte` is in the class of `letter`, one of "aAcCdDlpPsSuwWxX". The tests are those of <cctype>.
@@ -79,5 +96,8 @@ void trexAnalyse(TrexExpression& expression);
 // The number of anchors that are worth following at a time.
 constexpr std::size_t kMaxAnchors = 4;
 
-// One attempt at `position` of the text [begin, end): the end of the match, or null.
-const char* trexAttempt(TrexExpression& expression, const char* begin, const char* end, const char* position);
+// One attempt at `position` of the text [begin, end): the end of the match, or null. `remembers`: it may rely on what
+// earlier attempts of the search with the number `expression.search`, in the same text, found out; then it keeps no
+// groups.
+const char* trexAttempt(TrexExpression& expression, const char* begin, const char* end, const char* position,
+                        bool remembers);

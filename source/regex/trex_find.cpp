@@ -3,13 +3,16 @@
 #include "regex/trex_find.h"
 
 #include <algorithm>
-#include <string_view>
+
+TrexFinder::TrexFinder(TrexExpression& expression, const char* begin, const char* end, const TextIndex* index)
+    : e_(expression), at_(begin), end_(end), index_(index), search_(++expression.search) {}
 
 bool TrexFinder::next(const char*& matchBegin, const char*& matchEnd) {
+  if (search_ != e_.search) search_ = ++e_.search;  // another search of the same expression came in between
   const char* begin = at_;
   for (const char* at = nextCandidate(begin); at < end_; at = nextCandidate(at + 1)) {
     if (!e_.firstBytes.contains(static_cast<unsigned char>(*at))) continue;
-    const char* end = trexAttempt(e_, begin, end_, at);
+    const char* end = trexAttempt(e_, begin, end_, at, !e_.testsBegin);
     if (end == nullptr) continue;
     matchBegin = at;
     at_ = matchEnd = end;
@@ -33,20 +36,19 @@ const char* TrexFinder::nextCandidate(const char* at) {
 }
 
 bool TrexFinder::holdsRequired(const char* at) {
-  if (required_ != nullptr && required_ >= at) return required_ <= end_;
-  const std::string_view rest(at, static_cast<std::size_t>(end_ - at) + 1);
-  const std::size_t hit = rest.find(e_.required);
-  required_ = hit == std::string_view::npos ? end_ + 1 : at + hit;
+  if (required_ == nullptr || required_ < at) required_ = find(e_.required, at);
   return required_ <= end_;
 }
 
 void TrexFinder::findWindow(const TrexAnchor& anchor, const char* at, Window& window) const {
-  // The byte at the end belongs to what elements can see.
-  const std::string_view rest(at, static_cast<std::size_t>(end_ - at) + 1);
-  const std::size_t hit = rest.find(anchor.literal);
-  window.place = window.from = hit == std::string_view::npos ? end_ + 1 : at + hit;
+  window.place = window.from = find(anchor.literal, at);
   while (window.from > at && window.place <= end_ &&
          anchor.before.contains(static_cast<unsigned char>(window.from[-1]))) {
     --window.from;
   }
+}
+
+// The next place of a literal; one past end_ if there is none. The byte at end_ belongs to what elements can see.
+const char* TrexFinder::find(const TrexLiteral& literal, const char* at) const {
+  return literal.find(at, end_ + 1, index_);
 }

@@ -12,7 +12,8 @@
 // Expression and text must outlive the finder. For expressions that cannot match empty.
 class TrexFinder {
  public:
-  TrexFinder(TrexExpression& expression, const char* begin, const char* end) : e_(expression), at_(begin), end_(end) {}
+  // With an index of a text around [begin, end], or null.
+  TrexFinder(TrexExpression& expression, const char* begin, const char* end, const TextIndex* index);
 
   // The next match; false if there is none.
   bool next(const char*& matchBegin, const char*& matchEnd);
@@ -28,10 +29,13 @@ class TrexFinder {
   const char* nextCandidate(const char* at);
   bool holdsRequired(const char* at);
   void findWindow(const TrexAnchor& anchor, const char* at, Window& window) const;
+  const char* find(const TrexLiteral& literal, const char* at) const;
 
   TrexExpression& e_;
   const char* at_;
   const char* end_;
+  const TextIndex* index_;
+  std::uint32_t search_;
   std::array<Window, kMaxAnchors> windows_{};
   const char* required_ = nullptr;  // the next place of the literal that every match holds, as far as it is known
 };

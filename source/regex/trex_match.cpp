@@ -34,14 +34,16 @@ bool isSpace(char byte) {
 
 class Matcher {
  public:
-  explicit Matcher(TrexExpression& expression) : e_(expression) {}
+  Matcher(TrexExpression& expression, bool remembers) : e_(expression), remembers_(remembers) {}
 
   // One attempt at `position`: the end of the match, or null.
   const char* attempt(const char* position) {
     e_.groupCounter = 0;
     e_.depth = 0;
     const char* end = matchNode(e_.first, position, kNone);
-    return tooDeep_ ? nullptr : end;
+    if (!tooDeep_) return end;
+    ++e_.search;  // what was given up is not to be remembered
+    return nullptr;
   }
 
  private:
@@ -67,11 +69,8 @@ class Matcher {
 
   const char* matchByte(std::int32_t index, const char* position) const {
     if (position > e_.end) return nullptr;
-    const TrexNode& n = node(index);
-    const auto byte = static_cast<unsigned char>(*position);
-    if (n.kind < TREX_NODE_REPEAT) return byte == n.kind ? position + 1 : nullptr;
-    if (n.kind == TREX_NODE_ANY) return position + 1;
-    return e_.sets[static_cast<std::size_t>(index)].contains(byte) ? position + 1 : nullptr;
+    return e_.sets[static_cast<std::size_t>(index)].contains(static_cast<unsigned char>(*position)) ? position + 1
+                                                                                                    : nullptr;
   }
 
   // A boundary is where white space meets something else, judged by the byte here and the next one, which is not
@@ -88,7 +87,7 @@ class Matcher {
     if (tooDeep_) return nullptr;
     ++e_.depth;
     const TrexNode& n = node(index);
-    const char* result = n.kind == TREX_NODE_REPEAT        ? matchRepeat(n, position, continuation)
+    const char* result = n.kind == TREX_NODE_REPEAT        ? matchRepeat(index, position, continuation)
                          : n.kind == TREX_NODE_ALTERNATION ? matchAlternation(n, position)
                                                            : matchGroup(n, position, continuation);
     --e_.depth;
@@ -131,28 +130,46 @@ class Matcher {
     return position;
   }
 
-  const char* matchRepeat(const TrexNode& repeat, const char* position, std::int32_t continuation) {
-    const std::int32_t min = minRounds(repeat);
-    const std::int32_t max = maxRounds(repeat);
-    const auto acceptable = [&](std::int32_t count) { return count >= min && (max == kUnbounded || count <= max); };
+  // What a repetition needs to know of the nodes behind it. The element that may end it is not looked for if it is
+  // itself optional.
+  struct Behind {
+    std::int32_t stop;
+    std::int32_t afterStop;
+    bool looksAhead;
+  };
+
+  Behind behind(const TrexNode& repeat, std::int32_t continuation) const {
     const std::int32_t stop = repeat.next != kNone ? repeat.next : continuation;
     const bool looksAhead = stop != kNone && !(node(stop).kind == TREX_NODE_REPEAT && minRounds(node(stop)) == 0);
     const std::int32_t afterContinuation = continuation == kNone ? kNone : node(continuation).next;
-    const std::int32_t afterStop = stop == kNone || node(stop).next == kNone ? afterContinuation : node(stop).next;
+    return {stop, stop == kNone || node(stop).next == kNone ? afterContinuation : node(stop).next, looksAhead};
+  }
 
-    if (node(repeat.left).kind == TREX_NODE_ANY && looksAhead && node(stop).kind < TREX_NODE_REPEAT) {
-      return matchAnyUntil(static_cast<char>(node(stop).kind), position, min, max);
+  const char* matchRepeat(std::int32_t index, const char* position, std::int32_t continuation) {
+    const TrexNode& repeat = node(index);
+    const std::int32_t min = minRounds(repeat);
+    const std::int32_t max = maxRounds(repeat);
+    const Behind behind = this->behind(repeat, continuation);
+    if (remembers_ && min <= 1 && max == kUnbounded) {
+      TrexRun& run = runOf(index, continuation);
+      if (isByte(node(repeat.left))) {
+        const char* end = matchRun(run, repeat.left, behind, position);
+        return end - position >= min ? end : nullptr;
+      }
+      if (!behind.looksAhead) return matchRounds(run, repeat.left, behind.stop, position, min);
     }
-
+    const auto acceptable = [&](std::int32_t count) { return count >= min && (max == kUnbounded || count <= max); };
     std::int32_t count = 0;
     while (count < max || count == kUnbounded) {
       const std::int32_t recorded = e_.groupCounter;
-      const char* after = matchNode(repeat.left, position, stop);
+      const char* after = matchNode(repeat.left, position, behind.stop);
       if (after == nullptr) break;
       ++count;
       const bool tookNothing = after == position;
       position = after;
-      if (looksAhead && matchNode(stop, position, afterStop) != nullptr && acceptable(count)) break;
+      if (behind.looksAhead && matchNode(behind.stop, position, behind.afterStop) != nullptr && acceptable(count)) {
+        break;
+      }
       if (position >= e_.end) break;
       if (tookNothing && recorded == e_.groupCounter) {  // every further round would do the same
         count = max == kUnbounded ? kMostRounds : max;
@@ -162,42 +179,115 @@ class Matcher {
     return acceptable(count) ? position : nullptr;
   }
 
-  // ".*x" up to the "x", without looking at each byte in turn.
-  const char* matchAnyUntil(char stop, const char* position, std::int32_t min, std::int32_t max) const {
-    if (position > e_.end) return min == 0 ? position : nullptr;
-    const std::ptrdiff_t there = std::max<std::ptrdiff_t>(e_.end - position, 1);  // one round may take the end's byte
-    const std::ptrdiff_t most = std::min<std::ptrdiff_t>(max == kUnbounded ? kMostRounds : max, there);
-    const std::ptrdiff_t from = std::max<std::ptrdiff_t>(min, 1);
-    const std::ptrdiff_t last = std::min<std::ptrdiff_t>(most, e_.end - position);  // where the stop byte may stand
-    if (from <= last) {
-      const void* hit = std::memchr(position + from, stop, static_cast<std::size_t>(last - from) + 1);
-      if (hit != nullptr) return static_cast<const char*>(hit);
+  // ---- repetitions of a search that remembers ----------------------------------------------------------------------
+  //
+  // How a repetition goes on from a place depends on nothing but the place. So once it went from one place to another
+  // and the attempt failed later, an attempt that enters it in between ends up where that one did.
+
+  static bool isByte(const TrexNode& node) {
+    return node.kind < TREX_NODE_REPEAT || node.kind == TREX_NODE_ANY || node.kind == TREX_NODE_CLASS ||
+           node.kind == TREX_NODE_CLASS_ESCAPE || node.kind == TREX_NODE_CLASS_NEGATED;
+  }
+
+  TrexRun& runOf(std::int32_t index, std::int32_t continuation) {
+    TrexRun& run = e_.runs[static_cast<std::size_t>(index)];
+    if (run.search != e_.search || run.continuation != continuation) {
+      run.search = e_.search;
+      run.continuation = continuation;
+      run.from = run.to = nullptr;
+      run.places.clear();
     }
-    return min <= max && most >= min ? position + most : nullptr;
+    return run;
+  }
+
+  // A repetition of a single byte from `position` on: where it ends.
+  const char* matchRun(TrexRun& run, std::int32_t operand, const Behind& behind, const char* position) {
+    if (position < run.from || position >= run.to) {
+      run.from = run.to = position;
+      run.ended = position > e_.end;
+    }
+    const bool toByte =
+        node(operand).kind == TREX_NODE_ANY && behind.looksAhead && node(behind.stop).kind < TREX_NODE_REPEAT;
+    const TrexByteSet& taken = e_.sets[static_cast<std::size_t>(operand)];
+    while (!run.ended && run.to - position < kMostRounds) {
+      run.ended = !taken.contains(static_cast<unsigned char>(*run.to));
+      if (run.ended) break;
+      if (toByte) {
+        const char* const last = position + std::min<std::ptrdiff_t>(kMostRounds, e_.end - position);
+        run.to = nextByte(run.to + 1, last, static_cast<char>(node(behind.stop).kind));
+      } else {
+        ++run.to;
+      }
+      run.ended =
+          run.to >= e_.end || (behind.looksAhead && matchNode(behind.stop, run.to, behind.afterStop) != nullptr);
+    }
+    return run.to;
+  }
+
+  // The place of `byte` in [from, last], `last` if it is not there. At least `from`.
+  static const char* nextByte(const char* from, const char* last, char byte) {
+    if (from >= last) return from;
+    const void* hit = std::memchr(from, byte, static_cast<std::size_t>(last - from));
+    return hit == nullptr ? last : static_cast<const char*>(hit);
+  }
+
+  // A repetition of anything else that does not look ahead, from `position` on: where it ends, or null.
+  const char* matchRounds(TrexRun& run, std::int32_t operand, std::int32_t stop, const char* position,
+                          std::int32_t min) {
+    std::vector<const char*> fresh;
+    std::vector<const char*>* walk = &fresh;  // the earlier one, once we are on it
+    bool ended = false;
+    std::int32_t count = 0;
+    for (; !ended && count < kMostRounds; ++count) {
+      if (walk == &fresh) {
+        const auto known = std::lower_bound(run.places.begin(), run.places.end(), position);
+        const auto left = run.places.end() - known - 1;
+        if (left >= 0 && *known == position && count + left > 0) {
+          const auto taken = std::min<std::ptrdiff_t>(left, kMostRounds - count);
+          position = known[taken];
+          count += static_cast<std::int32_t>(taken);
+          if (count == kMostRounds || run.ended) return position;
+          walk = &run.places;
+        } else {
+          fresh.push_back(position);
+        }
+      }
+      const char* after = matchNode(operand, position, stop);
+      ended = after == nullptr || after == position || after >= e_.end;
+      if (after == nullptr) break;
+      position = after;
+      if (ended || walk == &run.places) walk->push_back(position);
+    }
+    if (walk == &fresh) run.places = std::move(fresh);
+    run.ended = ended;
+    return count >= min ? position : nullptr;
   }
 
   TrexExpression& e_;
+  const bool remembers_;
   bool tooDeep_ = false;
 };
 
 }  // namespace
 
-const char* trexAttempt(TrexExpression& expression, const char* begin, const char* end, const char* position) {
+const char* trexAttempt(TrexExpression& expression, const char* begin, const char* end, const char* position,
+                        bool remembers) {
   expression.begin = begin;
   expression.end = end;
-  return Matcher(expression).attempt(position);
+  if (remembers) expression.runs.resize(expression.nodes.size());
+  return Matcher(expression, remembers).attempt(position);
 }
 
 extern "C" int trex_match(TrexExpression* expression, const char* text) {
   const char* end = text + std::strlen(text);
-  return trexAttempt(*expression, text, end, text) == end ? 1 : 0;
+  return trexAttempt(*expression, text, end, text, false) == end ? 1 : 0;
 }
 
 extern "C" int trex_searchrange(TrexExpression* expression, const char* begin, const char* end, const char** outBegin,
                                 const char** outEnd) {
   // Every position is attempted: one that fails still decides what the groups hold that take no part in the match.
   for (const char* at = begin; at < end; ++at) {
-    if (const char* matchEnd = trexAttempt(*expression, begin, end, at)) {
+    if (const char* matchEnd = trexAttempt(*expression, begin, end, at, false)) {
       if (outBegin != nullptr) *outBegin = at;
       if (outEnd != nullptr) *outEnd = matchEnd;
       return 1;

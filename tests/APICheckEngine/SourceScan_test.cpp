@@ -27,7 +27,7 @@ TEST(SourceScan, ExcerptsReachFromBlankToBlank) {
        }) {
     Texts texts;
     for (const Excerpt& excerpt : findExcerpts(row.source))
-      texts.push_back(excerpt.text);
+      texts.emplace_back(excerpt.text);
     EXPECT_EQ(texts, row.excerpts) << row.source;
   }
 }
@@ -44,7 +44,8 @@ TEST(SourceScan, ExcerptsKeepTheVariableThatIsAssigned) {
       {"x=y ", " "},        {"t[0] = ", " "},
   };
   for (const Row& row : rows) {
-    const std::vector<Excerpt> excerpts = findExcerpts(row.before + std::string("document.getElementById('tv'); "));
+    const std::string source = row.before + std::string("document.getElementById('tv'); ");
+    const std::vector<Excerpt> excerpts = findExcerpts(source);
     ASSERT_EQ(excerpts.size(), 1U) << row.before;
     EXPECT_EQ(excerpts[0].text, row.excerptStart + std::string("document.getElementById('tv');")) << row.before;
   }

@@ -136,7 +136,7 @@ class TrexDifferential : public testing::Test {
     const std::size_t margin = call == Call::kSearchInside ? 1 : 0;
     const char* at = text.data() + margin;
     const char* const end = text.data() + text.size() - margin;
-    TrexFinder finder(*finding_, at, end);
+    TrexFinder finder(*finding_, at, end, nullptr);
     for (std::size_t n = 0;; ++n) {
       Found expected;
       if (trex_searchrange(searching_.get(), at, end, &expected.first, &expected.second) == 0) expected = {};

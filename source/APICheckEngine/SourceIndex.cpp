@@ -1,0 +1,39 @@
+#include "APICheckEngine/SourceIndex.h"
+
+#include <algorithm>
+
+namespace FlashEngine_1_00::detail {
+namespace {
+
+constexpr std::size_t kSearchesPerIndex = 32;  // of the whole source, that take about as long as an index of it
+
+}  // namespace
+
+const TextIndex* SourceIndex::forSearchOf(std::size_t bytes) {
+  searched_ += bytes;
+  if (index_ == nullptr && searched_ / kSearchesPerIndex > source_.size()) {
+    index_ = std::make_unique<const TextIndex>(source_);
+  }
+  return index_.get();
+}
+
+std::size_t SourceIndex::find(std::string_view wanted, std::size_t from) {
+  if (index_ != nullptr) return index_->find(wanted, from, source_.size());
+  const std::size_t place = source_.find(wanted, from);
+  (void)forSearchOf(std::min(place, source_.size()) - std::min(from, source_.size()));
+  return place;
+}
+
+int SourceIndex::lineOf(std::size_t place) {
+  if (!linesKnown_) {
+    // KEPT: a line feed at the very start of the file is not counted. Hosts show these numbers.
+    // (test LineFeedAtTheStartIsNotCounted)
+    for (std::size_t at = source_.find('\n', 1); at != std::string_view::npos; at = source_.find('\n', at + 1))
+      lineFeeds_.push_back(static_cast<std::uint32_t>(at));
+    linesKnown_ = true;
+  }
+  const auto behind = std::upper_bound(lineFeeds_.begin(), lineFeeds_.end(), place);
+  return 1 + static_cast<int>(behind - lineFeeds_.begin());
+}
+
+}  // namespace FlashEngine_1_00::detail

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "regex/trex_literal.h"
+
+namespace FlashEngine_1_00::detail {
+
+// Answers questions about one cleaned source, the quicker the more of them there are. The source must outlive it.
+class SourceIndex {
+ public:
+  explicit SourceIndex(std::string_view source) : source_(source) {}
+
+  // The first place of `wanted` at or after `from`; npos if there is none.
+  std::size_t find(std::string_view wanted, std::size_t from = 0);
+
+  // The index to search `bytes` of the source with; null as long as searches without one have cost less than it would.
+  const TextIndex* forSearchOf(std::size_t bytes);
+
+  // The 1-based line of a place. A line feed at the very start of the source is not counted.
+  int lineOf(std::size_t place);
+
+ private:
+  std::string_view source_;
+  std::size_t searched_ = 0;  // bytes
+  std::unique_ptr<const TextIndex> index_;
+  bool linesKnown_ = false;
+  std::vector<std::uint32_t> lineFeeds_;
+};
+
+}  // namespace FlashEngine_1_00::detail
