@@ -5,6 +5,8 @@
 
 #include "APICheckEngine/APIAnalysis.h"
 
+#include <algorithm>
+
 #include "APICheckEngine/Knowledge.h"
 #include "platform/Log.h"
 #include "platform/TimeBudget.h"
@@ -45,8 +47,11 @@ constexpr APIAnalysis::Records APIAnalysis::*kCallLists[] = {
     &APIAnalysis::objectAccessList, &APIAnalysis::embedsAccessList,
 };
 
+// Equal records of a list can be one and the same.
 template <typename T>
 void releaseAll(std::vector<T*>& list) {
+  std::sort(list.begin(), list.end());
+  list.erase(std::unique(list.begin(), list.end()), list.end());
   for (; !list.empty(); list.pop_back())
     delete list.back();
 }

@@ -17,8 +17,9 @@ class TextIndex;
 namespace FlashEngine_1_00 {
 
 namespace detail {
+struct FoundCalls;
 struct Knowledge;
-}
+}  // namespace detail
 
 // The record of every web-source list and of every found call.
 struct SWFStateMentInfo {
@@ -66,8 +67,8 @@ struct FlashFunctionInfo {
 //   19  extractedFileList   files out of packages           addFilePathbyUnzipping    no
 //   20  extractedDirList    directories made for them       addFilePathbyUnzipping    no
 //
-// Lists 1 to 18 own what their pointers point to, save list 5, whose texts belong to list 6. Lists 3, 4 and 5 are
-// parallel; so are 7 and 8.
+// Lists 1 to 18 own what their pointers point to, save list 5, whose texts belong to list 6. Equal records of one list
+// may be one and the same, found in several places of it. Lists 3, 4 and 5 are parallel; so are 7 and 8.
 //
 // Every stage returns RUN_SUCCESS or the code that ends the run. Stages throw nothing but std::bad_alloc.
 class APIAnalysis : public IAppAnalysis {
@@ -227,6 +228,10 @@ class APIAnalysis : public IAppAnalysis {
                                                                             std::string dummyCall);
   [[gnu::visibility("hidden")]] RunResult reportCall(std::unique_ptr<SWFStateMentInfo> call);
 
+  [[gnu::visibility("hidden")]] void appendScriptFunctions(const std::string& cleaned, const std::string& path);
+  [[gnu::visibility("hidden")]] void findCallsOn(const SWFStateMentInfo* binding, std::string_view text,
+                                                 const TextIndex* index, const std::string& path,
+                                                 detail::FoundCalls& found);
   [[gnu::visibility("hidden")]] RunResult findCalls(const std::string& classId, const std::string& variable,
                                                     std::string_view text, const TextIndex* index,
                                                     const std::string& path);

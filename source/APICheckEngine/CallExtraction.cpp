@@ -87,8 +87,8 @@ class CommonObjects {
 };
 
 // The element id in an access expression; empty if it looks none up.
-std::string lookedUpId(const std::string& access) {
-  const std::string match(Pattern(kLookedUpId).search(access.c_str()));
+std::string lookedUpId(const Pattern& lookedUp, const std::string& access) {
+  const std::string match(lookedUp.search(access.c_str()));
   return match.substr(match.find_last_of("(\"' \t\n\v\f\r") + 1);
 }
 
@@ -100,30 +100,45 @@ std::unique_ptr<SWFStateMentInfo> makeCall(const std::string& path, int line) {
   return call;
 }
 
-// The calls on a look-up of an element in one source: searched and checked once for all look-ups of the same element.
+// The calls on a look-up of one element in one source: searched for and checked once, for all look-ups of that element.
 struct LookupCalls {
   struct Candidate {
-    std::string text;  // as matched
+    std::string text;      // as matched
+    std::string callText;  // what follows the look-up in it
     bool builtIn;
+    SWFStateMentInfo* record;  // once it is in lookupCandidateList
+    int count;
   };
-  std::vector<Candidate> candidates;  // of equal ones not more than are kept
-  int rounds = 0;                     // look-ups for which they were reported
+  struct Call {
+    SWFStateMentInfo* record = nullptr;  // the last one in foundCallList
+    int count = 0;
+  };
+  struct OfClass {
+    int rounds = 0;           // look-ups for which the calls were reported
+    std::vector<Call> calls;  // one per candidate
+  };
+  std::vector<Candidate> candidates;
+  std::vector<std::size_t> finds;  // positions of candidates; of equal finds not more than are kept
+  std::map<std::string, OfClass> classes;
 };
 
 LookupCalls findLookupCalls(const std::string& id, const std::string& source, detail::SourceIndex& index) {
-  struct Known {
-    bool builtIn;
-    int times;
-  };
   LookupCalls calls;
-  std::unordered_map<std::string_view, Known> known;
+  std::unordered_map<std::string_view, std::size_t> known;
+  std::vector<int> times;
   const Pattern pattern(callOnLookupOf(id));
+  const Pattern lookup(detail::lookupOf(id));
   const char* const begin = source.c_str();
   const std::size_t size = std::strlen(begin);
   for (MatchCursor at(pattern, begin, begin + size, index.forSearchOf(size)); at.next();) {
-    const auto [place, isNew] = known.try_emplace(at.view(), Known{false, 0});
-    if (isNew) place->second.builtIn = detail::holdsBuiltIn(at.match());
-    if (++place->second.times <= kMaxEqualRecords) calls.candidates.push_back({at.match(), place->second.builtIn});
+    const auto [place, isNew] = known.try_emplace(at.view(), calls.candidates.size());
+    if (isNew) {
+      const std::string text = at.match();
+      const std::string callText = text.substr(lookup.search(text.c_str()).size());
+      calls.candidates.push_back({text, callText, detail::holdsBuiltIn(text), nullptr, 0});
+      times.push_back(0);
+    }
+    if (++times[place->second] <= kMaxEqualRecords) calls.finds.push_back(place->second);
   }
   return calls;
 }
@@ -141,21 +156,36 @@ bool detail::holdsBuiltIn(const std::string& callText) {
 
 RunResult APIAnalysis::FindAPIFunctionName4JS() {
   CommonObjects commonObjects;
-  for (SWFStateMentInfo* binding : objectVariableList) {
+  detail::FoundCalls found;
+  for (const SWFStateMentInfo* binding : objectVariableList) {
     const std::string* source = sourceOf(binding->path, worthfulSourceList);
     std::string_view text = binding->text;
     if (binding->scope == "Src" && source != nullptr) text = source->c_str();
     if (text.empty()) continue;
-    const Key key = splitKey(*binding->expression);
-    if (commonObjects.follow(text, key.symbol)) continue;
+    if (commonObjects.follow(text, splitKey(*binding->expression).symbol)) continue;
     const bool isPart =
         source != nullptr && text.data() >= source->data() && text.data() < source->data() + source->size();
     const TextIndex* index = isPart ? known_->indexOf(*source).forSearchOf(text.size()) : nullptr;
     // KEPT: a finding does not end this scanner, so one run can record several. Hosts read the whole list.
     // (test ScriptScannerGoesOnAfterAFinding)
-    (void)findCalls(key.classId, key.symbol, text, index, binding->path);
+    findCallsOn(binding, text, index, binding->path, found);
   }
   return RUN_SUCCESS;
+}
+
+// Finds and judges the calls on a variable in a text. What `found` knows of the text is only recorded again.
+void APIAnalysis::findCallsOn(const SWFStateMentInfo* binding, std::string_view text, const TextIndex* index,
+                              const std::string& path, detail::FoundCalls& found) {
+  const auto [place, isNew] = found.positions.try_emplace(binding, foundCallList.size(), 0);
+  auto& [begin, end] = place->second;
+  if (isNew) {
+    const Key key = splitKey(*binding->expression);
+    (void)findCalls(key.classId, key.symbol, text, index, path);
+    end = foundCallList.size();
+  } else {
+    for (std::size_t i = begin; i < end; ++i)
+      foundCallList.push_back(foundCallList[i]);
+  }
 }
 
 RunResult APIAnalysis::findAPIsFromPool(std::string classId, std::string name, std::string* source, std::string path) {
@@ -192,34 +222,53 @@ std::string APIAnalysis::findAPINameForKOBCase(std::string* callText) {
 }
 
 RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
-  std::map<std::tuple<std::string, std::string, const std::string*>, LookupCalls> known;  // by class, id and source
-  detail::EqualRecords keptCandidates;
-  detail::EqualRecords keptCalls;
+  struct Lookup {
+    std::string classId;
+    LookupCalls* calls;  // null if it looks nothing up in a source that is there
+    LookupCalls::OfClass* ofClass;
+    int line;
+  };
+  std::map<std::pair<std::string, const std::string*>, LookupCalls> known;  // by id and source
+  std::unordered_map<const SWFStateMentInfo*, Lookup> lookups;              // by declaration
+  const Pattern lookedUp(kLookedUpId);
   for (SWFStateMentInfo* declared : declareList) {
-    const Key key = splitKey(*declared->expression);
-    const std::string id = lookedUpId(key.symbol);
-    const std::string* source = sourceOf(declared->path, worthfulSourceList);
-    if (id.empty() || source == nullptr) continue;
-    const auto [place, isNew] = known.try_emplace({key.classId, id, source});
-    LookupCalls& calls = place->second;
-    if (isNew) calls = findLookupCalls(id, *source, known_->indexOf(*source));
+    const auto [place, isNew] = lookups.try_emplace(declared, Lookup{{}, nullptr, nullptr, 0});
+    Lookup& lookup = place->second;
+    if (isNew) {
+      const Key key = splitKey(*declared->expression);
+      const std::string id = lookedUpId(lookedUp, key.symbol);
+      const std::string* source = sourceOf(declared->path, worthfulSourceList);
+      if (id.empty() || source == nullptr) continue;
+      const auto [calls, isFirst] = known.try_emplace({id, source});
+      if (isFirst) calls->second = findLookupCalls(id, *source, known_->indexOf(*source));
+      LookupCalls::OfClass& ofClass = calls->second.classes[key.classId];
+      ofClass.calls.resize(calls->second.candidates.size());
+      lookup = {key.classId, &calls->second, &ofClass, foundSymbolLineNumber(&declared->path, &declared->access)};
+    }
     // Each round reports the same calls again, which were all documented so far.
-    if (++calls.rounds > kMaxEqualRecords) continue;
+    if (lookup.calls == nullptr || ++lookup.ofClass->rounds > kMaxEqualRecords) continue;
 
-    const Pattern lookup(detail::lookupOf(id));
-    const int line = foundSymbolLineNumber(&declared->path, &declared->access);
-    for (const LookupCalls::Candidate& candidate : calls.candidates) {
-      if (keptCandidates.keep(declared->path + '\n' + candidate.text)) {
+    for (const std::size_t find : lookup.calls->finds) {
+      LookupCalls::Candidate& candidate = lookup.calls->candidates[find];
+      if (candidate.record == nullptr) {
         auto found = makeCall(declared->path, 0);
         found->expression = std::make_unique<std::string>(candidate.text);
+        candidate.record = found.get();
         append(lookupCandidateList, std::move(found));
+        ++candidate.count;
+      } else if (candidate.count++ < kMaxEqualRecords) {
+        lookupCandidateList.push_back(candidate.record);
       }
-      if (candidate.builtIn || !keptCalls.keep(declared->path + '\n' + key.classId + '\n' + candidate.text)) continue;
-
-      const std::string callText = candidate.text.substr(lookup.search(candidate.text.c_str()).size());
-      const std::string dummyCall = withoutBlanks(without("DummyObject." + callText + ")", ")"));
-      auto call = makeCall(declared->path, line);
-      call->expression = nameLookupCall(key.classId, callText, dummyCall);
+      LookupCalls::Call& known = lookup.ofClass->calls[find];
+      if (candidate.builtIn || known.count++ >= kMaxEqualRecords) continue;
+      if (known.record != nullptr && known.record->line == lookup.line) {
+        foundCallList.push_back(known.record);
+        continue;
+      }
+      const std::string dummyCall = withoutBlanks(without("DummyObject." + candidate.callText + ")", ")"));
+      auto call = makeCall(declared->path, lookup.line);
+      call->expression = nameLookupCall(lookup.classId, candidate.callText, dummyCall);
+      known.record = call.get();
       const RunResult code = reportCall(std::move(call));
       if (code != RUN_SUCCESS) return code;
     }

@@ -43,10 +43,10 @@ RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statemen
     if (code != RUN_SUCCESS) return code;
   }
   detail::SourceIndex index(joined);
+  detail::FoundCalls found;
   for (const SWFStateMentInfo* binding : objectVariableList) {
     if (timeBudgetSpent()) break;
-    const Key bound = detail::splitKey(*binding->expression);
-    (void)findCalls(bound.classId, bound.symbol, joined.c_str(), index.forSearchOf(joined.size()), fileName);
+    findCallsOn(binding, joined.c_str(), index.forSearchOf(joined.size()), fileName, found);
   }
   return RUN_SUCCESS;
 }

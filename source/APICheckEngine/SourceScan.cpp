@@ -128,19 +128,25 @@ class FunctionFinder {
       headers_.push_back(headerOf(at.view()));
     findBlocks();
     findFirst();
+    const auto inOrder = static_cast<std::ptrdiff_t>(finds_.size());
     findLast();
     findCut();
-    std::sort(finds_.begin(), finds_.end());
+    const auto isBefore = [&](const Find& a, const Find& b) {
+      return std::tie(a.block, headers_[a.header].begin) < std::tie(b.block, headers_[b.header].begin);
+    };
+    std::sort(finds_.begin() + inOrder, finds_.end(), isBefore);
+    std::inplace_merge(finds_.begin(), finds_.begin() + inOrder, finds_.end(), isBefore);
   }
 
-  std::vector<ScriptFunction> functions() const {
-    std::vector<ScriptFunction> functions;
-    functions.reserve(finds_.size());
-    for (const Find& find : finds_) {
-      const auto [begin, end, bodyEnd] = find.header;
-      functions.push_back({text_.substr(begin, end - begin), text_.substr(end, bodyEnd - end)});
+  ScriptFunctions functions() const {
+    ScriptFunctions found;
+    for (const auto [begin, end, bodyEnd] : headers_) {
+      const std::size_t known = bodyEnd == BraceIndex::kNone ? end : bodyEnd;
+      found.functions.push_back({text_.substr(begin, end - begin), text_.substr(end, known - end)});
     }
-    return functions;
+    for (const Find& find : finds_)
+      found.finds.push_back(find.header);
+    return found;
   }
 
  private:
@@ -159,13 +165,10 @@ class FunctionFinder {
     std::size_t firstHeader;
   };
 
+  // A header found in a block; by their positions.
   struct Find {
-    std::size_t block;
-    Header header;
-
-    bool operator<(const Find& other) const {
-      return std::tie(block, header.begin) < std::tie(other.block, other.header.begin);
-    }
+    std::uint32_t block;
+    std::uint32_t header;
   };
 
   Header headerOf(std::string_view match) const {
@@ -208,7 +211,7 @@ class FunctionFinder {
       const Header header = headerOf(match);
       next = firstFrom(header.begin);
       if (next != headers_.end() && next->begin == header.begin) break;
-      if (isComplete(header, blocks_.back().end)) cut_.push_back({blocks_.size() - 1, header});
+      if (isComplete(header, blocks_.back().end)) cut_.emplace_back(blocks_.size() - 1, header);
       begin = header.end;
       next = firstFrom(begin);
     }
@@ -232,7 +235,7 @@ class FunctionFinder {
     }
     for (std::size_t block = 0; block < blocks_.size(); ++block) {
       forEachIn(blocks_[block], left, [&](std::size_t i) {
-        finds_.push_back({block, headers_[i]});
+        addFind(block, i);
         seen_[i] = {seen_[i].times + 1, block};
         if (seen_[i].times == kFirstKept) left.take(i);
       });
@@ -248,20 +251,32 @@ class FunctionFinder {
     for (std::size_t block = blocks_.size(); block-- > 0;) {
       forEachIn(blocks_[block], left, [&](std::size_t i) {
         left.take(i);
-        if (seen_[i].block != block) finds_.push_back({block, headers_[i]});
+        if (seen_[i].block != block) addFind(block, i);
       });
     }
   }
 
+  // Behind the headers of the whole text come those that only a block that cuts one of them has.
   void findCut() {
-    std::unordered_map<std::size_t, int> all;  // by where the header begins
-    for (const Find& find : cut_)
-      ++all[find.header.begin];
-    std::unordered_map<std::size_t, int> seen;
-    for (const Find& find : cut_) {
-      const int times = ++seen[find.header.begin];
-      if (times <= kFirstKept || times == all[find.header.begin]) finds_.push_back(find);
+    struct Cut {
+      std::size_t header;
+      int finds;
+      int seen;
+    };
+    std::unordered_map<std::size_t, Cut> cuts;  // by where the header begins
+    for (const auto& [block, header] : cut_) {
+      const auto [cut, isNew] = cuts.try_emplace(header.begin, Cut{headers_.size(), 0, 0});
+      if (isNew) headers_.push_back(header);
+      ++cut->second.finds;
     }
+    for (const auto& [block, header] : cut_) {
+      Cut& cut = cuts.at(header.begin);
+      if (++cut.seen <= kFirstKept || cut.seen == cut.finds) addFind(block, cut.header);
+    }
+  }
+
+  void addFind(std::size_t block, std::size_t header) {
+    finds_.push_back({static_cast<std::uint32_t>(block), static_cast<std::uint32_t>(header)});
   }
 
   struct Seen {
@@ -276,7 +291,7 @@ class FunctionFinder {
   std::vector<Block> blocks_;
   std::vector<Seen> seen_;  // one per header
   std::vector<Find> finds_;
-  std::vector<Find> cut_;
+  std::vector<std::pair<std::size_t, Header>> cut_;  // with their blocks
 };
 
 }  // namespace
@@ -310,7 +325,7 @@ std::vector<Excerpt> findExcerpts(std::string_view source) {
   return excerpts;
 }
 
-std::vector<ScriptFunction> findFunctions(std::string_view source) {
+ScriptFunctions findFunctions(std::string_view source) {
   if (source.find(kFunctionKeyword) == std::string_view::npos) return {};
   return FunctionFinder(source).functions();
 }

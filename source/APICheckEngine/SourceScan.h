@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,10 +26,15 @@ struct ScriptFunction {
   std::string_view body;    // from the end of the header through the brace that closes the function
 };
 
-// The functions that `source` (zero-terminated, no zero byte inside) defines, as views into it: once for every block
-// around a "function" keyword that they stand in, so that a function inside another is found again in the outer one's
-// block. Of more than kMaxEqualRecords finds of one function, the first ones and the last one stay: aliases depend on
-// which function is found first, bindings on which is found last.
-std::vector<ScriptFunction> findFunctions(std::string_view source);
+struct ScriptFunctions {
+  std::vector<ScriptFunction> functions;
+  std::vector<std::uint32_t> finds;  // positions in `functions`
+};
+
+// The functions that `source` (zero-terminated, no zero byte inside) defines, as views into it. A function is found
+// once for every block around a "function" keyword that it stands in, so that one inside another is found again in the
+// outer one's block. Of more than kMaxEqualRecords finds of one function, the first ones and the last one stay: aliases
+// depend on which function is found first, bindings on which is found last.
+ScriptFunctions findFunctions(std::string_view source);
 
 }  // namespace FlashEngine_1_00::detail

@@ -9,10 +9,10 @@
 #include <climits>
 #include <cstring>
 #include <iterator>
+#include <unordered_map>
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CommentStripping.h"
-#include "APICheckEngine/EqualRecords.h"
 #include "APICheckEngine/SourceScan.h"
 #include "APICheckEngine/Tables.h"
 #include "platform/File.h"
@@ -49,23 +49,110 @@ bool isOneOf(const std::string& text, const char* const (&words)[N]) {
   return std::any_of(std::begin(words), std::end(words), [&](const char* word) { return text == word; });
 }
 
-// One record for each match in the text of an excerpt, as often as that was hit. `kept` counts equal ones of the whole
-// file, if given.
-void appendAccesses(const Pattern& pattern, const std::string& text, int hits, const std::string& path,
-                    APIAnalysis::Records& list, detail::EqualRecords* kept) {
-  std::vector<std::string> matches;
-  for (MatchCursor at(pattern, text.c_str()); at.next();)
-    matches.push_back(at.match());
+// The element accesses in one source, excerpt by excerpt. Excerpts overlap; the source is searched once for all of
+// them.
+//
+// An excerpt is searched as a text of its own, with a terminator where the source goes on. That makes a difference for
+// an access that the excerpt's end cuts off, and for no other: what the access patterns match never goes by what stands
+// behind it.
+class AccessFinder {
+ public:
+  // One record is made of a text, however often it is found.
+  struct Access {
+    SWFStateMentInfo* record = nullptr;
+    int kept = 0;
+  };
+  using Found = std::pair<const std::string, Access>;  // by text
+
+  // The excerpts come in the order of their places.
+  AccessFinder(const Pattern& pattern, std::string_view source)
+      : pattern_(pattern),
+        source_(source),
+        cursor_(pattern, source.data(), source.data() + source.size(), nullptr),
+        searchedTo_(source.data()) {}
+
+  std::vector<Found*> accessesIn(std::string_view excerpt) {
+    const char* const end = excerpt.data() + excerpt.size();
+    search(excerpt.data(), end);
+    std::vector<Found*> accesses;
+    auto place = std::partition_point(places_.begin(), places_.end(),
+                                      [&](const Place& p) { return p.text.data() < excerpt.data(); });
+    for (const char* at = excerpt.data(); place != places_.end() && place->text.data() < end; ++place) {
+      if (place->text.data() < at) continue;
+      at = place->text.data() + place->text.size();
+      if (at >= end) {
+        const std::string rest(place->text.data(), end);
+        for (MatchCursor last(pattern_, rest.c_str()); last.next();)
+          accesses.push_back(&accessOf(last.view()));
+        break;
+      }
+      if (place->access == nullptr) place->access = &accessOf(place->text);
+      accesses.push_back(place->access);
+    }
+    return accesses;
+  }
+
+ private:
+  // Where an access starts in the source. They lie inside each other: "a.b = $('tv')", "b = $('tv')", "= $('tv')".
+  struct Place {
+    std::string_view text;
+    Found* access;
+  };
+
+  // Finds the places in [begin, end).
+  void search(const char* begin, const char* end) {
+    if (begin >= searchedTo_) {
+      places_.clear();
+      searchedTo_ = begin;
+    }
+    while (searchedTo_ < end) {
+      const bool isThere = cursor_.nextFrom(searchedTo_);
+      if (isThere) places_.push_back({cursor_.view(), nullptr});
+      searchedTo_ = isThere ? cursor_.view().data() + 1 : source_.data() + source_.size();
+    }
+  }
+
+  Found& accessOf(std::string_view text) { return *accesses_.try_emplace(std::string(text)).first; }
+
+  const Pattern& pattern_;
+  std::string_view source_;
+  MatchCursor cursor_;
+  const char* searchedTo_;
+  std::vector<Place> places_;
+  std::unordered_map<std::string, Access> accesses_;
+};
+
+// Appends the accesses found in an excerpt, as often as that was hit; `most` equal ones in the whole file.
+void appendAccesses(const std::vector<AccessFinder::Found*>& accesses, int hits, int most, const std::string& path,
+                    APIAnalysis::Records& list) {
   for (int hit = 0; hit < std::min(hits, kMaxEqualRecords); ++hit) {
-    for (const std::string& match : matches) {
-      if (kept != nullptr && !kept->keep(match)) continue;
+    for (AccessFinder::Found* found : accesses) {
+      auto& [text, access] = *found;
+      if (access.kept == most) continue;
+      if (access.kept++ > 0) {
+        list.push_back(access.record);
+        continue;
+      }
       auto record = std::make_unique<SWFStateMentInfo>();
-      record->expression = std::make_unique<std::string>(match);
+      record->expression = std::make_unique<std::string>(text);
       record->scope = "Global";
       record->path = path;
+      access.record = record.get();
       append(list, std::move(record));
     }
   }
+}
+
+// Of the equal ones among the records from position `from` on, drops all but the last kMaxEqualRecords.
+void keepLast(APIAnalysis::Records& list, std::size_t from) {
+  std::unordered_map<const SWFStateMentInfo*, int> seen;
+  const auto first = list.begin() + static_cast<std::ptrdiff_t>(from);
+  auto kept = list.end();
+  for (auto record = list.end(); record != first;) {
+    --record;
+    if (++seen[*record] <= kMaxEqualRecords) *--kept = *record;
+  }
+  list.erase(first, kept);
 }
 
 // The whole file up to its first zero byte, which is not part of it; what could be read of it if reading fails.
@@ -96,24 +183,39 @@ RunResult APIAnalysis::FirstScanSource(std::vector<std::string>* files) {
     std::string* cleaned = nullptr;
     if (CheckFileAnalysisWorth(path, cleaned) == 0) continue;
     const std::string_view text = cleaned->c_str();
-    detail::EqualRecords keptAccesses;
+    AccessFinder accessFinder(accesses, text);
+    AccessFinder embedsFinder(embeds, text);
+    const std::size_t firstEmbeds = embedsAccessList.size();
     for (const detail::Excerpt& excerpt : detail::findExcerpts(text)) {
-      const std::string copy(excerpt.text);  // with a terminator, which patterns can see, in the place of what follows
-      appendAccesses(accesses, copy, excerpt.hits, path, objectAccessList, &keptAccesses);
-      // Embeds records are read from the last one on: which of equal ones is the last decides their order.
-      appendAccesses(embeds, copy, excerpt.hits, path, embedsAccessList, nullptr);
+      appendAccesses(accessFinder.accessesIn(excerpt.text), excerpt.hits, kMaxEqualRecords, path, objectAccessList);
+      appendAccesses(embedsFinder.accessesIn(excerpt.text), excerpt.hits, INT_MAX, path, embedsAccessList);
     }
+    // These are read from the last one on: which of equal ones is the last decides their order.
+    keepLast(embedsAccessList, firstEmbeds);
     worthfulSourceList.push_back(cleaned);
     append(worthfulPathList, std::make_unique<std::string>(path));
-    for (const detail::ScriptFunction& function : detail::findFunctions(text)) {
-      append(functionBlockList, std::make_unique<FlashFunctionInfo>(FlashFunctionInfo{
-                                    function.header, function.body, *worthfulPathList.back(), cleaned}));
-    }
+    appendScriptFunctions(*cleaned, *worthfulPathList.back());
     append(worthfulExtList, std::make_unique<std::string>(stringUtil_.findFileExtention(path)));
   }
   TARVO_LOG(" WorthFul File [%d] EA", static_cast<int>(worthfulSourceList.size()));
   PrintProcessingTime("FirstScanSource");
   return RUN_SUCCESS;
+}
+
+// Appends the functions that a cleaned source defines.
+void APIAnalysis::appendScriptFunctions(const std::string& cleaned, const std::string& path) {
+  const detail::ScriptFunctions found = detail::findFunctions(cleaned.c_str());
+  std::vector<FlashFunctionInfo*> records(found.functions.size());
+  for (const std::uint32_t find : found.finds) {
+    const detail::ScriptFunction& function = found.functions[find];
+    if (records[find] != nullptr) {
+      functionBlockList.push_back(records[find]);
+    } else {
+      append(functionBlockList,
+             std::make_unique<FlashFunctionInfo>(FlashFunctionInfo{function.header, function.body, path, &cleaned}));
+      records[find] = functionBlockList.back();
+    }
+  }
 }
 
 int APIAnalysis::CheckFileAnalysisWorth(std::string path, std::string*& cleaned) {

@@ -8,10 +8,10 @@
 #include <map>
 #include <optional>
 #include <queue>
+#include <tuple>
 #include <unordered_map>
 
 #include "APICheckEngine/APIAnalysis.h"
-#include "APICheckEngine/EqualRecords.h"
 #include "APICheckEngine/Keys.h"
 #include "APICheckEngine/Knowledge.h"
 #include "platform/Limits.h"
@@ -204,53 +204,88 @@ RunResult APIAnalysis::FindDeclareListValidation() {
   }
 
   const NamedSymbol named(symbols);
+  std::unordered_map<const SWFStateMentInfo*, SWFStateMentInfo*> declarations;  // by access; null if it names nothing
   for (const SWFStateMentInfo* access : objectAccessList) {
+    const auto [known, isNew] = declarations.try_emplace(access, nullptr);
+    if (!isNew) {
+      if (known->second != nullptr) declareList.push_back(known->second);
+      continue;
+    }
     const std::size_t symbol = named.in(*access->expression);
-    if (symbol != NamedSymbol::kNone) append(declareList, makeDeclaration(symbols[symbol].classId, *access));
+    if (symbol == NamedSymbol::kNone) continue;
+    append(declareList, makeDeclaration(symbols[symbol].classId, *access));
+    known->second = declareList.back();
   }
 
-  for (const SWFStateMentInfo* access : embedsAccessList) {
-    const int index = parseEmbedsTagIndex(access->expression.get());
-    if (index < 0) continue;
-    const auto n = static_cast<std::size_t>(index);
+  struct EmbedsDeclaration {
+    SWFStateMentInfo* record;
+    std::size_t count;
+  };
+  std::unordered_map<const SWFStateMentInfo*, EmbedsDeclaration> embeds;  // by access
+  for (auto access = embedsAccessList.rbegin(); access != embedsAccessList.rend(); ++access) {
+    const auto n = static_cast<std::size_t>(parseEmbedsTagIndex((*access)->expression.get()));
     if (n >= objectTagList.size() || n >= symbols.size()) continue;
+    EmbedsDeclaration& declared = embeds.try_emplace(*access, EmbedsDeclaration{nullptr, 0}).first->second;
     // KEPT: one equal record for every symbol. Whoever counts the records sees as many. (test EmbedsRepeatPerSymbol)
-    for (std::size_t i = 0; i < std::min<std::size_t>(symbols.size(), kMaxEqualRecords); ++i) {
-      append(embedsDeclareList, makeDeclaration(symbols[n].classId, *access));
+    for (std::size_t i = 0; i < symbols.size() && declared.count < kMaxEqualRecords; ++i, ++declared.count) {
+      if (declared.record != nullptr) {
+        embedsDeclareList.push_back(declared.record);
+      } else {
+        append(embedsDeclareList, makeDeclaration(symbols[n].classId, **access));
+        declared.record = embedsDeclareList.back();
+      }
     }
   }
 
   declareList.reserve(declareList.size() + embedsDeclareList.size());
-  declareList.insert(declareList.end(), embedsDeclareList.rbegin(), embedsDeclareList.rend());
+  declareList.insert(declareList.end(), embedsDeclareList.begin(), embedsDeclareList.end());
   embedsDeclareList.clear();
   return RUN_SUCCESS;
 }
 
 RunResult APIAnalysis::FindObjectVariable() {
+  struct Binding {
+    std::unique_ptr<SWFStateMentInfo> made;  // until it is in the list
+    SWFStateMentInfo* record = nullptr;
+    int count = 0;
+  };
   const Pattern directUse(kDirectUse);
   const Pattern assignments(kAssignment);
   EnclosingFunctions enclosing(functionBlockList, *known_);
-  detail::EqualRecords kept;
+  std::map<std::tuple<std::string, std::string, const char*>, Binding> bindings;  // by key, path and body
+  std::unordered_map<const SWFStateMentInfo*, std::vector<Binding*>> madeOf;      // by declaration
   for (SWFStateMentInfo* declared : declareList) {
-    const std::string& expression = *declared->expression;
-    if (directUse.matchesIn(expression.c_str())) continue;
-    const std::string classId = splitKey(withoutBlanks(without(expression, "\n"))).classId;
-    for (MatchCursor at(assignments, expression.c_str()); at.next();) {
-      std::string variable = without(withoutBlanks(at.match()), "=");
-      if (variable.empty()) continue;
-      const bool wholeFile = variable.find("this.") != std::string::npos;
-      const std::string_view body =
-          wholeFile ? std::string_view() : enclosing.body(declared->path, splitKey(expression).symbol);
-      const std::string key = makeKey(withoutBlanks(classId), variable);
-      const auto bodyPlace = std::to_string(reinterpret_cast<std::uintptr_t>(body.data()));
-      if (!kept.keep(key + '\n' + bodyPlace + '\n' + declared->path)) continue;
-      auto binding = std::make_unique<SWFStateMentInfo>();
-      binding->expression = std::make_unique<std::string>(key);
-      binding->scope = wholeFile ? "Src" : "Func";
-      binding->text = body;
-      binding->path = declared->path;
-      binding->line = foundSymbolLineNumber(&declared->path, &variable);
-      append(objectVariableList, std::move(binding));
+    const auto [made, isNew] = madeOf.try_emplace(declared);
+    if (isNew && !directUse.matchesIn(declared->expression->c_str())) {
+      const std::string& expression = *declared->expression;
+      const std::string classId = splitKey(withoutBlanks(without(expression, "\n"))).classId;
+      for (MatchCursor at(assignments, expression.c_str()); at.next();) {
+        std::string variable = without(withoutBlanks(at.match()), "=");
+        if (variable.empty()) continue;
+        const bool wholeFile = variable.find("this.") != std::string::npos;
+        const std::string_view body =
+            wholeFile ? std::string_view() : enclosing.body(declared->path, splitKey(expression).symbol);
+        const std::string key = makeKey(withoutBlanks(classId), variable);
+        Binding& binding = bindings[{key, declared->path, body.data()}];
+        made->second.push_back(&binding);
+        if (binding.record != nullptr) continue;
+        auto record = std::make_unique<SWFStateMentInfo>();
+        record->expression = std::make_unique<std::string>(key);
+        record->scope = wholeFile ? "Src" : "Func";
+        record->text = body;
+        record->path = declared->path;
+        record->line = foundSymbolLineNumber(&declared->path, &variable);
+        binding.record = record.get();
+        binding.made = std::move(record);
+      }
+    }
+    for (Binding* binding : made->second) {
+      if (binding->made != nullptr) {
+        append(objectVariableList, std::move(binding->made));
+        ++binding->count;
+      } else if (binding->count++ < kMaxEqualRecords) {
+        objectVariableList.push_back(binding->record);
+      }
     }
   }
   return RUN_SUCCESS;

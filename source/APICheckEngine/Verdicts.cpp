@@ -6,6 +6,7 @@
 #include "APICheckEngine/Verdicts.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/Keys.h"
@@ -71,7 +72,9 @@ RunResult APIAnalysis::undocumentAPICheckerMain(Strings whiteList, std::string a
 }
 
 RunResult APIAnalysis::Finish(Strings& results) {
+  std::unordered_set<const SWFStateMentInfo*> judged;
   for (SWFStateMentInfo* call : foundCallList) {
+    if (!judged.insert(call).second) continue;
     const RunResult code = DetermineAPISecurity(results, call);
     if (code != RUN_SUCCESS) return code;
   }

@@ -21,9 +21,9 @@ class Pattern {
 
   // The leftmost match in [begin, end); *end must be readable.
   std::string_view searchRange(const char* begin, const char* end) const {
-    const char* matchEnd = nullptr;
-    if (expression_ == nullptr || !TrexFinder(*expression_, begin, end, nullptr).next(begin, matchEnd)) return {};
-    return {begin, static_cast<std::size_t>(matchEnd - begin)};
+    std::string_view match;
+    if (expression_ != nullptr) (void)TrexFinder(*expression_, begin, end, nullptr).next(match);
+    return match;
   }
 
  private:
@@ -50,13 +50,10 @@ class MatchCursor {
     if (pattern.expression_ != nullptr) finder_.emplace(*pattern.expression_, begin, end, index);
   }
 
-  bool next() {
-    const char* begin = nullptr;
-    const char* end = nullptr;
-    if (!finder_.has_value() || !finder_->next(begin, end)) return false;
-    match_ = {begin, static_cast<std::size_t>(end - begin)};
-    return true;
-  }
+  bool next() { return finder_.has_value() && finder_->next(match_); }
+
+  // The leftmost match from `at` on, wherever the one before it ended. The places given must not go down.
+  bool nextFrom(const char* at) { return finder_.has_value() && finder_->nextFrom(at, match_); }
 
   std::string_view view() const { return match_; }
   std::string match() const { return std::string(match_); }

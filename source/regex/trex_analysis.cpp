@@ -10,8 +10,8 @@
 namespace {
 
 constexpr std::int32_t kNone = -1;
-constexpr int kMaxDepth = 32;            // of deeper patterns nothing is said
-constexpr std::size_t kGoodLiteral = 4;  // long enough to be rare in script
+constexpr int kMaxDepth = 32;    // of deeper patterns nothing is said
+constexpr int kGoodRarity = 24;  // of a literal; one that is rarer saves nothing more
 
 const TrexByteSet& letterSet(std::int32_t letter) {
   static const auto table = [] {
@@ -117,15 +117,15 @@ class FirstBytes {
   const TrexExpression& e_;
 };
 
-// Literals that every match holds. Of several in a row, the first that is long enough, else the longest.
+// Literals that every match holds. Of several in a row, the first that is rare enough, else the rarest.
 class Anchors {
  public:
   using List = std::vector<TrexAnchor>;
 
   explicit Anchors(const TrexExpression& expression) : e_(expression) {}
 
-  // The last of the literals that are long enough, else the longest, of those that no match can do without.
-  const std::string& required() const { return required_; }
+  // The last of the literals that are rare enough, else the rarest, of those that no match can do without.
+  const TrexLiteral& required() const { return required_; }
 
   // The anchors of a sequence that comes after bytes of `before`; adds the bytes of the sequence to `before`.
   List ofSequence(std::int32_t index, TrexByteSet& before, int depth) {
@@ -147,10 +147,9 @@ class Anchors {
           text += literal(index);
           before.add(e_.sets[static_cast<std::size_t>(index)]);
         }
-        if (optional_ == 0 && std::min(text.size(), kGoodLiteral) >= std::min(required_.size(), kGoodLiteral)) {
-          required_ = text;
-        }
-        takeBetter(best, {{beforeLiteral, TrexLiteral(std::move(text))}});
+        TrexLiteral literal(std::move(text));
+        if (optional_ == 0 && rarity(literal) >= rarity(required_)) required_ = literal;
+        takeBetter(best, {{beforeLiteral, std::move(literal)}});
         continue;
       } else {
         addBytes(index, before, depth);
@@ -174,11 +173,13 @@ class Anchors {
     return static_cast<char>(n.kind == TREX_NODE_CLASS ? node(n.left).kind : n.kind);
   }
 
-  static std::size_t strength(const List& anchors) {
-    std::size_t shortest = anchors.empty() ? 0 : kGoodLiteral;
+  static int rarity(const TrexLiteral& literal) { return std::min(literal.rarity(), kGoodRarity); }
+
+  static int strength(const List& anchors) {
+    int weakest = anchors.empty() ? 0 : kGoodRarity;
     for (const TrexAnchor& anchor : anchors)
-      shortest = std::min(shortest, anchor.literal.text().size());
-    return shortest;
+      weakest = std::min(weakest, rarity(anchor.literal));
+    return weakest;
   }
 
   static void takeBetter(List& best, List other) {
@@ -234,7 +235,7 @@ class Anchors {
 
   const TrexExpression& e_;
   int optional_ = 0;  // alternations and repetitions around the current sequence
-  std::string required_;
+  TrexLiteral required_;
 };
 
 }  // namespace
@@ -251,5 +252,5 @@ void trexAnalyse(TrexExpression& expression) {
   TrexByteSet before;
   Anchors anchors(expression);
   expression.anchors = anchors.ofSequence(expression.first, before, 0);
-  expression.required = TrexLiteral(anchors.required());
+  expression.required = anchors.required();
 }

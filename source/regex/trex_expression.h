@@ -41,7 +41,7 @@ struct TrexRun {
   std::int32_t continuation = -1;   // the node that was to be matched behind it
   bool ended = false;               // whether more rounds would have gone further
   const char* from = nullptr;       // of a single byte: where it started ...
-  const char* to = nullptr;         // ... and how far it has got
+  const char* to = nullptr;         // ... and how far it, or what went on from there, got
   std::vector<const char*> places;  // of more: where it stood between its rounds
 };
 

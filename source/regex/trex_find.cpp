@@ -7,15 +7,14 @@
 TrexFinder::TrexFinder(TrexExpression& expression, const char* begin, const char* end, const TextIndex* index)
     : e_(expression), at_(begin), end_(end), index_(index), search_(++expression.search) {}
 
-bool TrexFinder::next(const char*& matchBegin, const char*& matchEnd) {
+bool TrexFinder::nextFrom(const char* begin, std::string_view& match) {
   if (search_ != e_.search) search_ = ++e_.search;  // another search of the same expression came in between
-  const char* begin = at_;
   for (const char* at = nextCandidate(begin); at < end_; at = nextCandidate(at + 1)) {
     if (!e_.firstBytes.contains(static_cast<unsigned char>(*at))) continue;
     const char* end = trexAttempt(e_, begin, end_, at, !e_.testsBegin);
     if (end == nullptr) continue;
-    matchBegin = at;
-    at_ = matchEnd = end;
+    match = {at, static_cast<std::size_t>(end - at)};
+    at_ = end;
     return true;
   }
   at_ = end_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <string_view>
 
 #include "regex/trex_expression.h"
 
@@ -16,7 +17,10 @@ class TrexFinder {
   TrexFinder(TrexExpression& expression, const char* begin, const char* end, const TextIndex* index);
 
   // The next match; false if there is none.
-  bool next(const char*& matchBegin, const char*& matchEnd);
+  bool next(std::string_view& match) { return nextFrom(at_, match); }
+
+  // The leftmost match that starts at or after `at`. The places given must not go down.
+  bool nextFrom(const char* at, std::string_view& match);
 
  private:
   // The next place of an anchor's literal, and from where on it can be reached. Not yet known as long as the place

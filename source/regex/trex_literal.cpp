@@ -3,6 +3,7 @@
 #include "regex/trex_literal.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 namespace {
@@ -70,8 +71,16 @@ std::size_t TextIndex::find(std::string_view literal, std::size_t from, std::siz
 
 TrexLiteral::TrexLiteral(std::string text) : text_(std::move(text)) {
   for (std::size_t i = 1; i < text_.size(); ++i) {
-    if (rarity(text_[i]) > rarity(text_[rarest_])) rarest_ = i;
+    if (::rarity(text_[i]) > ::rarity(text_[rarest_])) rarest_ = i;
   }
+}
+
+int TrexLiteral::rarity() const {
+  constexpr double kMostFrequent = 4;  // one byte in so many is a blank
+  double bits = 0;
+  for (const char byte : text_)
+    bits += std::log2(kMostFrequent + static_cast<double>(::rarity(byte)));
+  return static_cast<int>(bits);
 }
 
 const char* TrexLiteral::find(const char* begin, const char* end, const TextIndex* index) const {

@@ -37,6 +37,9 @@ class TrexLiteral {
 
   const std::string& text() const { return text_; }
 
+  // About how many bits of chance it takes for the literal to stand at some place in script.
+  int rarity() const;
+
   // The first place of the literal in [begin, end); `end` if there is none. With an `index` of a text around [begin,
   // end), or null.
   const char* find(const char* begin, const char* end, const TextIndex* index) const;

@@ -202,18 +202,20 @@ class Matcher {
 
   // A repetition of a single byte from `position` on: where it ends.
   const char* matchRun(TrexRun& run, std::int32_t operand, const Behind& behind, const char* position) {
-    if (position < run.from || position >= run.to) {
+    const bool isInside = position >= run.from && (position < run.to || (position == run.to && !run.ended));
+    if (!isInside) {
       run.from = run.to = position;
       run.ended = position > e_.end;
     }
     const bool toByte =
         node(operand).kind == TREX_NODE_ANY && behind.looksAhead && node(behind.stop).kind < TREX_NODE_REPEAT;
     const TrexByteSet& taken = e_.sets[static_cast<std::size_t>(operand)];
-    while (!run.ended && run.to - position < kMostRounds) {
+    const std::ptrdiff_t most = kMostRounds;
+    while (!run.ended && run.to - position < most) {
       run.ended = !taken.contains(static_cast<unsigned char>(*run.to));
       if (run.ended) break;
       if (toByte) {
-        const char* const last = position + std::min<std::ptrdiff_t>(kMostRounds, e_.end - position);
+        const char* const last = position + std::min(most, e_.end - position);
         run.to = nextByte(run.to + 1, last, static_cast<char>(node(behind.stop).kind));
       } else {
         ++run.to;
@@ -221,7 +223,7 @@ class Matcher {
       run.ended =
           run.to >= e_.end || (behind.looksAhead && matchNode(behind.stop, run.to, behind.afterStop) != nullptr);
     }
-    return run.to;
+    return run.to - position > most ? position + most : run.to;
   }
 
   // The place of `byte` in [from, last], `last` if it is not there. At least `from`.

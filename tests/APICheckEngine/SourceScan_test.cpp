@@ -61,7 +61,9 @@ TEST(SourceScan, HitsInOneWordShareTheirExcerpt) {
 
 Texts functionsIn(const std::string& source) {
   Texts found;
-  for (const ScriptFunction& f : findFunctions(source)) {
+  const ScriptFunctions functions = findFunctions(source);
+  for (const std::uint32_t find : functions.finds) {
+    const ScriptFunction& f = functions.functions[find];
     found.push_back(std::string(f.header) + "~" + std::string(f.body));
   }
   return found;
@@ -101,10 +103,11 @@ TEST(SourceScan, DeepNestingKeepsABoundedNumberOfEqualRecords) {
   for (int i = 0; i < 300; ++i)
     source += "function f(){" + std::string(101, ' ');
   source += std::string(300, '}');
-  std::size_t innermost = 0;
-  for (const ScriptFunction& f : findFunctions(source))
-    innermost += f.body.size() == 101 + 2;
-  EXPECT_EQ(innermost, static_cast<std::size_t>(FlashEngine_1_00::kMaxEqualRecords));
+  const ScriptFunctions functions = findFunctions(source);
+  const auto innermost = std::count_if(functions.finds.begin(), functions.finds.end(), [&](std::uint32_t find) {
+    return functions.functions[find].body.size() == 101 + 2;
+  });
+  EXPECT_EQ(innermost, FlashEngine_1_00::kMaxEqualRecords);
 }
 
 }  // namespace
