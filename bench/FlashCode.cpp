@@ -1,5 +1,8 @@
 #include "bench/FlashCode.h"
 
+#include <zlib.h>
+
+#include <algorithm>
 #include <vector>
 
 #include "bench/ScriptText.h"
@@ -10,6 +13,11 @@ namespace bench {
 namespace {
 
 using swf_assembler::little;
+
+constexpr unsigned kDoAction = 12;
+constexpr unsigned kDefineSprite = 39;
+constexpr unsigned kLongLength = 0x3F;
+constexpr std::size_t kHeadBytes = 8;  // signature, version and file length
 
 constexpr int kPoolSize = 200;
 constexpr std::size_t kBlocks = 24;  // different ones; a longer movie repeats them
@@ -79,15 +87,21 @@ class Block {
 };
 
 std::string scriptTag(const std::string& code) {
-  constexpr int kDoAction = 12;
-  constexpr int kLongLength = 0x3F;
   return little(kDoAction << 6 | kLongLength, 2) + little(code.size(), 4) + code;
+}
+
+// The `bytes` lowest-first bytes at `at`; past the end, zero.
+std::size_t number(const std::string& image, std::size_t at, std::size_t bytes) {
+  std::size_t value = 0;
+  for (std::size_t i = 0; i < bytes && at + i < image.size(); ++i)
+    value |= static_cast<std::size_t>(static_cast<unsigned char>(image[at + i])) << (8 * i);
+  return value;
 }
 
 std::string movie(const std::string& tags) {
   const std::string body =
       swf_assembler::frameSize(15, {0, 11000, 0, 8000}) + little(12 << 8, 2) + little(1, 2) + tags + little(0, 2);
-  return "FWS\x08" + little(body.size() + 8, 4) + body;
+  return "FWS\x08" + little(body.size() + kHeadBytes, 4) + body;
 }
 
 }  // namespace
@@ -100,6 +114,30 @@ std::string flashMovie(std::size_t bytes) {
     tags += blocks[n % kBlocks];
   }
   return movie(tags + scriptTag(swf_assembler::assembleActions("Push 0, \"allReplayed\"\nCallFunction\nEnd\n")));
+}
+
+std::string plainMovie(const std::string& file) {
+  if (file.size() < kHeadBytes || file.compare(0, 3, "CWS") != 0) return file;
+  std::string image(number(file, 4, 4), '\0');
+  uLongf length = static_cast<uLongf>(image.size() - std::min(image.size(), kHeadBytes));
+  const auto* packed = reinterpret_cast<const Bytef*>(file.data() + kHeadBytes);
+  auto* plain = reinterpret_cast<Bytef*>(image.data() + image.size() - length);
+  return uncompress(plain, &length, packed, static_cast<uLong>(file.size() - kHeadBytes)) == Z_OK ? image : "";
+}
+
+std::size_t scriptBytes(const std::string& image) {
+  const std::size_t frameBits = 5 + 4 * (number(image, kHeadBytes, 1) >> 3);
+  std::size_t total = 0;
+  for (std::size_t at = kHeadBytes + (frameBits + 7) / 8 + 4; at < image.size();) {
+    const std::size_t header = number(image, at, 2);
+    const bool isLong = (header & kLongLength) == kLongLength;
+    const std::size_t length = isLong ? number(image, at + 2, 4) : header & kLongLength;
+    if (header >> 6 == kDefineSprite) break;
+    at += isLong ? 6 : 2;
+    if (header >> 6 == kDoAction) total += std::min(length, image.size() - std::min(at, image.size()));
+    at += length;
+  }
+  return total;
 }
 
 std::string movieOf(const std::string& code) {

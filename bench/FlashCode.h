@@ -12,6 +12,11 @@ constexpr const char* kLastStatement = "allReplayed()";
 // member reads and writes, calls, branches, functions.
 std::string flashMovie(std::size_t bytes);
 
+// The image of a SWF file as it would be uncompressed; empty if it is damaged. And how many bytes of it are script that
+// the engine is sure to list: those ahead of the first sprite, whose id it reads as a tag.
+std::string plainMovie(const std::string& file);
+std::size_t scriptBytes(const std::string& image);
+
 // A plain SWF file whose one script block is `code`.
 std::string movieOf(const std::string& code);
 

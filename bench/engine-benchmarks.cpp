@@ -2,13 +2,15 @@
 // relative to ordinary script.
 //
 // Stages are run through the engine's own members, so that their patterns are those in use. $TARVO_BENCH_SCRIPT names a
-// file to measure with instead of generated script.
+// file to measure with instead of generated script, $TARVO_BENCH_MOVIES a folder whose movies with the most script are
+// listed and replayed as well.
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -32,6 +34,7 @@ using FlashEngine_1_00::SWFStateMentInfo;
 namespace detail = FlashEngine_1_00::detail;
 
 constexpr std::size_t kScriptBytes = 1'000'000;
+constexpr std::size_t kRealMovies = 5;
 
 const std::string& script() {
   static const std::string text = [] {
@@ -339,11 +342,37 @@ void swfDecompiling(benchmark::State& state) {
 }
 BENCHMARK(swfDecompiling)->Name("flash/decompiling, MB")->Arg(1)->Arg(4)->Arg(16)->Unit(benchmark::kMillisecond);
 
+// A real movie, as it is. Bytes: of script.
+void realMovie(benchmark::State& state, const std::string& path, std::size_t bytes, bool decompiled) {
+  Lines listing = listingOf(path);
+  for (auto _ : state)
+    benchmark::DoNotOptimize(decompiled ? statementsOf(listing) : listingOf(path));
+  countBytes(state, bytes);
+  state.counters["lines"] = static_cast<double>(listing.size());
+}
+
+void registerRealMovies(const std::string& folder) {
+  std::vector<std::pair<std::size_t, std::filesystem::path>> movies;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    if (entry.path().extension() != ".swf") continue;
+    const std::size_t bytes = bench::scriptBytes(bench::plainMovie(bench::readFile(entry.path().string())));
+    if (bytes > 0) movies.emplace_back(bytes, entry.path());
+  }
+  std::sort(movies.rbegin(), movies.rend());
+  movies.resize(std::min(movies.size(), kRealMovies));
+  for (const auto& [bytes, path] : movies) {
+    const std::string name = path.stem().string() + ", " + std::to_string(bytes) + " bytes of script";
+    benchmark::RegisterBenchmark(("flash/listing " + name).c_str(), realMovie, path.string(), bytes, false);
+    benchmark::RegisterBenchmark(("flash/decompiling " + name).c_str(), realMovie, path.string(), bytes, true);
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+  if (const char* movies = std::getenv("TARVO_BENCH_MOVIES")) registerRealMovies(movies);
   bench::registerHardRuns();
   if (benchmark::RunSpecifiedBenchmarks() == 0) return 1;
   benchmark::Shutdown();
