@@ -22,12 +22,9 @@ constexpr std::size_t kHeadBytes = 8;  // signature, version and file length
 constexpr int kPoolSize = 200;
 constexpr std::size_t kBlocks = 24;  // different ones; a longer movie repeats them
 
-constexpr const char* kLiterals[] = {"The list could not be loaded from the server, please try again later.",
-                                     "_root.stage.menu.entries.highlighted",
-                                     "application/x-www-form-urlencoded; charset=utf-8",
-                                     "FF3A7C",
-                                     "onRelease",
-                                     "http://example.invalid/feed.xml?page="};
+constexpr const char* kLiterals[] = {
+    "The list could not be loaded.", "_root.menu.entries", "onRelease", "FF3A7C", "visible", "x", "url", "http://",
+};
 
 class Block {
  public:
@@ -57,7 +54,7 @@ class Block {
   }
 
   void statement() {
-    switch (picks_.below(6)) {
+    switch (picks_.below(8)) {
       case 0:
       case 1:  // object.member = "..."
         text_ += "Push reg 3, " + constant() + ", " + literal() + "\nSetMember\n";
@@ -76,6 +73,13 @@ class Block {
                  "\nCallFunction\nPop\n" + label + ":\n";
         break;
       }
+      case 5:  // count = count + 1, in a register
+        text_ += "Push reg 4\nIncrement\nStoreRegister 4\nPop\n";
+        break;
+      case 6:  // object.member = member * 2 - value
+        text_ += "Push reg 3, " + constant() + ", reg 3, " + constant() +
+                 "\nGetMember\nPush 2\nMultiply\nPush reg 2\nSubtract\nSetMember\n";
+        break;
       default:  // variable = "..." + value
         text_ += "Push " + constant() + ", " + literal() + ", " + literal() + "\nAdd2\nSetVariable\n";
     }
