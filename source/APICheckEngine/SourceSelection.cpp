@@ -67,7 +67,6 @@ class AccessFinder {
   // The excerpts come in the order of their places.
   AccessFinder(const Pattern& pattern, std::string_view source)
       : pattern_(pattern),
-        source_(source),
         cursor_(pattern, source.data(), source.data() + source.size(), nullptr),
         searchedTo_(source.data()) {}
 
@@ -106,16 +105,15 @@ class AccessFinder {
       searchedTo_ = begin;
     }
     while (searchedTo_ < end) {
-      const bool isThere = cursor_.nextFrom(searchedTo_);
+      const bool isThere = cursor_.nextIn(searchedTo_, end);
       if (isThere) places_.push_back({cursor_.view(), nullptr});
-      searchedTo_ = isThere ? cursor_.view().data() + 1 : source_.data() + source_.size();
+      searchedTo_ = isThere ? cursor_.view().data() + 1 : end;
     }
   }
 
   Found& accessOf(std::string_view text) { return *accesses_.try_emplace(std::string(text)).first; }
 
   const Pattern& pattern_;
-  std::string_view source_;
   MatchCursor cursor_;
   const char* searchedTo_;
   std::vector<Place> places_;

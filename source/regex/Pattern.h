@@ -52,8 +52,8 @@ class MatchCursor {
 
   bool next() { return finder_.has_value() && finder_->next(match_); }
 
-  // The leftmost match from `at` on, wherever the one before it ended. The places given must not go down.
-  bool nextFrom(const char* at) { return finder_.has_value() && finder_->nextFrom(at, match_); }
+  // The leftmost match that starts in [from, to), wherever the one before it ended. The places given must not go down.
+  bool nextIn(const char* from, const char* to) { return finder_.has_value() && finder_->nextIn(from, to, match_); }
 
   std::string_view view() const { return match_; }
   std::string match() const { return std::string(match_); }

@@ -122,34 +122,35 @@ class Anchors {
  public:
   using List = std::vector<TrexAnchor>;
 
-  explicit Anchors(const TrexExpression& expression) : e_(expression) {}
+  explicit Anchors(const TrexExpression& expression) : e_(expression), first_(expression) {}
 
   // The last of the literals that are rare enough, else the rarest, of those that no match can do without.
   const TrexLiteral& required() const { return required_; }
 
-  // The anchors of a sequence that comes after bytes of `before`; adds the bytes of the sequence to `before`.
-  List ofSequence(std::int32_t index, TrexByteSet& before, int depth) {
+  // The anchors of a sequence that comes after `before` and is followed by a byte of `after`; adds the bytes of the
+  // sequence to `before`.
+  List ofSequence(std::int32_t index, TrexLead& before, const TrexByteSet& after, int depth) {
     List best;
     while (index != kNone) {
       const TrexNode& n = node(index);
       if (n.kind == TREX_NODE_GROUP || n.kind == TREX_NODE_GROUP_NOCAPTURE) {
         if (depth < kMaxDepth) {
-          takeBetter(best, ofSequence(n.left, before, depth + 1));
+          takeBetter(best, ofSequence(n.left, before, behind(n.next, after, depth), depth + 1));
         } else {
-          before = everyByte();
+          before = anything();
         }
       } else if (n.kind == TREX_NODE_ALTERNATION) {
-        takeBetter(best, ofAlternation(n, before, depth));
+        takeBetter(best, ofAlternation(n, before, after, depth));
       } else if (isLiteral(index)) {
-        const TrexByteSet beforeLiteral = before;
+        const TrexLead beforeLiteral = before;
         std::string text;
         for (; index != kNone && isLiteral(index); index = node(index).next) {
           text += literal(index);
-          before.add(e_.sets[static_cast<std::size_t>(index)]);
+          addByte(index, before);
         }
         TrexLiteral literal(std::move(text));
         if (optional_ == 0 && rarity(literal) >= rarity(required_)) required_ = literal;
-        takeBetter(best, {{beforeLiteral, std::move(literal)}});
+        takeBetter(best, {{beforeLiteral, std::move(literal), behind(index, after, depth)}});
         continue;
       } else {
         addBytes(index, before, depth);
@@ -186,54 +187,63 @@ class Anchors {
     if (strength(other) > strength(best)) best = std::move(other);
   }
 
-  List ofAlternation(const TrexNode& alternation, TrexByteSet& before, int depth) {
+  List ofAlternation(const TrexNode& alternation, TrexLead& before, const TrexByteSet& after, int depth) {
     if (depth >= kMaxDepth) {
-      before = everyByte();
+      before = anything();
       return {};
     }
-    TrexByteSet beforeRight = before;
+    TrexLead beforeRight = before;
     ++optional_;
-    List anchors = ofSequence(alternation.left, before, depth + 1);
-    const List right = ofSequence(alternation.right, beforeRight, depth + 1);
+    List anchors = ofSequence(alternation.left, before, after, depth + 1);
+    const List right = ofSequence(alternation.right, beforeRight, after, depth + 1);
     --optional_;
-    before.add(beforeRight);
+    before = {before.bytes, std::max(before.most, beforeRight.most)};
+    before.bytes.add(beforeRight.bytes);
     if (anchors.empty() || right.empty() || anchors.size() + right.size() > kMaxAnchors) return {};
     anchors.insert(anchors.end(), right.begin(), right.end());
     return anchors;
   }
 
-  // Adds every byte that a node can consume.
-  void addBytes(std::int32_t index, TrexByteSet& bytes, int depth) {
+  // What can follow in front of a sequence that is followed by a byte of `after`.
+  TrexByteSet behind(std::int32_t index, const TrexByteSet& after, int depth) const {
+    First first = first_.ofSequence(index, depth);
+    if (first.canBeEmpty) first.bytes.add(after);
+    return first.bytes;
+  }
+
+  static TrexLead anything() { return {everyByte(), TrexLead::kNoLimit}; }
+
+  void addByte(std::int32_t index, TrexLead& lead) const {
+    lead.bytes.add(e_.sets[static_cast<std::size_t>(index)]);
+    if (lead.most != TrexLead::kNoLimit) ++lead.most;
+  }
+
+  // Adds what a node can consume.
+  void addBytes(std::int32_t index, TrexLead& lead, int depth) {
     const TrexNode& n = node(index);
-    switch (n.kind) {
-      case TREX_NODE_BEGIN:
-      case TREX_NODE_END:
-      case TREX_NODE_BOUNDARY:
-        return;
-      case TREX_NODE_REPEAT:
-        return addRepeated(n.left, bytes, depth);
-      default:
-        bytes.add(e_.sets[static_cast<std::size_t>(index)]);
-        return;
+    if (n.kind == TREX_NODE_REPEAT) {
+      addRepeated(n.left, lead, depth);
+    } else if (n.kind != TREX_NODE_BEGIN && n.kind != TREX_NODE_END && n.kind != TREX_NODE_BOUNDARY) {
+      addByte(index, lead);
     }
   }
 
-  void addRepeated(std::int32_t index, TrexByteSet& bytes, int depth) {
+  void addRepeated(std::int32_t index, TrexLead& lead, int depth) {
     const std::int32_t kind = node(index).kind;
-    if (kind == TREX_NODE_GROUP || kind == TREX_NODE_GROUP_NOCAPTURE) {
-      if (depth < kMaxDepth) {
-        ++optional_;
-        (void)ofSequence(node(index).left, bytes, depth + 1);
-        --optional_;
-      } else {
-        bytes = everyByte();
-      }
+    if (kind != TREX_NODE_GROUP && kind != TREX_NODE_GROUP_NOCAPTURE) {
+      addBytes(index, lead, depth);
+    } else if (depth < kMaxDepth) {
+      ++optional_;
+      (void)ofSequence(node(index).left, lead, everyByte(), depth + 1);
+      --optional_;
     } else {
-      addBytes(index, bytes, depth);
+      lead = anything();
     }
+    lead.most = TrexLead::kNoLimit;
   }
 
   const TrexExpression& e_;
+  const FirstBytes first_;
   int optional_ = 0;  // alternations and repetitions around the current sequence
   TrexLiteral required_;
 };
@@ -249,8 +259,8 @@ void trexAnalyse(TrexExpression& expression) {
   }
   const First first = FirstBytes(expression).ofSequence(expression.first, 0);
   expression.firstBytes = first.canBeEmpty ? everyByte() : first.bytes;
-  TrexByteSet before;
+  TrexLead before;
   Anchors anchors(expression);
-  expression.anchors = anchors.ofSequence(expression.first, before, 0);
+  expression.anchors = anchors.ofSequence(expression.first, before, everyByte(), 0);
   expression.required = anchors.required();
 }

@@ -29,10 +29,19 @@ class TrexByteSet {
   std::array<std::uint64_t, 4> words_{};
 };
 
-// Every match holds `literal`, and before it in the match only bytes of `before`.
+// What can stand in a match before some place of it: only these bytes, and not more than so many.
+struct TrexLead {
+  static constexpr std::size_t kNoLimit = static_cast<std::size_t>(-1);
+
+  TrexByteSet bytes;
+  std::size_t most = 0;
+};
+
+// Every match holds `literal`, with `before` in front of it and a byte of `after` behind it.
 struct TrexAnchor {
-  TrexByteSet before;
+  TrexLead before;
   TrexLiteral literal;
+  TrexByteSet after;
 };
 
 // How far a repetition went, so that a later attempt that comes to it in the same place need not go there again.
@@ -43,6 +52,7 @@ struct TrexRun {
   const char* from = nullptr;       // of a single byte: where it started ...
   const char* to = nullptr;         // ... and how far it, or what went on from there, got
   std::vector<const char*> places;  // of more: where it stood between its rounds
+  std::vector<const char*> fresh;   // the same of the attempt that is under way
 };
 
 struct TrexExpression {

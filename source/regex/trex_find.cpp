@@ -7,9 +7,9 @@
 TrexFinder::TrexFinder(TrexExpression& expression, const char* begin, const char* end, const TextIndex* index)
     : e_(expression), at_(begin), end_(end), index_(index), search_(++expression.search) {}
 
-bool TrexFinder::nextFrom(const char* begin, std::string_view& match) {
+bool TrexFinder::nextIn(const char* begin, const char* limit, std::string_view& match) {
   if (search_ != e_.search) search_ = ++e_.search;  // another search of the same expression came in between
-  for (const char* at = nextCandidate(begin); at < end_; at = nextCandidate(at + 1)) {
+  for (const char* at = nextCandidate(begin); at < limit; at = nextCandidate(at + 1)) {
     if (!e_.firstBytes.contains(static_cast<unsigned char>(*at))) continue;
     const char* end = trexAttempt(e_, begin, end_, at, !e_.testsBegin);
     if (end == nullptr) continue;
@@ -17,7 +17,7 @@ bool TrexFinder::nextFrom(const char* begin, std::string_view& match) {
     at_ = end;
     return true;
   }
-  at_ = end_;
+  at_ = limit;
   return false;
 }
 
@@ -40,11 +40,20 @@ bool TrexFinder::holdsRequired(const char* at) {
 }
 
 void TrexFinder::findWindow(const TrexAnchor& anchor, const char* at, Window& window) const {
-  window.place = window.from = find(anchor.literal, at);
-  while (window.from > at && window.place <= end_ &&
-         anchor.before.contains(static_cast<unsigned char>(window.from[-1]))) {
+  const std::size_t size = anchor.literal.text().size();
+  window.place = find(anchor.literal, at);
+  // What follows is at most the byte at the end, or nothing at all where the literal takes that.
+  const auto isFollowed = [&](const char* place) {
+    return place + size > end_ || anchor.after.contains(static_cast<unsigned char>(place[size]));
+  };
+  while (window.place <= end_ && !isFollowed(window.place))
+    window.place = find(anchor.literal, window.place + 1);
+  window.from = window.place;
+  if (window.place > end_) return;
+  const auto room = static_cast<std::size_t>(window.place - at);
+  const char* const first = window.place - std::min(room, anchor.before.most);
+  while (window.from > first && anchor.before.bytes.contains(static_cast<unsigned char>(window.from[-1])))
     --window.from;
-  }
 }
 
 // The next place of a literal; one past end_ if there is none. The byte at end_ belongs to what elements can see.

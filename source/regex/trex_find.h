@@ -17,10 +17,10 @@ class TrexFinder {
   TrexFinder(TrexExpression& expression, const char* begin, const char* end, const TextIndex* index);
 
   // The next match; false if there is none.
-  bool next(std::string_view& match) { return nextFrom(at_, match); }
+  bool next(std::string_view& match) { return nextIn(at_, end_, match); }
 
-  // The leftmost match that starts at or after `at`. The places given must not go down.
-  bool nextFrom(const char* at, std::string_view& match);
+  // The leftmost match that starts in [from, to), wherever the one before it ended. The places given must not go down.
+  bool nextIn(const char* from, const char* to, std::string_view& match);
 
  private:
   // The next place of an anchor's literal, and from where on it can be reached. Not yet known as long as the place

@@ -236,8 +236,9 @@ class Matcher {
   // A repetition of anything else that does not look ahead, from `position` on: where it ends, or null.
   const char* matchRounds(TrexRun& run, std::int32_t operand, std::int32_t stop, const char* position,
                           std::int32_t min) {
-    std::vector<const char*> fresh;
+    std::vector<const char*>& fresh = run.fresh;
     std::vector<const char*>* walk = &fresh;  // the earlier one, once we are on it
+    fresh.clear();
     bool ended = false;
     std::int32_t count = 0;
     for (; !ended && count < kMostRounds; ++count) {
@@ -260,7 +261,7 @@ class Matcher {
       position = after;
       if (ended || walk == &run.places) walk->push_back(position);
     }
-    if (walk == &fresh) run.places = std::move(fresh);
+    if (walk == &fresh) run.places.swap(fresh);
     run.ended = ended;
     return count >= min ? position : nullptr;
   }
