@@ -19,6 +19,7 @@ namespace FlashEngine_1_00 {
 namespace detail {
 struct FoundCalls;
 struct Knowledge;
+class SourceIndex;
 }  // namespace detail
 
 // The record of every web-source list and of every found call.
@@ -230,7 +231,7 @@ class APIAnalysis : public IAppAnalysis {
 
   [[gnu::visibility("hidden")]] void appendScriptFunctions(const std::string& cleaned, const std::string& path);
   [[gnu::visibility("hidden")]] void findCallsOn(const SWFStateMentInfo* binding, std::string_view text,
-                                                 const TextIndex* index, const std::string& path,
+                                                 detail::SourceIndex* source, const std::string& path,
                                                  detail::FoundCalls& found);
   [[gnu::visibility("hidden")]] RunResult findCalls(const std::string& classId, const std::string& variable,
                                                     std::string_view text, const TextIndex* index,

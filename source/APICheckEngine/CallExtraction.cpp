@@ -5,7 +5,6 @@
 // through the verdict on each call, resultList. Test: tests/APICheckEngine/CallExtraction_test.cpp.
 
 #include <algorithm>
-#include <cstring>
 #include <map>
 #include <tuple>
 #include <unordered_map>
@@ -122,20 +121,19 @@ struct LookupCalls {
   std::map<std::string, OfClass> classes;
 };
 
-LookupCalls findLookupCalls(const std::string& id, const std::string& source, detail::SourceIndex& index) {
+LookupCalls findLookupCalls(const std::string& id, detail::SourceIndex& source) {
   LookupCalls calls;
   std::unordered_map<std::string_view, std::size_t> known;
   std::vector<int> times;
   const Pattern pattern(callOnLookupOf(id));
   const Pattern lookup(detail::lookupOf(id));
-  const char* const begin = source.c_str();
-  const std::size_t size = std::strlen(begin);
-  for (MatchCursor at(pattern, begin, begin + size, index.forSearchOf(size)); at.next();) {
+  const std::string_view text = source.text();
+  for (MatchCursor at(pattern, text, source.forSearchOf(text.size())); at.next();) {
     const auto [place, isNew] = known.try_emplace(at.view(), calls.candidates.size());
     if (isNew) {
-      const std::string text = at.match();
-      const std::string callText = text.substr(lookup.search(text.c_str()).size());
-      calls.candidates.push_back({text, callText, detail::holdsBuiltIn(text), nullptr, 0});
+      const std::string found = at.match();
+      const std::string callText = found.substr(lookup.search(found.c_str()).size());
+      calls.candidates.push_back({found, callText, detail::holdsBuiltIn(found), nullptr, 0});
       times.push_back(0);
     }
     if (++times[place->second] <= kMaxEqualRecords) calls.finds.push_back(place->second);
@@ -159,27 +157,29 @@ RunResult APIAnalysis::FindAPIFunctionName4JS() {
   detail::FoundCalls found;
   for (const SWFStateMentInfo* binding : objectVariableList) {
     const std::string* source = sourceOf(binding->path, worthfulSourceList);
+    detail::SourceIndex* index = source == nullptr ? nullptr : &known_->indexOf(*source);
     std::string_view text = binding->text;
-    if (binding->scope == "Src" && source != nullptr) text = source->c_str();
+    if (binding->scope == "Src" && index != nullptr) text = index->text();
     if (text.empty()) continue;
     if (commonObjects.follow(text, splitKey(*binding->expression).symbol)) continue;
+    // A body found in an earlier run is part of no source that is at hand.
     const bool isPart =
-        source != nullptr && text.data() >= source->data() && text.data() < source->data() + source->size();
-    const TextIndex* index = isPart ? known_->indexOf(*source).forSearchOf(text.size()) : nullptr;
+        index != nullptr && text.data() >= source->data() && text.data() < source->data() + source->size();
     // KEPT: a finding does not end this scanner, so one run can record several. Hosts read the whole list.
     // (test ScriptScannerGoesOnAfterAFinding)
-    findCallsOn(binding, text, index, binding->path, found);
+    findCallsOn(binding, text, isPart ? index : nullptr, binding->path, found);
   }
   return RUN_SUCCESS;
 }
 
 // Finds and judges the calls on a variable in a text. What `found` knows of the text is only recorded again.
-void APIAnalysis::findCallsOn(const SWFStateMentInfo* binding, std::string_view text, const TextIndex* index,
+void APIAnalysis::findCallsOn(const SWFStateMentInfo* binding, std::string_view text, detail::SourceIndex* source,
                               const std::string& path, detail::FoundCalls& found) {
   const auto [place, isNew] = found.positions.try_emplace(binding, foundCallList.size(), 0);
   auto& [begin, end] = place->second;
   if (isNew) {
     const Key key = splitKey(*binding->expression);
+    const TextIndex* index = source == nullptr ? nullptr : source->forSearchOf(text.size());
     (void)findCalls(key.classId, key.symbol, text, index, path);
     end = foundCallList.size();
   } else {
@@ -197,7 +197,7 @@ RunResult APIAnalysis::findCalls(const std::string& classId, const std::string& 
                                  const TextIndex* index, const std::string& path) {
   const Pattern pattern(callOn(withoutBlanks(variable)));
   detail::EqualRecords kept;
-  for (MatchCursor at(pattern, text.data(), text.data() + text.size(), index); at.next();) {
+  for (MatchCursor at(pattern, text, index); at.next();) {
     std::string callText = at.match();
     if (!kept.keep(callText)) continue;  // judged before, and documented
     const std::string extensionCall = contains(callText, "Execute") ? findAPINameForKOBCase(&callText) : std::string();
@@ -240,7 +240,7 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
       const std::string* source = sourceOf(declared->path, worthfulSourceList);
       if (id.empty() || source == nullptr) continue;
       const auto [calls, isFirst] = known.try_emplace({id, source});
-      if (isFirst) calls->second = findLookupCalls(id, *source, known_->indexOf(*source));
+      if (isFirst) calls->second = findLookupCalls(id, known_->indexOf(*source));
       LookupCalls::OfClass& ofClass = calls->second.classes[key.classId];
       ofClass.calls.resize(calls->second.candidates.size());
       lookup = {key.classId, &calls->second, &ofClass, foundSymbolLineNumber(&declared->path, &declared->access)};

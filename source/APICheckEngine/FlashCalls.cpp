@@ -46,7 +46,7 @@ RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statemen
   detail::FoundCalls found;
   for (const SWFStateMentInfo* binding : objectVariableList) {
     if (timeBudgetSpent()) break;
-    findCallsOn(binding, joined.c_str(), index.forSearchOf(joined.size()), fileName, found);
+    findCallsOn(binding, index.text(), &index, fileName, found);
   }
   return RUN_SUCCESS;
 }

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <limits>
 #include <unordered_map>
 #include <unordered_set>
@@ -181,10 +180,8 @@ RunResult APIAnalysis::FindObjectID() {
 
     const Pattern calls(callWithArgument(symbol));
     for (std::size_t j = 0; j < worthfulSourceList.size(); ++j) {
-      const char* const text = worthfulSourceList[j]->c_str();
-      const std::size_t size = std::strlen(text);
-      const TextIndex* index = known_->indexOf(*worthfulSourceList[j]).forSearchOf(size);
-      for (MatchCursor at(calls, text, text + size, index); at.next();) {
+      detail::SourceIndex& source = known_->indexOf(*worthfulSourceList[j]);
+      for (MatchCursor at(calls, source.text(), source.forSearchOf(source.text().size())); at.next();) {
         std::string function;
         const int position = funcParameterParsing(at.match(), symbol, function);
         if (function.find("getElementById") != std::string::npos) continue;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <string_view>
@@ -12,7 +13,11 @@ namespace FlashEngine_1_00::detail {
 // Answers questions about one cleaned source, the quicker the more of them there are. The source must outlive it.
 class SourceIndex {
  public:
-  explicit SourceIndex(std::string_view source) : source_(source) {}
+  explicit SourceIndex(std::string_view source)
+      : source_(source), text_(source.substr(0, std::min(source.find('\0'), source.size()))) {}
+
+  // The source up to its first zero byte, which follows it.
+  std::string_view text() const { return text_; }
 
   // The first place of `wanted` at or after `from`; npos if there is none.
   std::size_t find(std::string_view wanted, std::size_t from = 0);
@@ -25,6 +30,7 @@ class SourceIndex {
 
  private:
   std::string_view source_;
+  std::string_view text_;
   std::size_t searched_ = 0;  // bytes
   std::unique_ptr<const TextIndex> index_;
   bool linesKnown_ = false;

@@ -66,9 +66,7 @@ class AccessFinder {
 
   // The excerpts come in the order of their places.
   AccessFinder(const Pattern& pattern, std::string_view source)
-      : pattern_(pattern),
-        cursor_(pattern, source.data(), source.data() + source.size(), nullptr),
-        searchedTo_(source.data()) {}
+      : pattern_(pattern), cursor_(pattern, source, nullptr), searchedTo_(source.data()) {}
 
   std::vector<Found*> accessesIn(std::string_view excerpt) {
     const char* const end = excerpt.data() + excerpt.size();

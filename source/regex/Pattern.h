@@ -43,11 +43,14 @@ class Pattern {
 // Pattern and text must outlive the cursor and its views.
 class MatchCursor {
  public:
-  MatchCursor(const Pattern& pattern, const char* text) : MatchCursor(pattern, text, Pattern::endOf(text), nullptr) {}
+  MatchCursor(const Pattern& pattern, const char* text)
+      : MatchCursor(pattern, {text, static_cast<std::size_t>(Pattern::endOf(text) - text)}, nullptr) {}
 
-  // In [begin, end), where *end must be readable, with an index of a text around that or null.
-  MatchCursor(const Pattern& pattern, const char* begin, const char* end, const TextIndex* index) {
-    if (pattern.expression_ != nullptr) finder_.emplace(*pattern.expression_, begin, end, index);
+  // In `text`, behind which a byte must be readable, with an index of that text or one around it or null.
+  MatchCursor(const Pattern& pattern, std::string_view text, const TextIndex* index) {
+    if (pattern.expression_ != nullptr) {
+      finder_.emplace(*pattern.expression_, text.data(), text.data() + text.size(), index);
+    }
   }
 
   bool next() { return finder_.has_value() && finder_->next(match_); }
