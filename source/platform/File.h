@@ -1,10 +1,14 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstdio>
 #include <memory>
 #include <string>
 
 namespace FlashEngine_1_00 {
+
+static_assert(sizeof(off_t) == 8, "packages and Flash files may have more than 2 GiB");
 
 struct FileCloser {
   void operator()(std::FILE* file) const { std::fclose(file); }
