@@ -35,15 +35,15 @@ bool isPackage(const Head& head) {
   return false;
 }
 
-// Expands `package` into the existing `directory`; what cannot be extracted is missing there.
-void extract(const std::string& package, const std::string& directory) {
+// Expands `package` into the existing `directory`; what cannot be extracted is missing there. False if nothing can.
+bool extract(const std::string& package, const std::string& directory) {
   std::array<std::string, 6> words{"uzip", "-x", package, "-o", "-d", directory};
   std::array<char*, 6> arguments{};
   for (std::size_t i = 0; i < words.size(); ++i) {
     words[i].resize(std::min(words[i].size(), kMaxJobArgument));
     arguments[i] = words[i].data();
   }
-  (void)do_UnzipJob(static_cast<int>(arguments.size()), arguments.data());
+  return do_UnzipJob(static_cast<int>(arguments.size()), arguments.data()) == 0;
 }
 
 struct DirectoryCloser {
@@ -108,7 +108,7 @@ bool APIAnalysis::expandPackage(const std::string& path, std::vector<std::string
   const std::string directory = enginePaths().extractionRoot + "/" + std::to_string(extractionCounter_++);
   extractedDirList.push_back(directory);  // before anything is there to be removed
   (void)makeExtractionDirectory(directory);
-  extract(path, directory);
+  if (!extract(path, directory)) TARVO_LOG_AS(kStage, " package [%s] not extracted ", path.c_str());
   FindAppsFilesLocation(directory, found);
   extractedFileList.insert(extractedFileList.end(), found.begin(), found.end());
   return true;

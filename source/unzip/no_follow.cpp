@@ -95,10 +95,8 @@ File createFile(const std::string& path, bool& replaced) {
   const Place place = findPlace(path, true);
   if (!place.parent) return nullptr;
   replaced = unlinkat(place.parent.number(), place.name.c_str(), 0) == 0;
-  Descriptor file(openat(place.parent.number(), place.name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-  File stream(file ? fdopen(file.number(), "wb") : nullptr);
-  if (stream != nullptr) (void)file.release();
-  return stream;
+  constexpr int kNew = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
+  return openFile(Descriptor(openat(place.parent.number(), place.name.c_str(), kNew, 0666)), "wb");
 }
 
 }  // namespace FlashEngine_1_00
