@@ -141,7 +141,11 @@ RunResult APIAnalysis::APIAnalysisFromSWFMain(std::vector<std::string>* files) {
 RunResult APIAnalysis::analyseFlashFile(const std::string& path) {
   std::vector<std::string> lines;
   std::vector<std::string> statements;
-  (void)deAssembler_.SWFDeAssemblerMain(path, lines);  // a file that cannot be read yields fewer lines, or none
+  // A file that cannot be read yields fewer lines, or none.
+  const RunResult read = deAssembler_.SWFDeAssemblerMain(path, lines);
+  if (read != RUN_SUCCESS) {
+    TARVO_LOG_AS("APIAnalysisFromSWFMain", " file[%s] not read whole [%d] ", path.c_str(), static_cast<int>(read));
+  }
   const auto code = static_cast<RunResult>(deCompiler_.SWFDeCompilerMain(lines, statements));
   return code == RUN_SUCCESS ? FindAPIFunctionName4SWF(statements, path) : code;
 }

@@ -26,10 +26,43 @@ constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr const char* kExtractEntry = "do_extract_currentfile";
 
-struct PackageCloser {
-  void operator()(void* package) const { unzClose(package); }
+// An open package. minizip forgets the file that it has opened if it gets no memory after that: it is closed here.
+class Package {
+ public:
+  // Opens the package at `path`, or at `path`.zip.
+  explicit Package(const char* path) {
+    fill_fopen64_filefunc(&stdio_);
+    const std::string name = std::string(path).substr(0, kMaxPackageName);
+    if (!open(name)) (void)open(name + ".zip");
+  }
+  ~Package() { unzClose(package_); }
+  Package(const Package&) = delete;
+  Package& operator=(const Package&) = delete;
+
+  unzFile get() const { return package_; }
+
+ private:
+  bool open(const std::string& name) {
+    zlib_filefunc64_def functions = stdio_;
+    functions.opaque = this;
+    functions.zopen64_file = [](voidpf self, const void* path, int mode) {
+      auto& package = *static_cast<Package*>(self);
+      return package.file_ = package.stdio_.zopen64_file(nullptr, path, mode);
+    };
+    functions.zclose_file = [](voidpf self, voidpf file) {
+      auto& package = *static_cast<Package*>(self);
+      package.file_ = nullptr;
+      return package.stdio_.zclose_file(nullptr, file);
+    };
+    package_ = unzOpen2_64(name.c_str(), &functions);
+    if (package_ == nullptr && file_ != nullptr) (void)functions.zclose_file(this, file_);
+    return package_ != nullptr;
+  }
+
+  zlib_filefunc64_def stdio_{};
+  voidpf file_ = nullptr;
+  unzFile package_ = nullptr;
 };
-using Package = std::unique_ptr<void, PackageCloser>;
 
 struct Job {
   ExtractOptions options{false, false, nullptr};
@@ -61,13 +94,6 @@ Job parseArguments(int argc, char** argv) {
     }
   }
   return job;
-}
-
-Package openPackage(const char* path) {
-  const std::string name = std::string(path).substr(0, kMaxPackageName);
-  Package package(unzOpen(name.c_str()));
-  if (package == nullptr) package.reset(unzOpen((name + ".zip").c_str()));
-  return package;
 }
 
 bool isSlash(char c) {
@@ -158,8 +184,8 @@ int do_UnzipJob(int argc, char** argv) {
   if (argc < 1) return kFailed;
   const Job job = parseArguments(argc, argv);
   if (job.package == nullptr) return kFailed;
-  const Package package = openPackage(job.package);
-  if (package == nullptr) return kFailed;
+  const Package package(job.package);
+  if (package.get() == nullptr) return kFailed;
   if (job.list) return do_list(package.get());
   // KEPT: the working directory stays in the extraction directory. Hosts pass absolute paths because of it.
   // (test WorkingDirectoryStaysInTheLastExtractionDirectory)
