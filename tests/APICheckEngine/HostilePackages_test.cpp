@@ -70,8 +70,8 @@ TEST_F(HostilePackages, NamesLeadNowhereElse) {
     std::string logged;
   };
   for (const Row& row : std::vector<Row>{
-           {"/etc/x", {good + "=g"}, skips("/etc/x")},
-           {"//x", {good + "=g"}, skips("//x")},
+           {directory() + "/x", {good + "=g"}, skips(directory() + "/x")},
+           {"/" + directory() + "/x", {good + "=g"}, skips("/" + directory() + "/x")},
            {"\\x", {good + "=g"}, skips("\\x")},
            {"..", {good + "=g"}, skips("..")},
            {"../x", {good + "=g"}, skips("../x")},

@@ -4,6 +4,7 @@
 
 namespace {
 
+// Little-endian; 8 bytes at most.
 std::string number(std::uint64_t value, int bytes) {
   std::string text;
   for (int i = 0; i < bytes; ++i)
@@ -61,7 +62,7 @@ std::string craftedZip(const std::vector<CraftedEntry>& entries, std::optional<u
       const std::string localName = entry.localName.value_or(entry.name);
       bytes += "PK\3\4" + common(entry, data, localName) + localName + data.packed;
     }
-    directory += "PK\1\2" + number(20, 2) + common(entries[owner], data, entry.name) + number(0, 10) +
+    directory += "PK\1\2" + number(20, 2) + common(entries[owner], data, entry.name) + std::string(10, '\0') +
                  number(data.at, 4) + entry.name;
   }
   const unsigned claimed = count.value_or(static_cast<unsigned>(entries.size()));
