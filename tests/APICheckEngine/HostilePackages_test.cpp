@@ -295,4 +295,18 @@ TEST_F(Bombs, BoundsAreThoseOfOneRunAndAllItsPackages) {
   }
 }
 
+TEST_F(Bombs, APackageThatContainsItselfEnds) {
+  const std::string package = craftedZip({{"self.wgt", "to be replaced"}});
+  const std::string path = addFile("app.wgt", package);
+  onLog([&](const std::string& line) {
+    if (line.find("zip file found") != std::string::npos || engine().extractedFileList.empty()) return;
+    writeFile(engine().extractedFileList.back(), package);
+  });
+  TESTING_ONLY_setExpansionBounds(1 << 20, 200);
+  EXPECT_EQ(run(), RUN_SUCCESS);
+  EXPECT_EQ(engine().extractedDirList.size(), 201U);
+  EXPECT_EQ(engine().extractedFileList.size(), 200U);
+  EXPECT_EQ(log("not extracted").size(), 1U);
+}
+
 }  // namespace
