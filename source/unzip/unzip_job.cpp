@@ -227,7 +227,7 @@ int do_extract_currentfile(unzFile package, const ExtractOptions& options) {
     TARVO_LOG(" unsafe entry [%s] skipped ", entry.name.c_str());
     return UNZ_OK;
   }
-  if (entry.info.size_filename > kMaxEntryName) TARVO_LOG(" entry [%s] has a longer name ", entry.name.c_str());
+  if (entry.info.size_filename > entry.name.size()) TARVO_LOG(" entry [%s] has a longer name ", entry.name.c_str());
   if (!entry.name.empty() && isSlash(entry.name.back())) {
     if (!options.withoutDirectories) (void)mymkdir(entry.name.c_str());
     return UNZ_OK;

@@ -1,9 +1,6 @@
 // Packages that somebody made to harm whoever unpacks them.
 
-#include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -12,7 +9,6 @@
 #include "support/CraftedZip.h"
 #include "support/EngineFixture.h"
 #include "unzip/expansion_budget.h"
-#include "unzip/unzip_job.h"
 
 namespace fs = std::filesystem;
 using FlashEngine_1_00::kMaxEntryName;
@@ -64,6 +60,9 @@ TEST_F(HostilePackages, NamesLeadNowhereElse) {
   const auto skips = [](const std::string& name) {
     return "do_extract_currentfile:  unsafe entry [" + name + "] skipped ";
   };
+  const auto isLonger = [](const std::string& name) {
+    return "do_extract_currentfile:  entry [" + name + "] has a longer name ";
+  };
   struct Row {
     std::string name;
     Texts extracted;  // of the package: this entry, then good.js
@@ -83,21 +82,23 @@ TEST_F(HostilePackages, NamesLeadNowhereElse) {
            {"a\\..\\..\\x", {good + "=g"}, skips("a\\..\\..\\x")},
            {"./../x", {good + "=g"}, skips("./../x")},
            {"../x/", {good + "=g"}, skips("../x/")},
+           {"a/..", {good + "=g"}, skips("a/..")},
            {"...", {"...=x", good + "=g"}, ""},
+           {"..a/b..js", {"..a/", "..a/b..js=x", good + "=g"}, ""},
+           {"x\\y.js", {"x\\y.js=x", good + "=g"}, ""},
            {"./a//./b.js", {"a/", "a/b.js=x", good + "=g"}, ""},
            {"C:\\x", {"C:\\x=x", good + "=g"}, ""},
            {"CON", {"CON=x", good + "=g"}, ""},
            {"dev/null", {"dev/", "dev/null=x", good + "=g"}, ""},
            {"a\nb\x1b\xff\xfe.js", {"a\nb\x1b\xff\xfe.js=x", good + "=g"}, ""},
            {"%s%n.js", {"%s%n.js=x", good + "=g"}, ""},
-           {std::string("a.js\0/../../x", 13), {"a.js=x", good + "=g"}, ""},
-           {std::string("\0a.js", 5), {}, ends("")},
+           {std::string("a.js\0/../../x", 13), {"a.js=x", good + "=g"}, isLonger("a.js")},
            {"", {}, ends("")},
            {".", {}, ends(".")},
            {"a/.", {"a/"}, ends("a/.")},
            {longName,
             {good + "=g", inner, longName.substr(0, kMaxEntryName) + "=x"},
-            "do_extract_currentfile:  entry [" + longName.substr(0, kMaxEntryName) + "] has a longer name "},
+            isLonger(longName.substr(0, kMaxEntryName))},
        }) {
     SCOPED_TRACE(row.name);
     addFile("app.wgt", "");
