@@ -1,7 +1,7 @@
 // The driver: one run over one application.
 //
 // Reads and fills no list of its own; it orders the stages, removes what was extracted and publishes resultList.
-// Test: tests/APICheckEngine/Driver_test.cpp.
+// Tests: tests/APICheckEngine/Driver_test.cpp, Faults_test.cpp, tests/memory/Allocation_test.cpp.
 
 #include <fcntl.h>
 #include <sys/stat.h>

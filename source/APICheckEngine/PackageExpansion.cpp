@@ -2,7 +2,7 @@
 //
 // A package is known by its first bytes, never by its name. Packages inside packages are expanded too, each right after
 // the files of the package around it are known. Fills extractedFileList and extractedDirList.
-// Test: tests/APICheckEngine/PackageExpansion_test.cpp.
+// Tests: tests/APICheckEngine/PackageExpansion_test.cpp, HostilePackages_test.cpp.
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -68,8 +68,8 @@ struct Batch {
 }  // namespace
 
 void APIAnalysis::addFilePathbyUnzipping(std::vector<std::string> files) {
-  // A stack of our own: how deep packages are nested is up to whoever made them.
   startExpansionBudget();
+  // A stack of our own: how deep packages are nested is up to whoever made them.
   std::vector<Batch> open;
   open.push_back({std::move(files), 0});
   TARVO_LOG(" \n [%s] [%d]", __func__, static_cast<int>(open.back().files.size()));

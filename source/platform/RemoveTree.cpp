@@ -1,4 +1,4 @@
-// Test: tests/APICheckEngine/Driver_test.cpp.
+// Tests: tests/APICheckEngine/Driver_test.cpp, Faults_test.cpp, tests/memory/Allocation_test.cpp.
 
 #include "platform/RemoveTree.h"
 

@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <ctime>
@@ -40,6 +41,8 @@ class Package {
   Package& operator=(const Package&) = delete;
 
   unzFile get() const { return package_; }
+  // The package's file: that is what minizip's stdio functions open.
+  std::FILE* stream() const { return static_cast<std::FILE*>(file_); }
 
  private:
   bool open(const std::string& name) {
@@ -65,7 +68,7 @@ class Package {
 };
 
 struct Job {
-  ExtractOptions options{false, false, nullptr};
+  ExtractOptions options{false, false, nullptr, nullptr};
   bool list = false;
   const char* directory = nullptr;
   const char* package = nullptr;
@@ -143,12 +146,32 @@ bool readWhole(unzFile package, const unz_file_info64& info, ZPOS64_T begin) {
   return unzGetCurrentFileZStreamPos64(package) - begin >= info.compressed_size;
 }
 
+// The name in the open entry's own header, which ends where its data begin; as readEntry would have it.
+std::string localName(unzFile package, const Entry& entry, ZPOS64_T data, std::FILE* stream) {
+  const auto extra = static_cast<off_t>(unzGetLocalExtrafield(package, nullptr, 0));
+  std::string name(entry.info.size_filename, '\0');
+  const off_t begin = static_cast<off_t>(data) - extra - static_cast<off_t>(name.size());
+  if (fseeko(stream, begin, SEEK_SET) != 0) return std::string();
+  name.resize(std::min(std::fread(name.data(), 1, name.size(), stream), kMaxEntryName));
+  return name.c_str();
+}
+
+// Tells of an entry that readers which go by the entries' own headers take for another one. minizip has compared all
+// but the name.
+void reportOtherName(unzFile package, const Entry& entry, ZPOS64_T data, const ExtractOptions& options) {
+  if (options.stream == nullptr || options.password != nullptr) return;
+  const std::string name = localName(package, entry, data, options.stream);
+  if (name == entry.name) return;
+  TARVO_LOG_AS(kExtractEntry, " entry [%s] is named [%s] in its own header ", entry.name.c_str(), name.c_str());
+}
+
 int extractFile(unzFile package, const Entry& entry, const std::string& path, const ExtractOptions& options,
                 char* buffer) {
   if (!options.overwrite && isThere(path)) return UNZ_OK;
   int code = unzOpenCurrentFilePassword(package, options.password);
   if (code != UNZ_OK) return code;
   const ZPOS64_T begin = unzGetCurrentFileZStreamPos64(package);
+  reportOtherName(package, entry, begin, options);
   bool replaced = false;
   File output = createFile(path, replaced);
   if (replaced) TARVO_LOG_AS(kExtractEntry, " entry [%s] replaces an earlier one ", entry.name.c_str());
@@ -182,11 +205,12 @@ void reportEntriesBehind(unzFile package, uLong count) {
 int do_UnzipJob(int argc, char** argv) {
   if (argc == 1) return kDone;
   if (argc < 1) return kFailed;
-  const Job job = parseArguments(argc, argv);
+  Job job = parseArguments(argc, argv);
   if (job.package == nullptr) return kFailed;
   const Package package(job.package);
   if (package.get() == nullptr) return kFailed;
   if (job.list) return do_list(package.get());
+  job.options.stream = package.stream();
   // KEPT: the working directory stays in the extraction directory. Hosts pass absolute paths because of it.
   // (test WorkingDirectoryStaysInTheLastExtractionDirectory)
   if (job.directory != nullptr && enterDirectory(job.directory) != 0) return kFailed;

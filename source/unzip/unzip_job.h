@@ -2,6 +2,8 @@
 
 #include <minizip/unzip.h>
 
+#include <cstdio>
+
 // One extraction job over one zip package, driven by command-line-style arguments. ZIP APPNOTE 6.3.
 //
 // A job works relative to the process's current directory, which it changes to its extraction directory and leaves
@@ -26,6 +28,7 @@ struct ExtractOptions {
   bool withoutDirectories;
   bool overwrite;
   const char* password;  // null: none
+  std::FILE* stream;     // of the package, for a look at what minizip does not show; null: none
 };
 
 // Extract every entry, in stored order; one named entry; the entry at the cursor. The first returns 0, the others
