@@ -1,9 +1,14 @@
 // The driver: one run over one application.
 //
 // Reads and fills no list of its own; it orders the stages, removes what was extracted and publishes resultList.
-// Test: tests/APICheckEngine/Driver_test.cpp.
+// Tests: tests/APICheckEngine/Driver_test.cpp, Faults_test.cpp, tests/memory/Allocation_test.cpp.
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "APICheckEngine/APIAnalysis.h"
+#include "platform/Descriptor.h"
 #include "platform/File.h"
 #include "platform/Log.h"
 #include "platform/Paths.h"
@@ -11,16 +16,34 @@
 #include "tarvo/api_check_engine.h"
 
 namespace FlashEngine_1_00 {
+namespace {
+
+// The file at `path`, empty. Its name is known to every user of the system: a link that one of them put there leads to
+// a file that is not ours, and a pipe would block us. Null then, or if it cannot be opened.
+File openResultFile(const std::string& path) {
+  Descriptor descriptor(open(path.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666));
+  struct stat status {};
+  if (!descriptor || fstat(descriptor.number(), &status) != 0) return nullptr;
+  if (!S_ISREG(status.st_mode) || status.st_nlink > 1 || ftruncate(descriptor.number(), 0) != 0) return nullptr;
+  return openFile(std::move(descriptor), "w");
+}
+
+}  // namespace
 
 RunResult APIAnalysis::StartAnalysis(std::vector<std::string>* files) {
-  std::vector<std::string> workingList = *files;
-  addFilePathbyUnzipping(workingList);
-  for (const std::string& path : extractedFileList) {
-    TARVO_LOG(" additionally added path : [%s]", path.c_str());
-    workingList.push_back(path);
+  RunResult code = RUN_SUCCESS;
+  try {
+    std::vector<std::string> workingList = *files;
+    addFilePathbyUnzipping(workingList);
+    for (const std::string& path : extractedFileList) {
+      TARVO_LOG(" additionally added path : [%s]", path.c_str());
+      workingList.push_back(path);
+    }
+    code = runStages(workingList);
+  } catch (...) {  // no memory: the host gets the exception, and nothing to clean up
+    removeExtracted();
+    throw;
   }
-
-  const RunResult code = runStages(workingList);
 
   removeExtracted();
   const std::vector<std::string> lines = writeResultFile();
@@ -66,9 +89,12 @@ std::vector<std::string> APIAnalysis::writeResultFile() {
     lines.push_back(*line);
   const std::string& path = enginePaths().resultFile;
   TARVO_LOG_AS(kDriver, " outPutFileFullPath [%s]", path.c_str());
-  if (const File file = openFile(path, "w")) {
+  if (File file = openResultFile(path)) {
+    bool written = true;
     for (const std::string& line : lines)
-      std::fwrite(line.data(), 1, line.size(), file.get());
+      written = std::fwrite(line.data(), 1, line.size(), file.get()) == line.size() && written;
+    written = std::fclose(file.release()) == 0 && written;
+    if (!written) TARVO_LOG_AS(kDriver, " file[%s] Write Error ", path.c_str());
   } else {
     TARVO_LOG_AS(kDriver, " file[%s] Open Error ", path.c_str());
   }
@@ -115,7 +141,11 @@ RunResult APIAnalysis::APIAnalysisFromSWFMain(std::vector<std::string>* files) {
 RunResult APIAnalysis::analyseFlashFile(const std::string& path) {
   std::vector<std::string> lines;
   std::vector<std::string> statements;
-  (void)deAssembler_.SWFDeAssemblerMain(path, lines);  // a file that cannot be read yields fewer lines, or none
+  // A file that cannot be read yields fewer lines, or none.
+  const RunResult read = deAssembler_.SWFDeAssemblerMain(path, lines);
+  if (read != RUN_SUCCESS) {
+    TARVO_LOG_AS("APIAnalysisFromSWFMain", " file[%s] not read whole [%d] ", path.c_str(), static_cast<int>(read));
+  }
   const auto code = static_cast<RunResult>(deCompiler_.SWFDeCompilerMain(lines, statements));
   return code == RUN_SUCCESS ? FindAPIFunctionName4SWF(statements, path) : code;
 }

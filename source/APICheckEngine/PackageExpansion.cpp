@@ -2,19 +2,23 @@
 //
 // A package is known by its first bytes, never by its name. Packages inside packages are expanded too, each right after
 // the files of the package around it are known. Fills extractedFileList and extractedDirList.
-// Test: tests/APICheckEngine/PackageExpansion_test.cpp.
+// Tests: tests/APICheckEngine/PackageExpansion_test.cpp, HostilePackages_test.cpp.
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <array>
 #include <cstring>
 
 #include "APICheckEngine/APIAnalysis.h"
+#include "platform/Descriptor.h"
 #include "platform/File.h"
 #include "platform/Limits.h"
 #include "platform/Log.h"
 #include "platform/Paths.h"
+#include "unzip/expansion_budget.h"
+#include "unzip/no_follow.h"
 #include "unzip/unzip_job.h"
 
 namespace FlashEngine_1_00 {
@@ -31,20 +35,29 @@ bool isPackage(const Head& head) {
   return false;
 }
 
-// Expands `package` into the existing `directory`; what cannot be extracted is missing there.
-void extract(const std::string& package, const std::string& directory) {
+// Expands `package` into the existing `directory`; what cannot be extracted is missing there. False if nothing can.
+bool extract(const std::string& package, const std::string& directory) {
   std::array<std::string, 6> words{"uzip", "-x", package, "-o", "-d", directory};
   std::array<char*, 6> arguments{};
   for (std::size_t i = 0; i < words.size(); ++i) {
     words[i].resize(std::min(words[i].size(), kMaxJobArgument));
     arguments[i] = words[i].data();
   }
-  (void)do_UnzipJob(static_cast<int>(arguments.size()), arguments.data());
+  return do_UnzipJob(static_cast<int>(arguments.size()), arguments.data()) == 0;
 }
 
 struct DirectoryCloser {
   void operator()(DIR* directory) const { closedir(directory); }
 };
+using Directory = std::unique_ptr<DIR, DirectoryCloser>;
+
+// Null if `path` cannot be opened or is a link.
+Directory openDirectory(const std::string& path) {
+  Descriptor descriptor(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  Directory directory(descriptor ? fdopendir(descriptor.number()) : nullptr);
+  if (directory != nullptr) (void)descriptor.release();
+  return directory;
+}
 
 // The files of one directory, on their way through the list.
 struct Batch {
@@ -55,6 +68,7 @@ struct Batch {
 }  // namespace
 
 void APIAnalysis::addFilePathbyUnzipping(std::vector<std::string> files) {
+  startExpansionBudget();
   // A stack of our own: how deep packages are nested is up to whoever made them.
   std::vector<Batch> open;
   open.push_back({std::move(files), 0});
@@ -83,8 +97,8 @@ bool APIAnalysis::expandPackage(const std::string& path, std::vector<std::string
   }
   if (path.find(".fla") != std::string::npos) return false;
   Head head{};
-  std::fseek(file.get(), 0, SEEK_END);
-  const long size = std::ftell(file.get());
+  (void)fseeko(file.get(), 0, SEEK_END);
+  const off_t size = ftello(file.get());
   std::rewind(file.get());
   (void)std::fread(head.data(), 1, head.size(), file.get());
   if (!isPackage(head)) return false;
@@ -92,25 +106,35 @@ bool APIAnalysis::expandPackage(const std::string& path, std::vector<std::string
 
   TARVO_LOG_AS(kStage, " zip file found [%s]/ Size [%d]", path.c_str(), static_cast<int>(size));
   const std::string directory = enginePaths().extractionRoot + "/" + std::to_string(extractionCounter_++);
-  (void)mkdir(directory.c_str(), 0755);
-  extract(path, directory);
-  extractedDirList.push_back(directory);
+  extractedDirList.push_back(directory);  // before anything is there to be removed
+  (void)makeExtractionDirectory(directory);
+  if (!extract(path, directory)) TARVO_LOG_AS(kStage, " package [%s] not extracted ", path.c_str());
   FindAppsFilesLocation(directory, found);
   extractedFileList.insert(extractedFileList.end(), found.begin(), found.end());
   return true;
 }
 
-// Packages nest directories at most 127 deep: their entries' names have 255 bytes. Links they cannot make.
+// Packages nest directories at most 127 deep: their entries' names have 255 bytes. One directory at a time is open.
+// Links, pipes and the like are not a package's: whoever made them wants us to read something else.
 void APIAnalysis::FindAppsFilesLocation(std::string dir, std::vector<std::string>& found) {
-  const std::unique_ptr<DIR, DirectoryCloser> directory(opendir(dir.c_str()));
-  if (directory == nullptr) return;
+  Directory directory = openDirectory(dir);
+  if (directory == nullptr) {
+    TARVO_LOG(" [%s] Open Error ", dir.c_str());
+    return;
+  }
+  std::vector<std::pair<std::string, bool>> entries;  // path; whether it is a directory
   while (const dirent* entry = readdir(directory.get())) {
     const std::string name = entry->d_name;
-    if (name == "." || name == "..") continue;
-    const std::string path = dir + "/" + name;
     struct stat status {};
-    if (stat(path.c_str(), &status) != 0) continue;
-    if (S_ISDIR(status.st_mode)) {
+    if (name == "." || name == "..") continue;
+    if (fstatat(dirfd(directory.get()), entry->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) continue;
+    if (S_ISDIR(status.st_mode) || S_ISREG(status.st_mode)) {
+      entries.emplace_back(dir + "/" + name, S_ISDIR(status.st_mode));
+    }
+  }
+  directory.reset();
+  for (const auto& [path, isDirectory] : entries) {
+    if (isDirectory) {
       FindAppsFilesLocation(path, found);
     } else {
       found.push_back(path);

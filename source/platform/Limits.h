@@ -45,4 +45,10 @@ constexpr std::size_t kMaxPackageName = 255;
 constexpr std::size_t kMaxEntryName = 255;
 constexpr std::size_t kCopyChunk = 8192;
 
+// Package expansion: bytes and entries of all packages of one run together, and directories made for entries that name
+// them only as a part of their path. Packages can hold themselves, or overlap their entries, and so expand without end;
+// these are far above any application.
+constexpr std::uint64_t kMaxExpandedBytes = std::uint64_t{4} << 30;
+constexpr std::uint32_t kMaxExpandedEntries = 200'000;
+
 }  // namespace FlashEngine_1_00

@@ -55,17 +55,20 @@ class Inflater {
   bool open_;
 };
 
-// Appends what `file` inflates to, as far as it goes. False for a damaged stream or one past kMaxSwfBytes.
-bool inflateRest(std::FILE* file, std::vector<unsigned char>& image) {
+// Gives `use` each piece of what `file` inflates to from its current place on, as far as it goes and `use` wants more.
+// A status of zlib's: Z_OK or Z_STREAM_END, or what is wrong with the stream.
+template <typename Use>
+int inflateRest(std::FILE* file, const Use& use) {
   Inflater inflater;
-  if (!inflater) return false;
+  if (!inflater) return Z_MEM_ERROR;
   std::vector<unsigned char> input(kSwfChunk);
   std::vector<unsigned char> output(kSwfChunk);
   z_stream& stream = inflater.stream();
-  const std::size_t most = kHeadBytes + static_cast<std::size_t>(kMaxSwfBytes);
+  stream.avail_out = static_cast<uInt>(output.size());
   int status = Z_OK;
   while (status == Z_OK) {
-    if (stream.avail_in == 0) {
+    // A full output may have left more of it inside zlib, so that input comes next only where it was not full.
+    if (stream.avail_in == 0 && stream.avail_out > 0) {
       stream.next_in = input.data();
       stream.avail_in = static_cast<uInt>(std::fread(input.data(), 1, input.size(), file));
       if (stream.avail_in == 0) break;
@@ -74,17 +77,33 @@ bool inflateRest(std::FILE* file, std::vector<unsigned char>& image) {
     stream.avail_out = static_cast<uInt>(output.size());
     status = inflate(&stream, Z_SYNC_FLUSH);
     const std::size_t made = output.size() - stream.avail_out;
-    const std::size_t kept = std::min(made, most - image.size());
-    image.insert(image.end(), output.data(), output.data() + kept);
-    if (kept < made) return false;
+    if (status == Z_BUF_ERROR && stream.avail_in == 0) status = Z_OK;  // nothing was left
+    if (!use(output.data(), made)) break;
   }
-  return inflater.close() && (status == Z_OK || status == Z_STREAM_END);
+  return inflater.close() || status < Z_OK ? status : Z_STREAM_ERROR;
+}
+
+// Appends what `file` inflates to, as far as it goes. False for a damaged stream or one past kMaxSwfBytes. The stream
+// is read twice, the first time for its size: an image that grew as it came would take twice its bytes.
+bool inflateInto(std::vector<unsigned char>& image, std::FILE* file) {
+  constexpr auto kMost = static_cast<std::uint64_t>(kMaxSwfBytes);
+  const off_t begin = ftello(file);
+  std::uint64_t size = 0;
+  const int status = inflateRest(file, [&](const unsigned char*, std::size_t made) { return (size += made) <= kMost; });
+  image.reserve(image.size() + static_cast<std::size_t>(std::min(size, kMost)));
+  if (fseeko(file, begin, SEEK_SET) != 0) return false;
+  const int again = inflateRest(file, [&](const unsigned char* bytes, std::size_t made) {
+    const std::size_t kept = std::min(made, image.capacity() - image.size());
+    image.insert(image.end(), bytes, bytes + kept);
+    return kept == made;
+  });
+  return size <= kMost && again == status && (status == Z_OK || status == Z_STREAM_END);
 }
 
 // Reads a whole plain file, or its first kMaxSwfBytes. Empty if it is shorter than it claims.
 std::vector<unsigned char> readPlain(std::FILE* file) {
-  std::fseek(file, 0, SEEK_END);
-  const Position size = std::min<Position>(std::ftell(file), kMaxSwfBytes);
+  (void)fseeko(file, 0, SEEK_END);
+  const Position size = std::min<Position>(ftello(file), kMaxSwfBytes);
   std::rewind(file);
   std::vector<unsigned char> image(static_cast<std::size_t>(std::max<Position>(size, 0)));
   if (std::fread(image.data(), 1, image.size(), file) != image.size()) image.clear();
@@ -141,7 +160,7 @@ std::string DeAssembler::getSWFHeader(std::FILE* file) {
 RunResult DeAssembler::unCompressSWF(std::FILE* file, std::vector<unsigned char>& image) {
   image = {'F', 'W', 'S', 0, 0, 0, 0, 0};
   (void)std::fread(image.data() + kSignatureBytes, 1, kHeadBytes - kSignatureBytes, file);
-  return inflateRest(file, image) ? RUN_SUCCESS : RUN_SWF_UNCOMPRESS_FAILED;
+  return inflateInto(image, file) ? RUN_SUCCESS : RUN_SWF_UNCOMPRESS_FAILED;
 }
 
 RunResult DeAssembler::SWFDeAssemble(const ByteView& data, std::vector<std::string>& lines) {

@@ -2,11 +2,14 @@
 
 #include <minizip/unzip.h>
 
+#include <cstdio>
+
 // One extraction job over one zip package, driven by command-line-style arguments. ZIP APPNOTE 6.3.
 //
 // A job works relative to the process's current directory, which it changes to its extraction directory and leaves
 // there. No entry's name leads out of that directory: one that is absolute or has a ".." component, between slashes of
-// either kind, is skipped with a log line.
+// either kind, is skipped with a log line. No link is followed (no_follow.h), and what all jobs of a run write together
+// is bounded (expansion_budget.h).
 
 namespace FlashEngine_1_00 {
 
@@ -18,14 +21,18 @@ namespace FlashEngine_1_00 {
 // logged with minizip's code; it does not fail it.
 int do_UnzipJob(int argc, char** argv);
 
+// The code of an entry that passes a bound of the run.
+constexpr int kBoundPassed = -200;
+
 struct ExtractOptions {
   bool withoutDirectories;
   bool overwrite;
   const char* password;  // null: none
+  std::FILE* stream;     // of the package, for a look at what minizip does not show; null: none
 };
 
 // Extract every entry, in stored order; one named entry; the entry at the cursor. The first returns 0, the others
-// UNZ_OK or minizip's code.
+// UNZ_OK, kBoundPassed or minizip's code.
 int do_extract(unzFile package, const ExtractOptions& options);
 int do_extract_onefile(unzFile package, const char* name, const ExtractOptions& options);
 int do_extract_currentfile(unzFile package, const ExtractOptions& options);

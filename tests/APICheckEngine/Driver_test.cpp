@@ -1,8 +1,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 
+#include "platform/TimeBudget.h"
 #include "support/EngineFixture.h"
 #include "swf-assembler/Assembler.h"
 #include "tarvo/api_check_engine.h"
@@ -115,6 +117,40 @@ TEST_F(Driver, VariablesOfThePageAreFoundInFlash) {
                                                "Push 1 \"trace\"\nCallFunction\n}\nend\n"));
   EXPECT_EQ(run(), RUN_UNDOCUMENTED_API);
   expectFindings({"../movie.swf(-1) : UndocumentedAPI 'GetSerial' used\n"});
+}
+
+int questionsLeft = 0;  // that find the budget unspent
+int questions = 0;
+
+timespec spentAfterQuestions() {
+  ++questions;
+  return {firstCheckTime.tv_sec + (questionsLeft-- > 0 ? 0 : 21), firstCheckTime.tv_nsec};
+}
+
+// The clock is asked at the head of every loop over Flash content: its work ends there, the rest of the run does not.
+TEST_F(Driver, ABudgetSpentAtAnyQuestionCutsFlashWorkOnly) {
+  addHtml(kPage);
+  addScript("function f() { var tuner = document.getElementById('tv'); }");
+  addFile("a.swf", movieCalling("GetSerial"));
+  addFile("b.swf", movieCalling("GetSerial"));
+  addZip("app.wgt", {{"a.js", "a"}});
+  FlashEngine_1_00::startTimeBudget();
+  FlashEngine_1_00::TESTING_ONLY_setClock(spentAfterQuestions);
+  std::size_t found = 0;
+  for (int unspent = 0, last = 1; unspent <= last; ++unspent) {
+    questionsLeft = unspent;
+    questions = 0;
+    const RunResult code = run();
+    last = std::max(last, questions);
+    EXPECT_EQ(code, g_SWFResultVector->size() == 2 ? RUN_UNDOCUMENTED_API : RUN_SUCCESS) << unspent;
+    EXPECT_GE(g_SWFResultVector->size(), found) << "less work in more time, at question " << unspent;
+    found = g_SWFResultVector->size();
+    EXPECT_TRUE(unspent > 0 || found == 0);
+    EXPECT_FALSE(std::filesystem::exists(directory() + "/" + std::to_string(unspent)));
+    EXPECT_EQ(log("returnCode [1027]"), Texts());
+  }
+  FlashEngine_1_00::TESTING_ONLY_setClock(nullptr);
+  EXPECT_EQ(found, 2U);
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include "platform/TimeBudget.h"
 #include "support/EngineFixture.h"
 
 namespace {
@@ -71,6 +72,23 @@ TEST_F(FlashCalls, AllStatementsTogetherAreSearchedForTheVariables) {
             RUN_SUCCESS);
   EXPECT_EQ(shown(engine().foundCallList), (Texts{"C#(tv.GetSerial()) [Src] -1", "D#(au.GetVolume()) [Src] -1"}));
   EXPECT_EQ(*engine().resultList[0], "../movie.swf(-1) : UndocumentedAPI 'GetSerial' used\n");
+}
+
+timespec late() {
+  return {firstCheckTime.tv_sec + 21, firstCheckTime.tv_nsec};
+}
+
+TEST_F(FlashCalls, ASpentBudgetEndsBothSearches) {
+  FlashEngine_1_00::startTimeBudget();
+  for (const bool spent : {false, true}) {
+    FlashEngine_1_00::TESTING_ONLY_setClock(spent ? late : nullptr);
+    for (const bool bound : {false, true}) {
+      bound ? declare({}, {"C#tv"}) : declare({"C#tv"}, {});
+      (void)engine().FindAPIFunctionName4SWF({bound ? "f(tv.GetX())" : "f(tv).GetX()"}, "movie.swf");
+      EXPECT_EQ(engine().resultList.size(), spent ? 0U : 1U);
+    }
+  }
+  FlashEngine_1_00::TESTING_ONLY_setClock(nullptr);
 }
 
 }  // namespace

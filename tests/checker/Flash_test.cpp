@@ -1,6 +1,7 @@
 // tarvo-check disassemble and decompile, and applications with Flash files.
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <nlohmann/json.hpp>
@@ -11,7 +12,7 @@ namespace {
 
 // The checker's answer to `command` about a movie of this text.
 Output ask(const std::string& command, const std::string& movie) {
-  const std::string path = testing::TempDir() + "tarvo-flash-test.swf";
+  const std::string path = testing::TempDir() + "tarvo-flash-test-" + std::to_string(getpid()) + ".swf";
   const Output made = runCommand("printf '%s' '" + movie + "' | " ASSEMBLER " - " + path + " 2>&1");
   EXPECT_EQ(made.status, 0) << made.text;
   Output answer = runCommand(CHECKER " " + command + " " + path + " 2>&1");

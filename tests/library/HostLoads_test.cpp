@@ -7,25 +7,20 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <minizip/zip.h>
-#include <sched.h>
-#include <sys/mount.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
 #include <regex>
 #include <string>
 #include <vector>
 
+#include "support/Child.h"
 #include "tarvo/Print_Log.h"
 #include "tarvo/api_check_engine.h"
 
@@ -37,7 +32,6 @@ namespace {
 constexpr const char* kDatabase = "/usr/share/lumeric/APIAnalEngineDB.xml";
 constexpr const char* kResultFile = "/tmp/AnalysisResult";
 constexpr const char* kPackage = "/tmp/app.wgt";
-constexpr int kNamespacesRefused = 77;  // exit status of a child
 
 Texts hostLog;
 
@@ -81,49 +75,12 @@ Texts filesInTmp() {
   return names;
 }
 
-// Ends the process if the kernel, or whoever confines us, refuses `step`.
-void require(bool done, const char* step) {
-  if (done) return;
-  std::printf("%s: %s\n", step, std::strerror(errno));
-  const bool refused = errno == EPERM || errno == EACCES || errno == ENOSYS || errno == ENOSPC || errno == EUSERS;
-  std::exit(refused ? kNamespacesRefused : EXIT_FAILURE);
-}
-
 // From here on, this process has a /tmp and a /usr/share of its own, both empty but for the database's directory.
 void enterDevice() {
-  const std::string user = std::to_string(geteuid());
-  const std::string group = std::to_string(getegid());
-  require(unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0, "unshare");
-  require(mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0, "mount private /");
-  writeFile("/proc/self/setgroups", "deny");
-  writeFile("/proc/self/uid_map", user + " " + user + " 1");
-  writeFile("/proc/self/gid_map", group + " " + group + " 1");
-  require(mount("tmpfs", "/tmp", "tmpfs", 0, nullptr) == 0, "mount /tmp");
-  require(mount("tmpfs", "/usr/share", "tmpfs", 0, nullptr) == 0, "mount /usr/share");
+  child::enterMountNamespace();
+  child::mountEmpty("/tmp");
+  child::mountEmpty("/usr/share");
   fs::create_directory(fs::path(kDatabase).parent_path());
-}
-
-// The body of a child process: its failed expectations become the exit status. It leaves through exit, at which the
-// leak checker of a sanitizer build looks at the process; an exception ends it, and never runs on in the test program.
-[[noreturn]] void runAsChild(const std::function<void()>& body) noexcept {
-  const ::testing::TestResult& result = *::testing::UnitTest::GetInstance()->current_test_info()->result();
-  const int failuresBefore = result.total_part_count();
-  alarm(120);
-  body();
-  std::exit(result.total_part_count() == failuresBefore ? EXIT_SUCCESS : EXIT_FAILURE);
-}
-
-void inChild(const std::function<void()>& body) {
-  std::fflush(nullptr);
-  const pid_t child = fork();
-  ASSERT_NE(child, -1);
-  if (child == 0) runAsChild(body);
-  int status = 0;
-  ASSERT_EQ(waitpid(child, &status, 0), child);
-  if (WIFEXITED(status) && WEXITSTATUS(status) == kNamespacesRefused) {
-    GTEST_SKIP() << "no private mount namespace on this system";
-  }
-  EXPECT_EQ(status, 0) << "wait status of the case's process";
 }
 
 // The library, opened, and a host's use of it.
@@ -192,7 +149,7 @@ TEST(HostLoads, AnalysesPackagesAtTheDevicesPaths) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.example == nullptr ? "page" : row.example);
     const std::string package = row.example == nullptr ? "" : readFile(std::string(EXAMPLES "/") + row.example);
-    inChild([&] {
+    child::run([&] {
       Host host;
       enterDevice();
       writeFile(kDatabase, database);
@@ -251,7 +208,7 @@ TEST(HostLoads, HostsLogGetsEveryLineWhateverTheCode) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    inChild([&] {
+    child::run([&] {
       Host host;
       enterDevice();
       if (row.database != nullptr) writeFile(kDatabase, row.database);
@@ -271,7 +228,7 @@ TEST(HostLoads, HostsLogGetsEveryLineWhateverTheCode) {
 }
 
 TEST(HostLoads, DestroyingNothingDoesNothing) {
-  inChild([] {
+  child::run([] {
     Host host;
     host.symbol<decltype(destoryInstance)>("destoryInstance")(nullptr);
     host.symbol<decltype(destoryResultVector)>("destoryResultVector")();

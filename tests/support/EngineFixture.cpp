@@ -19,6 +19,7 @@ namespace {
 
 FlashEngine_1_00::EnginePaths testPaths;
 Texts capturedLog;
+std::function<void(const std::string&)> logWatcher;
 
 }  // namespace
 
@@ -35,6 +36,7 @@ void Print_Log(const char* function, unsigned, char* format, ...) {
   std::string line = std::string(function) + ": " + text;
   if (line.rfind("PrintProcessingTime: Time [", 0) == 0) line.resize(line.find(']') + 1);
   capturedLog.push_back(line);
+  if (logWatcher) logWatcher(line);
 }
 
 EngineTest::EngineTest() {
@@ -48,6 +50,7 @@ EngineTest::EngineTest() {
 }
 
 EngineTest::~EngineTest() {
+  logWatcher = nullptr;
   engine_.reset();
   destoryResultVector();
   (void)!chdir("/");
@@ -104,6 +107,18 @@ Texts EngineTest::log(const std::string& part) {
 
 void EngineTest::clearLog() {
   capturedLog.clear();
+}
+
+void EngineTest::onLog(std::function<void(const std::string& line)> watcher) {
+  logWatcher = std::move(watcher);
+}
+
+void EngineTest::setExtractionRoot(const std::string& path) {
+  testPaths.extractionRoot = path;
+}
+
+void EngineTest::setResultFile(const std::string& path) {
+  testPaths.resultFile = path;
 }
 
 Texts EngineTest::expressions(const APIAnalysis::Records& records) {

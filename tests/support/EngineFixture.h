@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -50,6 +51,13 @@ class EngineTest : public ::testing::Test {
   // Log lines as "function: text", clock readings left out; all of them, or those that contain `part`.
   static Texts log(const std::string& part = "");
   static void clearLog();
+
+  // Calls `watcher` with each log line from now on, until the fixture is gone.
+  static void onLog(std::function<void(const std::string& line)> watcher);
+
+  // Other places than in the test's directory.
+  static void setExtractionRoot(const std::string& path);
+  static void setResultFile(const std::string& path);
 
   // "expression [scope] line" of each record; "null" for a null expression.
   static Texts shown(const APIAnalysis::Records& records);

@@ -2,6 +2,8 @@
 
 #include <zlib.h>
 
+#include "platform/File.h"
+#include "platform/Limits.h"
 #include "platform/TimeBudget.h"
 #include "support/EngineFixture.h"
 
@@ -91,6 +93,31 @@ TEST_F(Reader, ListsWhatIsThereOfADamagedStream) {
   const std::string cut = compressed(plain(kStop + bytes({0x7F, 0x10, 0xB8, 0x0B, 0, 0}) + noise));
   EXPECT_EQ(read(cut.substr(0, cut.size() / 2)), RUN_SUCCESS);  // it ends without an error of its own
   EXPECT_EQ(lines_, kStopLines);
+}
+
+// zlib keeps output back where ours is full, also at the end of the file.
+TEST_F(Reader, ACutStreamGivesAllThatOneLargeBufferWouldGet) {
+  const std::size_t chunk = FlashEngine_1_00::kSwfChunk;
+  for (const std::size_t size : {chunk - 1, chunk, chunk + 9, chunk + 300, 2 * chunk + 40}) {
+    const std::string swf = compressed(std::string(8 + size, '\0'));
+    for (std::size_t cut = 0; cut < 12; ++cut) {
+      std::string whole(3 * chunk, '\0');
+      z_stream stream{};
+      inflateInit(&stream);
+      stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(swf.data())) + 8;
+      stream.avail_in = static_cast<uInt>(swf.size() - 8 - cut);
+      stream.next_out = reinterpret_cast<Bytef*>(whole.data());
+      stream.avail_out = static_cast<uInt>(whole.size());
+      inflate(&stream, Z_SYNC_FLUSH);
+      inflateEnd(&stream);
+      const FlashEngine_1_00::File file =
+          FlashEngine_1_00::openFile(addFile("movie.swf", swf.substr(0, swf.size() - cut)), "rb");
+      std::fseek(file.get(), 3, SEEK_SET);
+      std::vector<unsigned char> image;
+      EXPECT_EQ(DeAssembler().unCompressSWF(file.get(), image), RUN_SUCCESS);
+      EXPECT_EQ(image.size(), 8 + stream.total_out) << size << " bytes, cut by " << cut;
+    }
+  }
 }
 
 TEST_F(Reader, WalksTags) {

@@ -1,0 +1,44 @@
+// Scripts that somebody made to keep the engine busy: what comes after them is found all the same, and soon.
+
+#include <chrono>
+
+#include "support/EngineFixture.h"
+
+namespace {
+
+class HostileSources : public EngineTest {};
+
+std::string repeated(const std::string& text, int times) {
+  std::string all;
+  for (int i = 0; i < times; ++i)
+    all += text;
+  return all;
+}
+
+TEST_F(HostileSources, LongLinesAreReadToTheirEnd) {
+  const struct {
+    const char* what;
+    std::string script;  // in a function, with the variable tv
+  } rows[] = {
+      {"a chain of 50,000 members", "tv" + repeated(".aa", 50'000) + "();"},
+      {"a chain of 50,000 documented calls", "tv" + repeated(".Play()", 50'000) + ";"},
+      {"a chain on a look-up", "document.getElementById('tv')" + repeated(".Play()", 50'000) + ";"},
+      {"a string of 20 MB", "var s = '" + std::string(20'000'000, 'x') + "';"},
+      {"statements of 20 MB", repeated("a=b+c;", 3'400'000)},
+      {"calls of 20 MB", repeated("tv.Play(1);", 1'800'000)},
+      {"opening parentheses", "tv.Play" + std::string(100'000, '(')},
+      {"opening braces", std::string(100'000, '{') + std::string(100'000, '}')},
+      {"comments that do not end", repeated("/*", 100'000) + "*/"},
+  };
+  addHtml("<object id='tv' classid='MORVANE-NAVERTIX-TUNER'></object>");
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.what);
+    addScript("function f() { var tv = document.getElementById('tv'); " + row.script + "\ntv.GetSerial(); }");
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(run(), RUN_UNDOCUMENTED_API);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+    expectFindings({"../main.js(2) : UndocumentedAPI 'GetSerial' used\n"});
+  }
+}
+
+}  // namespace
