@@ -11,6 +11,7 @@
 #include <tinyxml.h>
 
 #include <algorithm>
+#include <cctype>
 #include <new>
 #include <string_view>
 
@@ -52,27 +53,31 @@ bool isDirectory(std::FILE* file) {
   return fstat(fileno(file), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-// How deep the elements of a text nest, as far as a parser that gives up at the first error would get.
+// How deep the elements of a text nest, as far as a parser that gives up at the first error would get. Where two
+// readings are possible it must not see less than the parser does: its stack depends on it.
 class Nesting {
  public:
   explicit Nesting(std::string_view xml) : rest_(xml) {}
 
-  int deepest() {
-    while (skipBehind("<")) {
+  bool isDeeperThan(int most) {
+    while (depth_ <= most && skipBehind("<")) {
       if (startsWith("!--")) {
+        rest_.remove_prefix(3);  // "<!-->" is no whole comment
         skipBehind("-->");
       } else if (startsWith("![CDATA[")) {
         skipBehind("]]>");
-      } else if (startsWith("!") || startsWith("?")) {
-        skipBehind(">");
+      } else if (startsWith("?")) {
+        if (!skipDeclaration()) return true;
       } else if (startsWith("/")) {
         depth_ = std::max(depth_ - 1, 0);
-      } else {
-        deepest_ = std::max(deepest_, ++depth_);
-        if (tagClosesItself()) --depth_;
+        skipBehind(">");
+      } else if (!startsName()) {
+        skipBehind(">");  // quotes mean nothing in what is no element
+      } else if (!tagClosesItself()) {
+        ++depth_;
       }
     }
-    return deepest_;
+    return depth_ > most;
   }
 
  private:
@@ -82,6 +87,24 @@ class Nesting {
     const std::size_t at = rest_.find(mark);
     rest_.remove_prefix(at == std::string_view::npos ? rest_.size() : at + mark.size());
     return at != std::string_view::npos;
+  }
+
+  bool startsName() const {
+    const auto c = static_cast<unsigned char>(rest_.empty() ? 0 : rest_.front());
+    return std::isalpha(c) != 0 || c == '_' || c > 126;
+  }
+
+  // Skips a declaration. False if its ">" may stand in quotes, which count for some attributes only.
+  bool skipDeclaration() {
+    const std::string_view text = rest_.substr(0, rest_.find('>'));
+    for (const char quote : {'"', '\''}) {
+      const std::size_t last = text.rfind(quote);
+      if (last == std::string_view::npos) continue;
+      const std::size_t before = text.substr(0, last).rfind(quote) + 1;  // 0 if it is the only one
+      if (text.substr(before, last - before).find('=') != std::string_view::npos) return false;
+    }
+    skipBehind(">");
+    return true;
   }
 
   // Skips the rest of a tag with its quoted attributes.
@@ -99,7 +122,6 @@ class Nesting {
 
   std::string_view rest_;
   int depth_ = 0;
-  int deepest_ = 0;
 };
 
 void appendFunctions(const TiXmlElement& root, APIAnalysis::Strings& list) {
@@ -136,7 +158,7 @@ RunResult APIAnalysis::swfloadWhiteAPIInfo(Strings& list) {
   dbBuff[ftellLen] = '\0';
   if (!normaliseLineEnds(dbBuff.get(), ftellLen)) return RUN_DB_LOAD_FAILED;
 
-  if (Nesting(dbBuff.get()).deepest() > kMaxDatabaseDepth) return RUN_DB_NO_ROOT;
+  if (Nesting(dbBuff.get()).isDeeperThan(kMaxDatabaseDepth)) return RUN_DB_NO_ROOT;
   TiXmlDocument document;
   document.Parse(dbBuff.get(), nullptr, TIXML_DEFAULT_ENCODING);  // of a damaged file, the tree that came of it counts
   const TiXmlElement* root = document.FirstChildElement("APIAnalysisDB");

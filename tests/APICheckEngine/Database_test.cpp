@@ -68,6 +68,17 @@ TEST_F(Database, DeepNestingIsNoStackDepth) {
   EXPECT_EQ(documented(), (Texts{"A"}));
 }
 
+TEST_F(Database, DeepNestingIsNotHiddenFromTheBound) {
+  std::string deep;
+  for (int i = 0; i < 200000; ++i)
+    deep += "<a>";
+  for (const char* hiding :
+       {"<!--><![CDATA[-->", "<?xml version=\"><!--\"?>", "<?xml a=\"x version=\" ><!--\"?>", "< \">", "</x <!-- >"}) {
+    setDatabaseText(hiding + deep);
+    EXPECT_EQ(engine().Init(), RUN_DB_NO_ROOT) << hiding;
+  }
+}
+
 TEST_F(Database, OneThatCannotBeReadIsAFailureAndLogged) {
   std::filesystem::remove(directory() + "/database.xml");
   EXPECT_EQ(engine().Init(), RUN_DB_LOAD_FAILED);
