@@ -124,6 +124,29 @@ class Nesting {
   int depth_ = 0;
 };
 
+// Whether each byte that begins a UTF-8 character has the others behind it.
+bool holdsWholeCharacters(std::string_view text) {
+  for (; !text.empty(); text.remove_prefix(1)) {
+    const auto first = static_cast<unsigned char>(text.front());
+    const std::size_t others = first < 0xC0 ? 0 : first < 0xE0 ? 1 : first < 0xF0 ? 2 : 3;
+    const std::string_view rest = text.substr(1, others);
+    const auto isOther = [](char c) { return static_cast<unsigned char>(c) > 0x7F; };
+    if (rest.size() < others || !std::all_of(rest.begin(), rest.end(), isOther)) return false;
+  }
+  return true;
+}
+
+// The parser passes over as many bytes as the first one of a UTF-8 character announces, be they markup or behind the
+// end of the text. A text with such bytes is read byte by byte, whatever it says about its encoding.
+void parse(const char* text, TiXmlDocument& document) {
+  static constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  const std::string_view view = text;
+  const bool isWhole = holdsWholeCharacters(view);
+  const bool skipsMark = !isWhole && view.substr(0, kByteOrderMark.size()) == kByteOrderMark;
+  document.Parse(text + (skipsMark ? kByteOrderMark.size() : 0), nullptr,
+                 isWhole ? TIXML_DEFAULT_ENCODING : TIXML_ENCODING_LEGACY);
+}
+
 void appendFunctions(const TiXmlElement& root, APIAnalysis::Strings& list) {
   for (const TiXmlNode* group = root.FirstChild(); group != nullptr; group = group->NextSibling()) {
     for (const TiXmlNode* node = group->FirstChild(); node != nullptr; node = node->NextSibling()) {
@@ -160,7 +183,7 @@ RunResult APIAnalysis::swfloadWhiteAPIInfo(Strings& list) {
 
   if (Nesting(dbBuff.get()).isDeeperThan(kMaxDatabaseDepth)) return RUN_DB_NO_ROOT;
   TiXmlDocument document;
-  document.Parse(dbBuff.get(), nullptr, TIXML_DEFAULT_ENCODING);  // of a damaged file, the tree that came of it counts
+  parse(dbBuff.get(), document);  // of a damaged file, the tree that came of it counts
   const TiXmlElement* root = document.FirstChildElement("APIAnalysisDB");
   if (root == nullptr) return RUN_DB_NO_ROOT;
   appendFunctions(*root, list);

@@ -79,6 +79,22 @@ TEST_F(Database, DeepNestingIsNotHiddenFromTheBound) {
   }
 }
 
+TEST_F(Database, CutCharactersHideNothing) {
+  const std::string utf8 = "<?xml version='1.0' encoding='UTF-8'?>";
+  for (const std::string& start : {utf8, std::string("\xEF\xBB\xBF")}) {
+    setDatabaseText(start + "<APIAnalysisDB><g><Function>A\xF0</Function><Function>B</Function><Function>C\xF0");
+    EXPECT_EQ(engine().Init(), RUN_SUCCESS);
+    EXPECT_EQ(documented(), (Texts{"A\xF0", "B", "C\xF0"}));
+  }
+  std::string deep;
+  for (int i = 0; i < 200000; ++i)
+    deep += "<a>";
+  setDatabaseText(utf8 + "<r>\xC3<!-- " + deep);
+  EXPECT_EQ(engine().Init(), RUN_DB_NO_ROOT);
+  setDatabaseText(utf8 + "<r>\xF0" + std::string(2, '\0') + deep);
+  EXPECT_EQ(engine().Init(), RUN_DB_NO_ROOT);
+}
+
 TEST_F(Database, OneThatCannotBeReadIsAFailureAndLogged) {
   std::filesystem::remove(directory() + "/database.xml");
   EXPECT_EQ(engine().Init(), RUN_DB_LOAD_FAILED);
