@@ -16,6 +16,8 @@ using namespace FlashEngine_1_00;
 
 namespace {
 
+constexpr const char* kAbsoluteName = "/tmp/tarvo.txt";  // of entries among the seeds
+
 // Name, kind, time and size of all that stands around the extraction root; a set, since the order is the file system's.
 std::set<std::string> around() {
   std::set<std::string> entries;
@@ -29,10 +31,12 @@ std::set<std::string> around() {
     const auto bytes = at->is_regular_file() ? std::to_string(at->file_size()) : "not a file";
     entries.insert(at->path().string() + ' ' + time + ' ' + bytes);
   }
+  if (access(kAbsoluteName, F_OK) == 0) entries.insert(kAbsoluteName);
   return entries;
 }
 
 std::set<std::string> plantMarks() {
+  (void)std::remove(kAbsoluteName);
   const fs::path root = enginePaths().extractionRoot;
   fs::create_directories(root.parent_path() / "www");
   for (const char* name : {"index.html", "www/index.html"})
