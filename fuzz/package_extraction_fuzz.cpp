@@ -1,5 +1,5 @@
-// Any bytes as a package: nothing appears or changes outside the directories that the engine made for it, and all files
-// inside them are listed.
+// Any bytes as a package: nothing appears or changes outside the directories that the engine made for it, all files
+// inside them are listed, and a whole run leaves nothing there.
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -10,6 +10,7 @@
 #include "Support.h"
 #include "platform/Paths.h"
 #include "platform/RemoveTree.h"
+#include "tarvo/api_check_engine.h"
 
 namespace fs = std::filesystem;
 using namespace FlashEngine_1_00;
@@ -37,11 +38,22 @@ std::set<std::string> around() {
 
 std::set<std::string> plantMarks() {
   (void)std::remove(kAbsoluteName);
+  fuzz::writeFile(enginePaths().database, "<APIAnalysisDB/>");
   const fs::path root = enginePaths().extractionRoot;
   fs::create_directories(root.parent_path() / "www");
   for (const char* name : {"index.html", "www/index.html"})
     fuzz::writeFile((root.parent_path() / name).string(), "mark");
   return around();
+}
+
+void runWhole(const std::string& package) {
+  removeTree(enginePaths().extractionRoot);
+  fs::create_directory(enginePaths().extractionRoot);
+  (void)createResultVector();
+  std::vector<std::string> files{package};
+  (void)APIAnalysis().StartAnalysis(&files);
+  destoryResultVector();
+  fuzz::require(fs::is_empty(enginePaths().extractionRoot), "a run removes what it extracted");
 }
 
 }  // namespace
@@ -64,6 +76,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto& entry : fs::recursive_directory_iterator(root))
       fuzz::require(entry.is_directory() || files.count(entry.path().string()) == 1, "each file is listed");
     fuzz::require(files.size() == engine.extractedFileList.size(), "no file is listed twice");
+    if (!files.empty()) runWhole(package);
   }
   (void)!fchdir(workingDirectory);
   removeTree(root);
