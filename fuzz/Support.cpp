@@ -34,15 +34,20 @@ const EnginePaths& FlashEngine_1_00::enginePaths() {
 namespace fuzz {
 namespace {
 
-std::string makeScratch() {
-  const char* chosen = std::getenv("TMPDIR");
-  const char* memory = access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp";
-  std::string name = std::string(chosen != nullptr ? chosen : memory) + "/tarvo-fuzz-XXXXXX";
-  require(mkdtemp(name.data()) != nullptr, "a scratch directory can be made");
-  std::filesystem::create_directories(name + "/around/root");
-  std::atexit([] { removeTree(scratch()); });
-  return name;
-}
+struct Scratch {
+  Scratch() {
+    const char* chosen = std::getenv("TMPDIR");
+    const char* memory = access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp";
+    path = std::string(chosen != nullptr ? chosen : memory) + "/tarvo-fuzz-XXXXXX";
+    require(mkdtemp(path.data()) != nullptr, "a scratch directory can be made");
+    std::filesystem::create_directories(path + "/around/root");
+  }
+  ~Scratch() { removeTree(path); }
+  Scratch(const Scratch&) = delete;
+  Scratch& operator=(const Scratch&) = delete;
+
+  std::string path;
+};
 
 bool isKnown(const APIAnalysis::Strings& list, const std::string& text) {
   return std::any_of(list.begin(), list.end(), [&](const std::string* known) { return *known == text; });
@@ -67,8 +72,8 @@ void require(bool holds, const char* what) {
 }
 
 const std::string& scratch() {
-  static const std::string directory = makeScratch();
-  return directory;
+  static const Scratch directory;
+  return directory.path;
 }
 
 void writeFile(const std::string& path, std::string_view bytes) {
