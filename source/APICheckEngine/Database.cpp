@@ -60,7 +60,7 @@ class Nesting {
   explicit Nesting(std::string_view xml) : rest_(xml) {}
 
   bool isDeeperThan(int most) {
-    while (depth_ <= most && skipBehind("<")) {
+    while (depth_ <= most && skipTextBehind('<')) {
       if (startsWith("!--")) {
         rest_.remove_prefix(3);  // "<!-->" is no whole comment
         skipBehind("-->");
@@ -89,6 +89,19 @@ class Nesting {
     return at != std::string_view::npos;
   }
 
+  // The same in text and quoted values, where the parser takes all up to the next ";" for one numeric reference.
+  bool skipTextBehind(char mark) {
+    const char stops[] = {mark, '&'};
+    for (std::size_t at; (at = rest_.find_first_of(stops, 0, 2)) != std::string_view::npos;) {
+      const bool isMark = rest_[at] == mark;
+      rest_.remove_prefix(at + 1);
+      if (isMark) return true;
+      if (startsWith("#")) skipBehind(";");
+    }
+    rest_ = {};
+    return false;
+  }
+
   bool startsName() const {
     const auto c = static_cast<unsigned char>(rest_.empty() ? 0 : rest_.front());
     return std::isalpha(c) != 0 || c == '_' || c > 126;
@@ -97,6 +110,7 @@ class Nesting {
   // Skips a declaration. False if its ">" may stand in quotes, which count for some attributes only.
   bool skipDeclaration() {
     const std::string_view text = rest_.substr(0, rest_.find('>'));
+    if (text.find('&') != std::string_view::npos) return false;
     for (const char quote : {'"', '\''}) {
       const std::size_t last = text.rfind(quote);
       if (last == std::string_view::npos) continue;
@@ -114,7 +128,7 @@ class Nesting {
       const char c = rest_.front();
       rest_.remove_prefix(1);
       if (c == '>') return slash;
-      if (c == '"' || c == '\'') skipBehind(std::string_view(&c, 1));
+      if (c == '"' || c == '\'') skipTextBehind(c);
       slash = c == '/';
     }
     return false;

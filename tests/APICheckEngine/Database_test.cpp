@@ -73,7 +73,8 @@ TEST_F(Database, DeepNestingIsNotHiddenFromTheBound) {
   for (int i = 0; i < 200000; ++i)
     deep += "<a>";
   for (const char* hiding :
-       {"<!--><![CDATA[-->", "<?xml version=\"><!--\"?>", "<?xml a=\"x version=\" ><!--\"?>", "< \">", "</x <!-- >"}) {
+       {"<!--><![CDATA[-->", "<?xml version=\"><!--\"?>", "<?xml a=\"x version=\" ><!--\"?>", "< \">", "</x <!-- >",
+        "<a>&#<!--&#65;", "<a b='&#x'><!--&#x41;'>", "<?xml version='&#x'><!--&#x41;'?>"}) {
     setDatabaseText(hiding + deep);
     EXPECT_EQ(engine().Init(), RUN_DB_NO_ROOT) << hiding;
   }
