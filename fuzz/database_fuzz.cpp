@@ -7,7 +7,7 @@ using namespace FlashEngine_1_00;
 
 namespace {
 
-constexpr std::size_t kRepeatedBytes = 400'000;
+constexpr std::size_t kRepeatedBytes = 200'000;
 
 // Whatever stands before the last "*" once, and what is behind it until there is enough of it.
 std::string repeated(std::string_view input) {
