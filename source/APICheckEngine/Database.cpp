@@ -11,6 +11,7 @@
 #include <tinyxml.h>
 
 #include <algorithm>
+#include <cctype>
 #include <new>
 #include <string_view>
 
@@ -52,27 +53,31 @@ bool isDirectory(std::FILE* file) {
   return fstat(fileno(file), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-// How deep the elements of a text nest, as far as a parser that gives up at the first error would get.
+// How deep the elements of a text nest, as far as a parser that gives up at the first error would get. Where two
+// readings are possible it must not see less than the parser does: its stack depends on it.
 class Nesting {
  public:
   explicit Nesting(std::string_view xml) : rest_(xml) {}
 
-  int deepest() {
-    while (skipBehind("<")) {
+  bool isDeeperThan(int most) {
+    while (depth_ <= most && skipTextBehind('<')) {
       if (startsWith("!--")) {
+        rest_.remove_prefix(3);  // "<!-->" is no whole comment
         skipBehind("-->");
       } else if (startsWith("![CDATA[")) {
         skipBehind("]]>");
-      } else if (startsWith("!") || startsWith("?")) {
-        skipBehind(">");
+      } else if (startsWith("?")) {
+        if (!skipDeclaration()) return true;
       } else if (startsWith("/")) {
         depth_ = std::max(depth_ - 1, 0);
-      } else {
-        deepest_ = std::max(deepest_, ++depth_);
-        if (tagClosesItself()) --depth_;
+        skipBehind(">");
+      } else if (!startsName()) {
+        skipBehind(">");  // quotes mean nothing in what is no element
+      } else if (!tagClosesItself()) {
+        ++depth_;
       }
     }
-    return deepest_;
+    return depth_ > most;
   }
 
  private:
@@ -84,6 +89,38 @@ class Nesting {
     return at != std::string_view::npos;
   }
 
+  // The same in text and quoted values, where the parser takes all up to the next ";" for one numeric reference.
+  bool skipTextBehind(char mark) {
+    const char stops[] = {mark, '&'};
+    for (std::size_t at; (at = rest_.find_first_of(stops, 0, 2)) != std::string_view::npos;) {
+      const bool isMark = rest_[at] == mark;
+      rest_.remove_prefix(at + 1);
+      if (isMark) return true;
+      if (startsWith("#")) skipBehind(";");
+    }
+    rest_ = {};
+    return false;
+  }
+
+  bool startsName() const {
+    const auto c = static_cast<unsigned char>(rest_.empty() ? 0 : rest_.front());
+    return std::isalpha(c) != 0 || c == '_' || c > 126;
+  }
+
+  // Skips a declaration. False if its ">" may stand in quotes, which count for some attributes only.
+  bool skipDeclaration() {
+    const std::string_view text = rest_.substr(0, rest_.find('>'));
+    if (text.find('&') != std::string_view::npos) return false;
+    for (const char quote : {'"', '\''}) {
+      const std::size_t last = text.rfind(quote);
+      if (last == std::string_view::npos) continue;
+      const std::size_t before = text.substr(0, last).rfind(quote) + 1;  // 0 if it is the only one
+      if (text.substr(before, last - before).find('=') != std::string_view::npos) return false;
+    }
+    skipBehind(">");
+    return true;
+  }
+
   // Skips the rest of a tag with its quoted attributes.
   bool tagClosesItself() {
     bool slash = false;
@@ -91,7 +128,7 @@ class Nesting {
       const char c = rest_.front();
       rest_.remove_prefix(1);
       if (c == '>') return slash;
-      if (c == '"' || c == '\'') skipBehind(std::string_view(&c, 1));
+      if (c == '"' || c == '\'') skipTextBehind(c);
       slash = c == '/';
     }
     return false;
@@ -99,8 +136,30 @@ class Nesting {
 
   std::string_view rest_;
   int depth_ = 0;
-  int deepest_ = 0;
 };
+
+// Whether each byte that begins a UTF-8 character has the others behind it.
+bool holdsWholeCharacters(std::string_view text) {
+  for (; !text.empty(); text.remove_prefix(1)) {
+    const auto first = static_cast<unsigned char>(text.front());
+    const std::size_t others = first < 0xC0 ? 0 : first < 0xE0 ? 1 : first < 0xF0 ? 2 : 3;
+    const std::string_view rest = text.substr(1, others);
+    const auto isOther = [](char c) { return static_cast<unsigned char>(c) > 0x7F; };
+    if (rest.size() < others || !std::all_of(rest.begin(), rest.end(), isOther)) return false;
+  }
+  return true;
+}
+
+// The parser passes over as many bytes as the first one of a UTF-8 character announces, be they markup or behind the
+// end of the text. A text with such bytes is read byte by byte, whatever it says about its encoding.
+void parse(const char* text, TiXmlDocument& document) {
+  static constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  const std::string_view view = text;
+  const bool isWhole = holdsWholeCharacters(view);
+  const bool skipsMark = !isWhole && view.substr(0, kByteOrderMark.size()) == kByteOrderMark;
+  document.Parse(text + (skipsMark ? kByteOrderMark.size() : 0), nullptr,
+                 isWhole ? TIXML_DEFAULT_ENCODING : TIXML_ENCODING_LEGACY);
+}
 
 void appendFunctions(const TiXmlElement& root, APIAnalysis::Strings& list) {
   for (const TiXmlNode* group = root.FirstChild(); group != nullptr; group = group->NextSibling()) {
@@ -136,9 +195,9 @@ RunResult APIAnalysis::swfloadWhiteAPIInfo(Strings& list) {
   dbBuff[ftellLen] = '\0';
   if (!normaliseLineEnds(dbBuff.get(), ftellLen)) return RUN_DB_LOAD_FAILED;
 
-  if (Nesting(dbBuff.get()).deepest() > kMaxDatabaseDepth) return RUN_DB_NO_ROOT;
+  if (Nesting(dbBuff.get()).isDeeperThan(kMaxDatabaseDepth)) return RUN_DB_NO_ROOT;
   TiXmlDocument document;
-  document.Parse(dbBuff.get(), nullptr, TIXML_DEFAULT_ENCODING);  // of a damaged file, the tree that came of it counts
+  parse(dbBuff.get(), document);  // of a damaged file, the tree that came of it counts
   const TiXmlElement* root = document.FirstChildElement("APIAnalysisDB");
   if (root == nullptr) return RUN_DB_NO_ROOT;
   appendFunctions(*root, list);

@@ -68,6 +68,34 @@ TEST_F(Database, DeepNestingIsNoStackDepth) {
   EXPECT_EQ(documented(), (Texts{"A"}));
 }
 
+TEST_F(Database, DeepNestingIsNotHiddenFromTheBound) {
+  std::string deep;
+  for (int i = 0; i < 200000; ++i)
+    deep += "<a>";
+  for (const char* hiding :
+       {"<!--><![CDATA[-->", "<?xml version=\"><!--\"?>", "<?xml a=\"x version=\" ><!--\"?>", "< \">", "</x <!-- >",
+        "<a>&#<!--&#65;", "<a b='&#x'><!--&#x41;'>", "<?xml version='&#x'><!--&#x41;'?>"}) {
+    setDatabaseText(hiding + deep);
+    EXPECT_EQ(engine().Init(), RUN_DB_NO_ROOT) << hiding;
+  }
+}
+
+TEST_F(Database, CutCharactersHideNothing) {
+  const std::string utf8 = "<?xml version='1.0' encoding='UTF-8'?>";
+  for (const std::string& start : {utf8, std::string("\xEF\xBB\xBF")}) {
+    setDatabaseText(start + "<APIAnalysisDB><g><Function>A\xF0</Function><Function>B</Function><Function>C\xF0");
+    EXPECT_EQ(engine().Init(), RUN_SUCCESS);
+    EXPECT_EQ(documented(), (Texts{"A\xF0", "B", "C\xF0"}));
+  }
+  std::string deep;
+  for (int i = 0; i < 200000; ++i)
+    deep += "<a>";
+  setDatabaseText(utf8 + "<r>\xC3<!-- " + deep);
+  EXPECT_EQ(engine().Init(), RUN_DB_NO_ROOT);
+  setDatabaseText(utf8 + "<r>\xF0" + std::string(2, '\0') + deep);
+  EXPECT_EQ(engine().Init(), RUN_DB_NO_ROOT);
+}
+
 TEST_F(Database, OneThatCannotBeReadIsAFailureAndLogged) {
   std::filesystem::remove(directory() + "/database.xml");
   EXPECT_EQ(engine().Init(), RUN_DB_LOAD_FAILED);
