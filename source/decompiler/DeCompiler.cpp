@@ -7,6 +7,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "decompiler/FieldLine.h"
 #include "platform/Limits.h"
 #include "platform/TimeBudget.h"
 #include "tarvo/RunResult.h"
@@ -15,8 +16,9 @@ namespace FlashEngine_1_00 {
 namespace {
 
 struct ReplayRow {
-  std::string_view name;                                      // the record's header is this in brackets
-  unsigned (DeCompiler::*handler)(std::vector<std::string>);  // null: passed over
+  std::string_view name;                                                // the record's header is this in brackets
+  unsigned (DeCompiler::*handler)(std::vector<std::string>);            // null: passed over, or read
+  unsigned (DeCompiler::*reader)(DeCompiler::ArgumentLines) = nullptr;  // the handler of a record whose lines are read
 };
 
 // KEPT: four names differ from those of the listing ("ActionPreviousFrame", "ActionGotoLabel", "ActionGetUrl",
@@ -34,7 +36,7 @@ constexpr ReplayRow kReplayOrder[] = {
     {"ActionStopSounds", nullptr},
     {"ActionToggleQuality", nullptr},
     {"ActionSetTarget", nullptr},
-    {"ActionPush", &DeCompiler::handleActionPush},
+    {"ActionPush", nullptr, &DeCompiler::readActionPush},
     {"ActionPop", &DeCompiler::handleActionPop},
     {"ActionAdd", &DeCompiler::handleActionAdd},
     {"ActionDivide", &DeCompiler::handleActionDivide},
@@ -116,7 +118,7 @@ constexpr ReplayRow kReplayOrder[] = {
     {"ActionStrictEquals", &DeCompiler::handleActionStrictEquals},
     {"ActionGreater", &DeCompiler::handleActionGreater},
     {"ActionStringGreater", &DeCompiler::handleActionStringGreater},
-    {"ActionDefineFunction2", &DeCompiler::handleActionDefineFunction2},
+    {"ActionDefineFunction2", nullptr, &DeCompiler::readActionDefineFunction2},
     {"ActionExtends", &DeCompiler::handleActionExtends},
     {"ActionCastOp", &DeCompiler::handleActionCastOp},
     {"ActionImplementsOp", &DeCompiler::handleActionImplementsOp},
@@ -124,6 +126,11 @@ constexpr ReplayRow kReplayOrder[] = {
     {"ActionThrow", &DeCompiler::handleActionThrow},
 };
 static_assert(std::size(kReplayOrder) == 99);
+
+// Whether `text` holds `name`, which it mostly begins with.
+bool holds(std::string_view text, std::string_view name) {
+  return text.substr(0, name.size()) == name || text.find(name) != std::string_view::npos;
+}
 
 // The row that handles `line`: of those whose header stands anywhere in it, the first; null if there is none.
 const ReplayRow* rowFor(std::string_view line) {
@@ -157,37 +164,37 @@ void DeCompiler::InitVirtualMachine() {
   variableNames_.clear();
   variableValues_.clear();
   statements_.clear();
-  constantPool_.clear();
   builtBytes_ = 0;
   full_ = false;
 }
 
 unsigned DeCompiler::SWFDeCompilerMain(Lines& listing, Lines& statements) {
   InitVirtualMachine();
-  for (std::size_t i = 0; i < listing.size() && !full_ && !timeBudgetSpent();) {
+  BudgetWatch budget;
+  for (std::size_t i = 0; i < listing.size() && !full_ && !budget.spent();) {
     const ReplayRow* row = rowFor(listing[i++]);
-    if (row == nullptr || row->handler == nullptr) continue;
+    if (row == nullptr || (row->handler == nullptr && row->reader == nullptr)) continue;
     // KEPT: every line that holds the bare name is an argument line, the next record's header too if its name begins
     // with this one's, which then is not replayed. Statements depend on it. (test HeadersThatBeginAlikeAreSwallowed)
-    Lines arguments;
-    while (i < listing.size() && listing[i].find(row->name) != std::string::npos && !timeBudgetSpent())
-      arguments.push_back(listing[i++]);
-    (void)(this->*row->handler)(std::move(arguments));
+    const std::size_t first = i;
+    while (i < listing.size() && holds(listing[i], row->name) && !budget.spent())
+      ++i;
+    if (row->reader != nullptr) {
+      (void)(this->*row->reader)({listing.data() + first, listing.data() + i});
+    } else {
+      (void)(this->*row->handler)({});
+    }
   }
   statements.assign(statements_.begin(), statements_.end());
   return RUN_SUCCESS;
 }
 
 void DeCompiler::parserKeyValuePair(std::string line, Lines& keys, Lines& values) {
-  Lines fields;
-  stringUtil_.stringTokenizer("#@x441#", line, fields);
-  for (const std::string& field : fields) {
-    Lines pair;
-    stringUtil_.stringTokenizer("#@x442#", field, pair);
-    if (pair.size() != 2) continue;
-    keys.push_back(pair[0]);
-    values.push_back(stringUtil_.customReplace(pair[1], "", ""));
-  }
+  forEachPair(line, [&](std::string_view key, std::string_view value) {
+    keys.emplace_back(key);
+    values.emplace_back(value);
+    return true;
+  });
 }
 
 void DeCompiler::showState(std::string) {}

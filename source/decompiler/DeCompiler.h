@@ -4,10 +4,10 @@
 #include <cstddef>
 #include <deque>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "decompiler/SimpleHandlers.h"
-#include "tarvo/CStringUtil.h"
 
 namespace FlashEngine_1_00 {
 
@@ -23,6 +23,14 @@ namespace FlashEngine_1_00 {
 class DeCompiler {
  public:
   using Lines = std::vector<std::string>;
+
+  // Some consecutive lines of a listing.
+  struct ArgumentLines {
+    const std::string* first;
+    const std::string* last;  // one past them
+    const std::string* begin() const { return first; }
+    const std::string* end() const { return last; }
+  };
 
   DeCompiler();
   virtual ~DeCompiler();
@@ -43,9 +51,9 @@ class DeCompiler {
 
   // ---- handlers with logic: Handlers.cpp ----------------------------------------------------------------------------
   //
-  // One member for each action record; `argumentLines` are the record's field lines. RUN_SUCCESS, or
-  // RUN_DECOMPILE_FAILED for a field line that cannot be read, which leaves done what was done. A handler that finds
-  // fewer entries on the stack than it needs pops none and still pushes its result.
+  // One member for each action record; `argumentLines` are the record's field lines, in which what is no field is
+  // passed over. Always RUN_SUCCESS. A handler that finds fewer entries on the stack than it needs pops none and still
+  // pushes its result.
 
   unsigned handleActionPush(Lines argumentLines);
   unsigned handleActionCallMethod(Lines argumentLines);
@@ -65,6 +73,10 @@ class DeCompiler {
   unsigned handleActionStartDrag(Lines argumentLines);
   unsigned handleActionCastOp(Lines argumentLines);
 
+  // The handlers of the records whose field lines are read, for lines that stay where they are.
+  [[gnu::visibility("hidden")]] unsigned readActionPush(ArgumentLines lines);
+  [[gnu::visibility("hidden")]] unsigned readActionDefineFunction2(ArgumentLines lines);
+
   // ---- simple handlers: rows of SimpleHandlers.h --------------------------------------------------------------------
 
 #define TARVO_DECLARE_HANDLER(action, pops, pushed) unsigned handleAction##action(Lines argumentLines);
@@ -79,9 +91,8 @@ class DeCompiler {
   [[gnu::visibility("hidden")]] std::string popValue();
   [[gnu::visibility("hidden")]] void popUpTo(long count);
   [[gnu::visibility("hidden")]] unsigned popAndPush(std::size_t pops, const char* pushed);
-  [[gnu::visibility("hidden")]] std::string valuePart(const std::string& entry);
-  [[gnu::visibility("hidden")]] bool readPairs(const std::string& line, Lines& keys, Lines& values);
-  [[gnu::visibility("hidden")]] bool build(std::string& text, const std::string& piece);
+  [[gnu::visibility("hidden")]] static std::string valuePart(std::string entry);
+  [[gnu::visibility("hidden")]] bool build(std::string& text, std::string_view piece);
   [[gnu::visibility("hidden")]] void keepBuilt(std::deque<std::string>& place, std::string text);
   [[gnu::visibility("hidden")]] void pushBuilt(const char* kind, const std::string& text);
   [[gnu::visibility("hidden")]] void appendArguments(std::string& text, long count, bool commaBehindTheLast);
@@ -93,8 +104,6 @@ class DeCompiler {
   Lines variableNames_;
   Lines variableValues_;  // parallel to the names
   std::deque<std::string> statements_;
-  Lines constantPool_;
-  CStringUtil stringUtil_;
   std::size_t builtBytes_ = 0;
   bool full_ = false;
 };

@@ -8,27 +8,27 @@
 #include <limits>
 
 #include "decompiler/DeCompiler.h"
+#include "decompiler/FieldLine.h"
 #include "platform/Limits.h"
 #include "tarvo/RunResult.h"
 
 namespace FlashEngine_1_00 {
 namespace {
 
-constexpr const char* kSeparator = "#@x441#";
 constexpr const char* kRegisterNames[] = {"this", "arguments", "super", "_root", "_parent", "_global"};
 
 // A decimal count or register number; clamped to 32 bits on every machine, 0 if it is none.
-long number(const std::string& text) {
-  return static_cast<long>(std::clamp<long long>(std::strtoll(text.c_str(), nullptr, 10),
+long number(std::string_view text) {
+  return static_cast<long>(std::clamp<long long>(std::strtoll(std::string(text).c_str(), nullptr, 10),
                                                  std::numeric_limits<std::int32_t>::min(),
                                                  std::numeric_limits<std::int32_t>::max()));
 }
 
-bool contains(const std::string& text, const char* piece) {
-  return text.find(piece) != std::string::npos;
+bool contains(std::string_view text, std::string_view piece) {
+  return text.find(piece) != std::string_view::npos;
 }
 
-bool namesAPreload(const std::string& text) {
+bool namesAPreload(std::string_view text) {
   return std::any_of(std::begin(kRegisterNames), std::end(kRegisterNames),
                      [&](const char* name) { return contains(text, name); });
 }
@@ -58,19 +58,16 @@ unsigned DeCompiler::popAndPush(std::size_t pops, const char* pushed) {
   return RUN_SUCCESS;
 }
 
-std::string DeCompiler::valuePart(const std::string& entry) {
-  Lines pieces;
-  stringUtil_.stringTokenizer(kSeparator, entry, pieces);
-  return pieces.size() == 2 ? pieces[1] : std::string();
-}
-
-bool DeCompiler::readPairs(const std::string& line, Lines& keys, Lines& values) {
-  parserKeyValuePair(line, keys, values);
-  return keys.size() == values.size();
+std::string DeCompiler::valuePart(std::string entry) {
+  std::string_view kind;
+  std::string_view value;
+  if (!splitInTwo(entry, kFieldSeparator, kind, value)) return std::string();
+  const auto begin = static_cast<std::size_t>(value.data() - entry.data());
+  return entry.erase(begin + value.size()).erase(0, begin);
 }
 
 // Appends `piece` to a text under construction. False, and the end of the replay, if it would be one too many.
-bool DeCompiler::build(std::string& text, const std::string& piece) {
+bool DeCompiler::build(std::string& text, std::string_view piece) {
   full_ = full_ || text.size() + piece.size() > kMaxReplayBytes - builtBytes_;
   if (!full_) text += piece;
   return !full_;
@@ -86,7 +83,7 @@ void DeCompiler::keepBuilt(std::deque<std::string>& place, std::string text) {
 
 void DeCompiler::pushBuilt(const char* kind, const std::string& text) {
   std::string entry;
-  if (build(entry, kind) && build(entry, kSeparator) && build(entry, text)) keepBuilt(stack_, std::move(entry));
+  if (build(entry, kind) && build(entry, kFieldSeparator) && build(entry, text)) keepBuilt(stack_, std::move(entry));
 }
 
 // Pops up to `count` arguments and appends their value parts, with a comma behind each but the `count`-th; or, without
@@ -109,7 +106,7 @@ void DeCompiler::recordCall(std::string text, long count) {
 // The value of the first variable whose name holds `name` (and that has a value, if asked for); null if there is none.
 const std::string* DeCompiler::findVariable(const std::string& name, bool withValue) const {
   for (std::size_t i = 0; i < variableNames_.size(); ++i) {
-    if (contains(variableNames_[i], name.c_str()) && !(withValue && variableValues_[i].empty())) {
+    if (contains(variableNames_[i], name) && !(withValue && variableValues_[i].empty())) {
       return &variableValues_[i];
     }
   }
@@ -119,21 +116,27 @@ const std::string* DeCompiler::findVariable(const std::string& name, bool withVa
 // ---- handlers with logic --------------------------------------------------------------------------------------------
 
 unsigned DeCompiler::handleActionPush(Lines argumentLines) {
-  for (const std::string& line : argumentLines) {
-    Lines keys;
-    Lines values;
-    if (!readPairs(line, keys, values)) return RUN_DECOMPILE_FAILED;
+  return readActionPush({argumentLines.data(), argumentLines.data() + argumentLines.size()});
+}
+
+unsigned DeCompiler::readActionPush(ArgumentLines lines) {
+  for (const std::string& line : lines) {
     std::string entry;
+    bool isFirst = true;
     bool copiesRegister = false;
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-      if (i > 0) entry += kSeparator;
-      if (!contains(keys[i], "reg$")) {
-        entry += values[i];
-      } else if (const auto n = static_cast<unsigned long>(number(values[i])); n < registers_.size()) {
-        copiesRegister = true;
-        if (!build(entry, registers_[n])) return RUN_SUCCESS;
+    forEachPair(line, [&](std::string_view key, std::string_view value) {
+      if (!isFirst) entry += kFieldSeparator;
+      isFirst = false;
+      if (!contains(key, "reg$")) {
+        entry += value;
+        return true;
       }
-    }
+      const auto n = static_cast<unsigned long>(number(value));
+      if (n >= registers_.size()) return true;
+      copiesRegister = true;
+      return build(entry, registers_[n]);
+    });
+    if (full_) return RUN_SUCCESS;
     if (copiesRegister) {
       keepBuilt(stack_, std::move(entry));  // a short line can ask for a long register many times
     } else {
@@ -226,44 +229,39 @@ unsigned DeCompiler::handleActionGetVariable(Lines) {
   return RUN_SUCCESS;
 }
 
-unsigned DeCompiler::handleActionConstantPool(Lines argumentLines) {
-  for (const std::string& line : argumentLines) {
-    Lines keys;
-    Lines values;
-    if (!readPairs(line, keys, values)) return RUN_DECOMPILE_FAILED;
-    constantPool_.insert(constantPool_.end(), values.begin(), values.end());
-  }
+// The listing has the constants in the place of their numbers.
+unsigned DeCompiler::handleActionConstantPool(Lines) {
   return RUN_SUCCESS;
 }
 
 // KEPT: the register is named and the value is on the stack, but nothing is stored. Statements depend on it.
 // (test StoreRegisterStoresNothing)
-unsigned DeCompiler::handleActionStoreRegister(Lines argumentLines) {
-  for (const std::string& line : argumentLines) {
-    Lines keys;
-    Lines values;
-    if (!readPairs(line, keys, values)) return RUN_DECOMPILE_FAILED;
-  }
+unsigned DeCompiler::handleActionStoreRegister(Lines) {
   return RUN_SUCCESS;
 }
 
-// A function's body starts on an empty stack, with the preloaded names and its parameters' names in the registers.
 unsigned DeCompiler::handleActionDefineFunction2(Lines argumentLines) {
+  return readActionDefineFunction2({argumentLines.data(), argumentLines.data() + argumentLines.size()});
+}
+
+// A function's body starts on an empty stack, with the preloaded names and its parameters' names in the registers.
+unsigned DeCompiler::readActionDefineFunction2(ArgumentLines lines) {
   std::size_t preloads = 1;
-  const auto store = [&](unsigned long n, const std::string& value) {
+  const auto store = [&](unsigned long n, std::string_view value) {
     if (n < registers_.size()) registers_[n] = value;
   };
-  for (const std::string& line : argumentLines) {
-    Lines keys;
-    Lines values;
-    if (!readPairs(line, keys, values)) return RUN_DECOMPILE_FAILED;
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-      if (contains(keys[i], "Preloaded") && namesAPreload(values[i])) store(preloads++, values[i]);
-      if (contains(keys[i], "reg$") && i + 1 < keys.size()) {
-        store(static_cast<unsigned long>(number(values[i])), values[i + 1]);
-        ++i;
+  for (const std::string& line : lines) {
+    std::string_view parameter;  // the number of the register that the next field's value goes to
+    forEachPair(line, [&](std::string_view key, std::string_view value) {
+      if (parameter.data() != nullptr) {
+        store(static_cast<unsigned long>(number(parameter)), value);
+        parameter = {};
+        return true;
       }
-    }
+      if (contains(key, "Preloaded") && namesAPreload(value)) store(preloads++, value);
+      if (contains(key, "reg$")) parameter = value;
+      return true;
+    });
   }
   stack_.clear();
   return RUN_SUCCESS;

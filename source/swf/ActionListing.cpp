@@ -9,6 +9,7 @@
 #include <cstring>
 
 #include "platform/Limits.h"
+#include "platform/TimeBudget.h"
 #include "swf/DeAssembler.h"
 #include "swf/RegisterNames.h"
 
@@ -58,19 +59,28 @@ static_assert(std::size(kPropertyNames) == 22);
 // "ActionPush#@x441#type#@x442#0#@x441#value#@x442#hello", cut at kMaxFieldLine bytes.
 class FieldLine {
  public:
-  explicit FieldLine(const char* name) : text_(name) {}
+  explicit FieldLine(const char* name) {
+    text_.reserve(kUsualLength);
+    text_ = name;
+  }
 
-  FieldLine& add(const char* key, const std::string& value) {
+  FieldLine& add(const char* key, std::string_view value) {
     text_.append("#@x441#").append(key).append("#@x442#").append(value);
     return *this;
   }
+  FieldLine& add(const char* key, const char* value) { return add(key, std::string_view(value)); }
   FieldLine& add(const char* key, long long value) { return add(key, std::to_string(value)); }
   FieldLine& addHex(const char* key, std::uint32_t value) { return add(key, printed("%x", value)); }
   FieldLine& addReal(const char* key, double value) { return add(key, printed("%f", value)); }
 
-  std::string text() const { return text_.substr(0, kMaxFieldLine); }
+  std::string take() {
+    text_.resize(std::min(text_.size(), kMaxFieldLine));
+    return std::move(text_);
+  }
 
  private:
+  static constexpr std::size_t kUsualLength = 63;
+
   template <typename T>
   static std::string printed(const char* format, T value) {
     std::array<char, 400> buffer{};  // the largest double has 317 characters
@@ -96,7 +106,7 @@ struct OpenBlock {
 constexpr Position kNoBlock = -1;
 
 std::string oper(const char* name, const char* value) {
-  return FieldLine(name).add("oper", value).text();
+  return FieldLine(name).add("oper", value).take();
 }
 
 // SWF file format, ActionTry: flags, three sizes, and the name or the register of the catch block.
@@ -117,7 +127,7 @@ std::vector<Rest> restsOfTry(Util util, const DeAssembler::Record& record) {
     } else {
       target.add("InMem", util.getString(record.bytes, at, record.end()));
     }
-    rests.push_back({{target.text(), oper(kName, "catch_block")}, catchSize});
+    rests.push_back({{target.take(), oper(kName, "catch_block")}, catchSize});
   }
   rests.push_back({{}, trySize});
   return rests;
@@ -295,7 +305,8 @@ class RecordPrinter {
   std::uint32_t doubleWord() { return listing_.util_.getDoubleWord(record_.bytes, at_); }
   std::string string() { return listing_.util_.getString(record_.bytes, at_, record_.end()); }
 
-  void add(const FieldLine& line) { listing_.addLine(lines_, line.text()); }
+  void add(FieldLine& line) { listing_.addLine(lines_, line.take()); }
+  void add(FieldLine&& line) { add(line); }
   void addOper(const char* name, const char* value) { listing_.addLine(lines_, oper(name, value)); }
 
   void registerFlags(const char* name, unsigned flags, std::array<bool, 256>& taken) {
@@ -335,7 +346,11 @@ class RecordPrinter {
     add(FieldLine(name).add("type", "@").add("type", type));
   }
 
-  static FieldLine pushed(const char* name, int type) { return FieldLine(name).add("type", type); }
+  static FieldLine pushed(const char* name, int type) {
+    FieldLine line(name);
+    line.add("type", type);
+    return line;
+  }
 
   void pushString(const char* name) { add(pushed(name, 0).add("value", string())); }
   void pushNull(const char* name) { add(pushed(name, 2).add("value", "null")); }
@@ -373,9 +388,10 @@ class RecordPrinter {
     add(pushed(name, 6).addReal("value", value));
   }
 
-  std::string constant(unsigned index) const {
+  std::string_view constant(unsigned index) const {
     if (!listing_.poolSeen_) return "error";
-    return index < listing_.constantPool_.size() ? listing_.constantPool_[index] : "Abnormal_ConstData";
+    if (index >= listing_.constantPool_.size()) return "Abnormal_ConstData";
+    return listing_.constantPool_[index];
   }
 
   DeAssembler& listing_;
@@ -526,7 +542,8 @@ const ActionRow& rowOf(int code) {
 }  // namespace
 
 void DeAssembler::getActionBlock(const ByteView& block, Position base, std::vector<std::string>& lines) {
-  const auto stop = [this] { return stops(); };
+  BudgetWatch budget;
+  const auto stop = [&] { return listingFull_ || budget.spent(); };
   const auto collectTarget = [&](const Record& record) {
     if (record.code != kJump && record.code != kIf) return;
     std::int16_t offset = 0;
@@ -554,7 +571,7 @@ void DeAssembler::getActionBlock(const ByteView& block, Position base, std::vect
 
 void DeAssembler::printActionRecord(const Record& record, std::vector<std::string>& lines) {
   const ActionRow& row = rowOf(record.code);
-  addLine(lines, "[" + std::string(row.name) + "]");
+  addLine(lines, std::string("[").append(row.name).append("]"));
   if (row.operands != nullptr) (RecordPrinter(*this, record, lines).*row.operands)(row.fieldName);
 }
 

@@ -36,13 +36,10 @@ unsigned Util::getBitsValue(int& bitsLeft, unsigned& current, const ByteView& da
 }
 
 std::string Util::getString(const ByteView& data, Position& position, Position end) {
-  std::string text;
-  while (position < end) {
-    const auto byte = static_cast<char>(getByte(data, position));
-    if (byte == '\0') break;
-    text += byte;
-  }
-  return text;
+  const std::string_view text = data.textAt(position, end);
+  const Position behind = position + static_cast<Position>(text.size());
+  position = std::min(behind + 1, std::max(position, end));  // with the zero byte, if that comes before the end
+  return std::string(text);
 }
 
 void Util::skipTagLengh(const ByteView&, Position& position, std::uint32_t length, Position total) {

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <string>
+#include <string_view>
 
 namespace FlashEngine_1_00 {
 
@@ -17,6 +19,14 @@ class ByteView {
 
   Position size() const { return size_; }
   unsigned char at(Position place) const { return place >= 0 && place < size_ ? bytes_[place] : 0; }
+
+  // The bytes from `from` to the next zero byte, `end` or the end of the view.
+  std::string_view textAt(Position from, Position end) const {
+    const ByteView rest = slice(from, std::max<Position>(end - from, 0));
+    const void* zero = rest.size_ == 0 ? nullptr : std::memchr(rest.bytes_, 0, static_cast<std::size_t>(rest.size_));
+    const Position size = zero == nullptr ? rest.size_ : static_cast<const unsigned char*>(zero) - rest.bytes_;
+    return {reinterpret_cast<const char*>(rest.bytes_), static_cast<std::size_t>(size)};
+  }
 
   // `size` bytes from `from` on, or fewer if there are not that many.
   ByteView slice(Position from, Position size) const {
