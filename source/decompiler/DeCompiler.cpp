@@ -142,10 +142,10 @@ const ReplayRow* rowFor(std::string_view line) {
   }();
   const ReplayRow* first = nullptr;
   for (std::size_t open = line.find('['); open != std::string_view::npos; open = line.find('[', open + 1)) {
-    const std::size_t close = line.find_first_of("[]", open + 1);
+    const std::size_t close = line.find(']', open + 1);
     if (close == std::string_view::npos) break;
-    const auto found = rows.find(line.substr(open + 1, close - open - 1));
-    if (line[close] == '[' || found == rows.end()) continue;
+    const auto found = rows.find(line.substr(open + 1, close - open - 1));  // no name holds a bracket
+    if (found == rows.end()) continue;
     if (first == nullptr || found->second < first) first = found->second;
   }
   return first;

@@ -5,6 +5,7 @@
 // Test: tests/swf/Golden_test.cpp.
 
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstring>
 
@@ -59,36 +60,38 @@ static_assert(std::size(kPropertyNames) == 22);
 // "ActionPush#@x441#type#@x442#0#@x441#value#@x442#hello", cut at kMaxFieldLine bytes.
 class FieldLine {
  public:
-  explicit FieldLine(const char* name) {
-    text_.reserve(kUsualLength);
-    text_ = name;
-  }
+  explicit FieldLine(std::string_view name) { append(name); }
 
-  FieldLine& add(const char* key, std::string_view value) {
-    text_.append("#@x441#").append(key).append("#@x442#").append(value);
+  FieldLine& add(std::string_view key, std::string_view value) {
+    append("#@x441#");
+    append(key);
+    append("#@x442#");
+    append(value);
     return *this;
   }
-  FieldLine& add(const char* key, const char* value) { return add(key, std::string_view(value)); }
-  FieldLine& add(const char* key, long long value) { return add(key, std::to_string(value)); }
-  FieldLine& addHex(const char* key, std::uint32_t value) { return add(key, printed("%x", value)); }
-  FieldLine& addReal(const char* key, double value) { return add(key, printed("%f", value)); }
-
-  std::string take() {
-    text_.resize(std::min(text_.size(), kMaxFieldLine));
-    return std::move(text_);
+  FieldLine& add(std::string_view key, const char* value) { return add(key, std::string_view(value)); }
+  FieldLine& add(std::string_view key, long long value) { return addNumber(key, value, 10); }
+  FieldLine& addHex(std::string_view key, std::uint32_t value) { return addNumber(key, value, 16); }
+  FieldLine& addReal(std::string_view key, double value) {
+    std::array<char, 400> digits{};  // the largest double has 317 characters
+    const int size = std::snprintf(digits.data(), digits.size(), "%f", value);
+    return add(key, {digits.data(), static_cast<std::size_t>(size)});
   }
+
+  std::string text() const { return {text_.data(), size_}; }
 
  private:
-  static constexpr std::size_t kUsualLength = 63;
+  void append(std::string_view piece) { size_ += piece.copy(text_.data() + size_, kMaxFieldLine - size_); }
 
   template <typename T>
-  static std::string printed(const char* format, T value) {
-    std::array<char, 400> buffer{};  // the largest double has 317 characters
-    std::snprintf(buffer.data(), buffer.size(), format, value);
-    return buffer.data();
+  FieldLine& addNumber(std::string_view key, T value, int base) {
+    std::array<char, 24> digits{};
+    const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), value, base).ptr;
+    return add(key, {digits.data(), static_cast<std::size_t>(end - digits.data())});
   }
 
-  std::string text_;
+  std::array<char, kMaxFieldLine> text_;
+  std::size_t size_ = 0;
 };
 
 // What is still to come of a record with nested blocks: lines, then a block of `size` bytes; none if it is negative.
@@ -106,7 +109,7 @@ struct OpenBlock {
 constexpr Position kNoBlock = -1;
 
 std::string oper(const char* name, const char* value) {
-  return FieldLine(name).add("oper", value).take();
+  return FieldLine(name).add("oper", value).text();
 }
 
 // SWF file format, ActionTry: flags, three sizes, and the name or the register of the catch block.
@@ -127,7 +130,7 @@ std::vector<Rest> restsOfTry(Util util, const DeAssembler::Record& record) {
     } else {
       target.add("InMem", util.getString(record.bytes, at, record.end()));
     }
-    rests.push_back({{target.take(), oper(kName, "catch_block")}, catchSize});
+    rests.push_back({{target.text(), oper(kName, "catch_block")}, catchSize});
   }
   rests.push_back({{}, trySize});
   return rests;
@@ -305,8 +308,7 @@ class RecordPrinter {
   std::uint32_t doubleWord() { return listing_.util_.getDoubleWord(record_.bytes, at_); }
   std::string string() { return listing_.util_.getString(record_.bytes, at_, record_.end()); }
 
-  void add(FieldLine& line) { listing_.addLine(lines_, line.take()); }
-  void add(FieldLine&& line) { add(line); }
+  void add(const FieldLine& line) { listing_.addLine(lines_, line.text()); }
   void addOper(const char* name, const char* value) { listing_.addLine(lines_, oper(name, value)); }
 
   void registerFlags(const char* name, unsigned flags, std::array<bool, 256>& taken) {
@@ -544,18 +546,25 @@ const ActionRow& rowOf(int code) {
 void DeAssembler::getActionBlock(const ByteView& block, Position base, std::vector<std::string>& lines) {
   BudgetWatch budget;
   const auto stop = [&] { return listingFull_ || budget.spent(); };
+  std::size_t records = 0;
   const auto collectTarget = [&](const Record& record) {
+    ++records;
     if (record.code != kJump && record.code != kIf) return;
     std::int16_t offset = 0;
     const auto target = static_cast<std::uint32_t>(branchTarget(util_, record, &offset));
-    if (branchTargets_.size() < kMaxBranchTargets) branchTargets_.insert(target);
+    if (branchTargets_.size() >= kMaxBranchTargets) return;
+    branchTargets_.insert(target);
+    mayBeTarget_.set(target % mayBeTarget_.size());
   };
   walk(
       block, base, [](Position) {}, collectTarget, [](const Lines&) {}, stop);
 
+  if (lines.capacity() - lines.size() < records) {  // each has a line at least
+    lines.reserve(std::max(lines.size() + records, 2 * lines.capacity()));
+  }
   const auto label = [&](Position at) {
     const auto position = static_cast<std::uint32_t>(base + at);
-    if (branchTargets_.count(position) == 0) return;
+    if (!mayBeTarget_[position % mayBeTarget_.size()] || branchTargets_.count(position) == 0) return;
     std::array<char, 16> identifier{};
     std::snprintf(identifier.data(), identifier.size(), "0x%x", static_cast<unsigned>(position));
     addLine(lines, "----EMPTY----");
@@ -571,7 +580,11 @@ void DeAssembler::getActionBlock(const ByteView& block, Position base, std::vect
 
 void DeAssembler::printActionRecord(const Record& record, std::vector<std::string>& lines) {
   const ActionRow& row = rowOf(record.code);
-  addLine(lines, std::string("[").append(row.name).append("]"));
+  const std::string_view name = row.name;
+  std::string line(name.size() + 2, ']');
+  line[0] = '[';
+  name.copy(&line[1], name.size());
+  addLine(lines, std::move(line));
   if (row.operands != nullptr) (RecordPrinter(*this, record, lines).*row.operands)(row.fieldName);
 }
 

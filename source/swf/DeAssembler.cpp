@@ -243,6 +243,7 @@ void DeAssembler::CheckProcessingTime(std::string) {}
 
 void DeAssembler::resetMemberVariable() {
   branchTargets_.clear();
+  mayBeTarget_.reset();
   listedBytes_ = 0;
   listingFull_ = false;
   constantPool_.clear();

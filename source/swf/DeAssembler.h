@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bitset>
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -91,6 +92,7 @@ class DeAssembler {
 
   Util util_;
   std::unordered_set<std::uint32_t> branchTargets_;  // positions, kMaxBranchTargets at most
+  std::bitset<8192> mayBeTarget_;  // by the low bits of a position: most are told apart without a look
   std::size_t listedBytes_ = 0;
   bool listingFull_ = false;
   std::vector<std::string> constantPool_;
