@@ -23,6 +23,8 @@
 namespace FlashEngine_1_00 {
 namespace {
 
+constexpr std::size_t kWriteBuffer = 65536;  // a write for each chunk would cost more than inflating it
+constexpr std::size_t kEntryBuffer = kCopyChunk + kWriteBuffer;
 constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr const char* kExtractEntry = "do_extract_currentfile";
@@ -126,8 +128,10 @@ int readEntry(unzFile package, Entry& entry) {
   return code;
 }
 
-// Copies the open entry to `output`. UNZ_OK, UNZ_ERRNO if writing fails, kBoundPassed, or minizip's code.
+// Copies the open entry to `output` by way of `buffer`, of kEntryBuffer bytes. UNZ_OK, UNZ_ERRNO if writing fails,
+// kBoundPassed, or minizip's code.
 int copyEntry(unzFile package, File output, char* buffer) {
+  (void)std::setvbuf(output.get(), buffer + kCopyChunk, _IOFBF, kWriteBuffer);
   int length = 0;
   while ((length = unzReadCurrentFile(package, buffer, kCopyChunk)) > 0) {
     const auto bytes = static_cast<std::size_t>(length);
@@ -245,7 +249,7 @@ int do_extract_currentfile(unzFile package, const ExtractOptions& options) {
   const int code = readEntry(package, entry);
   if (code != UNZ_OK) return code;
   if (!takeEntry()) return kBoundPassed;
-  const std::unique_ptr<char[]> buffer(new (std::nothrow) char[kCopyChunk]);
+  const std::unique_ptr<char[]> buffer(new (std::nothrow) char[kEntryBuffer]);
   if (buffer == nullptr) return UNZ_INTERNALERROR;
   if (isUnsafe(entry.name)) {
     TARVO_LOG(" unsafe entry [%s] skipped ", entry.name.c_str());

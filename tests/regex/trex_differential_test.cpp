@@ -228,4 +228,53 @@ TEST_F(TrexDifferential, RandomPatterns) {
     compare(random.next(), 8);
 }
 
+// Repetitions end after 65,536 rounds. Searches that remember how far one went must know where a later one is cut.
+TEST(TrexFinder, RunsLongerThanOneRepetition) {
+  constexpr std::ptrdiff_t kStarts = 12;
+  const std::string run(65530, 'a');
+  for (const std::string& text :
+       {run + "aaaaab", run + "aaaaaaaaab", "a.bb." + run + run + "aaaaaaaaaaaa.c;", run + run + "="}) {
+    for (const char* pattern :
+         {"a*b", "[ab]+c", "(a)*b", "(aa*)*b", "((\\w+)\\.*)*=", "a.*b", "(\\w*c)*;", "\\w*\\W"}) {
+      const std::unique_ptr<TrexExpression, void (*)(TrexExpression*)> expression(trex_compile(pattern, nullptr),
+                                                                                  trex_free);
+      const char* const begin = text.data();
+      const char* const end = begin + text.size();
+      std::string_view match;
+      if (!TrexFinder(*expression, begin, end, nullptr).nextIn(begin, begin + kStarts, match)) match = {begin, 0};
+      const char* start = begin;
+      const char* matchEnd = nullptr;
+      for (; matchEnd == nullptr && start < begin + kStarts; ++start)
+        matchEnd = trexAttempt(*expression, begin, end, start, false);
+      const std::string_view expected =
+          matchEnd == nullptr ? std::string_view(begin, 0)
+                              : std::string_view(start - 1, static_cast<std::size_t>(matchEnd - start + 1));
+      EXPECT_EQ(match.data() - begin, expected.data() - begin)
+          << pattern << " at the end " << text.substr(text.size() - 4);
+      EXPECT_EQ(match.size(), expected.size()) << pattern << " at the end " << text.substr(text.size() - 4);
+    }
+  }
+}
+
+TEST(TrexFinder, AnIndexFindsWhatASearchFinds) {
+  std::mt19937 random;
+  for (int round = 0; round < 200; ++round) {
+    std::string text;
+    while (text.size() < 3000)
+      text += "abcdefgh $.("[random() % (round < 100 ? 12 : 3)];
+    const TextIndex index(text);
+    for (int i = 0; i < 50; ++i) {
+      const std::size_t at = random() % text.size();
+      const std::string literal = text.substr(random() % text.size(), 1 + random() % 40) + (i % 5 == 0 ? "a" : "");
+      const std::size_t to = at + random() % (text.size() - at + 1);
+      const std::size_t expected = text.substr(0, to).find(literal, at);
+      EXPECT_EQ(index.find(literal, at, to), expected) << literal << " in " << text;
+      const TrexLiteral searched(literal);
+      const char* const end = text.data() + to;
+      const char* const place = expected == std::string::npos ? end : text.data() + expected;
+      EXPECT_EQ(searched.find(text.data() + at, end, nullptr), place) << literal << " in " << text;
+    }
+  }
+}
+
 }  // namespace
