@@ -230,12 +230,15 @@ TEST_F(TrexDifferential, RandomPatterns) {
 
 // Repetitions end after 65,536 rounds. Searches that remember how far one went must know where a later one is cut.
 TEST(TrexFinder, RunsLongerThanOneRepetition) {
-  constexpr std::ptrdiff_t kStarts = 12;
+  constexpr std::ptrdiff_t kStarts = 14;
   const std::string run(65530, 'a');
-  for (const std::string& text :
-       {run + "aaaaab", run + "aaaaaaaaab", "a.bb." + run + run + "aaaaaaaaaaaa.c;", run + run + "="}) {
+  std::string words;
+  while (words.size() < 3 * 65540)
+    words += "ab.";
+  for (const std::string& text : {run + "aaaaab", run + "aaaaaaaaab", "a.bb." + run + run + "aaaaaaaaaaaa.c;",
+                                  run + run + std::string(17, 'a') + "b", words + ";"}) {
     for (const char* pattern :
-         {"a*b", "[ab]+c", "(a)*b", "(aa*)*b", "((\\w+)\\.*)*=", "a.*b", "(\\w*c)*;", "\\w*\\W"}) {
+         {"a*b", "[ab]+c", "(a)*b", "(aa*)*b", "(a+){2}b", "((\\w+)\\.*)*;", "a.*b", "(\\w*c)*;", "\\w*\\W"}) {
       const std::unique_ptr<TrexExpression, void (*)(TrexExpression*)> expression(trex_compile(pattern, nullptr),
                                                                                   trex_free);
       const char* const begin = text.data();
