@@ -4,22 +4,56 @@
 
 #include <nlohmann/json.hpp>
 
+#include "checker/FlashGaps.h"
 #include "checker/Json.h"
 #include "decompiler/DeCompiler.h"
 #include "platform/TimeBudget.h"
 #include "swf/DeAssembler.h"
 
+namespace {
+
+constexpr const char* kCut = "cut by a bound or by the time for Flash files";
+
+std::string failureOf(RunResult code) {
+  switch (code) {
+    case RUN_SUCCESS:
+    case RUN_TIME_LIMIT:         // told by the clock
+    case RUN_SWF_BAD_SIGNATURE:  // and by flashGaps
+      return "";
+    case RUN_SWF_OPEN_FAILED:
+      return "cannot be opened";
+    case RUN_SWF_UNCOMPRESS_FAILED:
+      return "its compressed body is damaged or too large; this is what could be inflated";
+    default:
+      return "code " + std::to_string(code);
+  }
+}
+
+}  // namespace
+
 FlashText disassemble(const std::string& path) {
   FlashEngine_1_00::startTimeBudget();
-  FlashText listing{RUN_SUCCESS, {}};
-  listing.code = FlashEngine_1_00::DeAssembler().SWFDeAssemblerMain(path, listing.lines);
+  FlashText listing{RUN_SUCCESS, {}, {}};
+  FlashEngine_1_00::DeAssembler reader;
+  listing.code = reader.SWFDeAssemblerMain(path, listing.lines);
+  if (reader.isCut() || FlashEngine_1_00::timeBudgetSpent()) listing.gaps.emplace_back(kCut);
+  const std::string failure = failureOf(listing.code);
+  if (failure.empty()) {
+    for (const std::string& gap : flashGaps(path))
+      listing.gaps.push_back(gap);
+  } else {
+    listing.gaps.push_back(failure);
+  }
   return listing;
 }
 
 FlashText decompile(const std::string& path) {
   FlashText listing = disassemble(path);
-  FlashText statements{listing.code, {}};
-  (void)FlashEngine_1_00::DeCompiler().SWFDeCompilerMain(listing.lines, statements.lines);
+  FlashText statements{listing.code, {}, listing.gaps};
+  FlashEngine_1_00::DeCompiler replay;
+  (void)replay.SWFDeCompilerMain(listing.lines, statements.lines);
+  const bool isNew = statements.gaps.empty() || statements.gaps.front() != kCut;
+  if (isNew && (replay.isCut() || FlashEngine_1_00::timeBudgetSpent())) statements.gaps.emplace_back(kCut);
   return statements;
 }
 
@@ -35,19 +69,4 @@ std::string jsonText(const FlashText& text, const char* key) {
   for (const std::string& line : text.lines)
     lines.push_back(codePoints(line));
   return nlohmann::ordered_json{{"code", text.code}, {key, std::move(lines)}}.dump(2) + '\n';
-}
-
-std::string failureOf(RunResult code) {
-  switch (code) {
-    case RUN_SWF_OPEN_FAILED:
-      return "cannot be opened";
-    case RUN_SWF_BAD_SIGNATURE:
-      return "not a Flash file that the engine reads: its first bytes are neither FWS nor CWS";
-    case RUN_SWF_UNCOMPRESS_FAILED:
-      return "its compressed body is damaged; this is what could be inflated";
-    case RUN_SUCCESS:
-      return "";
-    default:
-      return "code " + std::to_string(code);
-  }
 }
