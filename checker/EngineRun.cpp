@@ -64,9 +64,7 @@ constexpr LogReason kLogReasons[] = {
     {" file[%s] Open Error ", false, kAnyCode, "could not be opened"},
     {" [%s] Open Error ", false, kAnyCode, "could not be opened"},
     {kFlashFailed, false, RUN_SWF_BAD_SIGNATURE, nullptr},  // told by flashGaps
-    {kFlashFailed, false, RUN_SWF_OPEN_FAILED, "could not be opened"},
     {kFlashFailed, false, RUN_SWF_UNCOMPRESS_FAILED, "its compressed body is damaged or too large"},
-    {kFlashFailed, false, RUN_SWF_BUFFER_ALLOC_FAILED, "there was no memory for it"},
     {kFlashFailed, false, RUN_TIME_LIMIT, "the time for Flash files was used up"},
     {kFlashFailed, false, kAnyCode, "could not be read whole"},
 };
@@ -178,7 +176,10 @@ void EngineRun::takeLog(const char* function, const char* format, va_list argume
     // Packages are found in the order of their extraction directories' numbers.
     const std::string directory = directory_.path() + "/" + std::to_string(packages_.size());
     packages_.push_back(directory);
-    shownAs_[directory] = shown(va_arg(first, const char*)) + "!";
+    const std::string path = va_arg(first, const char*);
+    shownAs_[directory] = shown(path) + "!";
+    // Another package can have the name that is left of it.
+    if (path.size() > FlashEngine_1_00::kMaxPackageName) miss(shown(path), "its path is too long for the engine");
   } else if (format == kRunEnded ||
              (format == kCheckpoint && log_.back().text.find("[Finished]") != std::string::npos)) {
     lookAtFiles();
@@ -196,8 +197,12 @@ void EngineRun::missLogged(std::string_view format, const std::string& subject, 
   const auto& row = *std::find_if(std::begin(kLogReasons), std::end(kLogReasons), [&](const LogReason& reason) {
     return reason.format == format && (reason.code == code || reason.code == kAnyCode);
   });
-  const std::string entry = subject.empty() ? std::string() : "/" + subject;
-  if (row.reason != nullptr) miss(row.isEntry ? shownAs_[packages_.back()] + entry : shown(subject), row.reason);
+  if (row.isEntry) {
+    // The entry has no name where the package's directory is damaged.
+    miss(shownAs_[packages_.back()] + (subject.empty() ? "" : "/" + subject), row.reason);
+  } else if (row.reason != nullptr && !isMissed(subject)) {
+    miss(shown(subject), row.reason);
+  }
 }
 
 void EngineRun::miss(const std::string& part, const std::string& reason) {

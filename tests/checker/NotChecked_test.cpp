@@ -87,6 +87,10 @@ TEST_F(Parts, OfPackagesThatWereNotUnpacked) {
        craftedZip({{"in.zip", craftedZip({b, {"c.js", std::string("c\0c", 3)}})}}),
        {"!/in.zip!/c.js: not read from its first zero byte on"}},
   });
+  const std::string folder(240, 'f');
+  expectNotChecked({{"14.zip",
+                     craftedZip({{folder + "/in.zip", craftedZip({a})}}),
+                     {"!/" + folder + "/in.zip: its path is too long for the engine"}}});
   FlashEngine_1_00::TESTING_ONLY_setExpansionBounds(100, 1);
   expectNotChecked(
       {{"13.zip", craftedZip({a, b}), {"!/b.js: a bound on what all packages unpack to was passed" + rest}}});
@@ -96,7 +100,8 @@ TEST_F(Parts, OfPackagesThatWereNotUnpacked) {
 TEST_F(Parts, OfDirectoriesAndSources) {
   fs::create_directories("www/folder");
   fs::create_directory_symlink("folder", "www/link");
-  fs::create_symlink("/proc/sys/vm/drop_caches", "www/closed.js");  // which nobody can read
+  for (const char* closed : {"www/closed.js", "www/closed.swf"})
+    fs::create_symlink("/proc/sys/vm/drop_caches", closed);  // which nobody can read
   write("www/both.Js", "x");
   write("www/good.JS", std::string(100'000, 'x'));
   write("www/page.htm", std::string(100'000, 'x') + '\0');
@@ -104,6 +109,7 @@ TEST_F(Parts, OfDirectoriesAndSources) {
   EXPECT_EQ(notChecked("www"), (Texts{
                                    "www/link: a link to a directory",
                                    "www/closed.js: could not be opened",
+                                   "www/closed.swf: could not be opened",
                                    "www/both.Js: its extension is written neither in small nor in capital letters",
                                    "www/movie.gif: a Flash file by its content that has another extension",
                                    "www/page.htm: not read from its first zero byte on",
