@@ -12,7 +12,8 @@
 
 namespace {
 
-constexpr const char* kCut = "cut by a bound or by the time for Flash files";
+constexpr const char* kListingCut = "its listing was cut by a bound or by the time for Flash files";
+constexpr const char* kReplayCut = "its replay was cut by a bound or by the time for Flash files";
 
 std::string failureOf(RunResult code) {
   switch (code) {
@@ -36,7 +37,7 @@ FlashText disassemble(const std::string& path) {
   FlashText listing{RUN_SUCCESS, {}, {}};
   FlashEngine_1_00::DeAssembler reader;
   listing.code = reader.SWFDeAssemblerMain(path, listing.lines);
-  if (reader.isCut() || FlashEngine_1_00::timeBudgetSpent()) listing.gaps.emplace_back(kCut);
+  if (reader.isCut() || FlashEngine_1_00::timeBudgetSpent()) listing.gaps.emplace_back(kListingCut);
   const std::string failure = failureOf(listing.code);
   if (failure.empty()) {
     for (const std::string& gap : flashGaps(path))
@@ -52,8 +53,7 @@ FlashText decompile(const std::string& path) {
   FlashText statements{listing.code, {}, listing.gaps};
   FlashEngine_1_00::DeCompiler replay;
   (void)replay.SWFDeCompilerMain(listing.lines, statements.lines);
-  const bool isNew = statements.gaps.empty() || statements.gaps.front() != kCut;
-  if (isNew && (replay.isCut() || FlashEngine_1_00::timeBudgetSpent())) statements.gaps.emplace_back(kCut);
+  if (replay.isCut() || FlashEngine_1_00::timeBudgetSpent()) statements.gaps.emplace_back(kReplayCut);
   return statements;
 }
 

@@ -116,8 +116,8 @@ std::vector<std::string> gapsFrom(const ByteView& image, Position position) {
     const bool isOver = position == end && (spriteEnd > 0 || fileLength(image) <= end);
     const bool isThere = position + kShortHeader <= end;
     if (isThere) reader.TagHeaderParsing(image, position, &code, &length);
-    // A tag is longer than what it stands in, or a sprite holds a sprite.
-    if (!isOver && (!isThere || position + length > end || (code == kSprite && spriteEnd > 0))) {
+    // The last tag is longer than what it stands in, or a sprite holds a sprite.
+    if (!isOver && (!isThere || (code == kSprite && spriteEnd > 0))) {
       add(kDamaged);
       return gaps;
     }
