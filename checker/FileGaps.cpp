@@ -39,7 +39,7 @@ std::vector<std::string> sourceGaps(std::FILE* file) {
 std::vector<std::string> fileGaps(const std::string& path) {
   const FlashEngine_1_00::File file = FlashEngine_1_00::openFile(path, "rb");
   if (file == nullptr) return {};
-  std::array<char, 4> head{};
+  std::array<unsigned char, 4> head{};
   (void)std::fread(head.data(), 1, head.size(), file.get());
   std::rewind(file.get());
 
@@ -57,7 +57,8 @@ std::vector<std::string> fileGaps(const std::string& path) {
     return sourceGaps(file.get());
   }
   if (small == "swf" && isKnown) return flashGaps(path);
-  const bool isFlash = std::strchr("FCZ", head[0]) != nullptr && head[1] == 'W' && head[2] == 'S' && head[3] < ' ';
+  const bool isFlash =
+      std::strchr("FCZ", head[0]) != nullptr && head[1] == 'W' && head[2] == 'S' && head[3] < ' ';  // its version
   if (isFlash) return {"a Flash file by its content that has another extension"};
   return {};
 }

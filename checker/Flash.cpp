@@ -3,6 +3,7 @@
 #include "checker/Flash.h"
 
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "checker/FlashGaps.h"
 #include "checker/Json.h"
@@ -30,31 +31,36 @@ std::string failureOf(RunResult code) {
   }
 }
 
-}  // namespace
-
-FlashText disassemble(const std::string& path) {
+FlashText list(const std::string& path) {
   FlashEngine_1_00::startTimeBudget();
   FlashText listing{RUN_SUCCESS, {}, {}};
   FlashEngine_1_00::DeAssembler reader;
   listing.code = reader.SWFDeAssemblerMain(path, listing.lines);
   if (reader.isCut() || FlashEngine_1_00::timeBudgetSpent()) listing.gaps.emplace_back(kListingCut);
-  const std::string failure = failureOf(listing.code);
-  if (failure.empty()) {
-    for (const std::string& gap : flashGaps(path))
-      listing.gaps.push_back(gap);
-  } else {
-    listing.gaps.push_back(failure);
-  }
   return listing;
 }
 
+// What else is missing. After the work, so that this takes none of its time.
+FlashText withGaps(FlashText text, const std::string& path) {
+  const std::string failure = failureOf(text.code);
+  const std::vector<std::string> gaps = failure.empty() ? flashGaps(path) : std::vector<std::string>{failure};
+  text.gaps.insert(text.gaps.end(), gaps.begin(), gaps.end());
+  return text;
+}
+
+}  // namespace
+
+FlashText disassemble(const std::string& path) {
+  return withGaps(list(path), path);
+}
+
 FlashText decompile(const std::string& path) {
-  FlashText listing = disassemble(path);
-  FlashText statements{listing.code, {}, listing.gaps};
+  FlashText listing = list(path);
+  FlashText statements{listing.code, {}, std::move(listing.gaps)};
   FlashEngine_1_00::DeCompiler replay;
   (void)replay.SWFDeCompilerMain(listing.lines, statements.lines);
   if (replay.isCut() || FlashEngine_1_00::timeBudgetSpent()) statements.gaps.emplace_back(kReplayCut);
-  return statements;
+  return withGaps(std::move(statements), path);
 }
 
 std::string plainText(const FlashText& text) {
