@@ -3,6 +3,7 @@
 #include "checker/EngineRun.h"
 
 #include <fcntl.h>
+#include <minizip/unzip.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -11,11 +12,14 @@
 #include <filesystem>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
+#include "checker/FileGaps.h"
 #include "platform/Limits.h"
 #include "platform/Paths.h"
 #include "tarvo/Print_Log.h"
 #include "tarvo/api_check_engine.h"
+#include "unzip/unzip_job.h"
 
 namespace fs = std::filesystem;
 
@@ -24,13 +28,46 @@ namespace {
 FlashEngine_1_00::EnginePaths currentPaths;
 EngineRun* currentRun = nullptr;
 
-// The formats of the log lines that tell what was found or missed.
 constexpr std::string_view kPackageFound = " zip file found [%s]/ Size [%d]";
 constexpr std::string_view kEntryFailed = " entry [%s] not extracted [%d] ";
-constexpr std::string_view kEntryUnsafe = " unsafe entry [%s] skipped ";
-constexpr std::string_view kSourceUnreadable = " file[%s] Open Error ";
-constexpr std::string_view kFlashSignature = "[%s] [swfHeader] [%s]";
-constexpr std::string_view kFileUnreadable = " [%s] Open Error ";
+constexpr std::string_view kFlashFailed = " file[%s] not read whole [%d] ";
+
+// The extracted files are there until one of these.
+constexpr std::string_view kCheckpoint = "Time [%s]:%ld:%ld ";  // "Finished"
+constexpr std::string_view kRunEnded = "[%s] StartRun-returnCode [%d] ";
+
+constexpr int kAnyCode = 0;
+
+// Log lines that tell of something the engine did not look at. They begin with the name of a file, or of an entry of
+// the package that is being expanded; some go on with a code.
+struct LogReason {
+  std::string_view format;
+  bool isEntry;
+  int code;
+  const char* reason;
+};
+constexpr LogReason kLogReasons[] = {
+    {kEntryFailed, true, FlashEngine_1_00::kBoundPassed,
+     "a bound on what all packages unpack to was passed: neither it nor what follows was unpacked"},
+    {kEntryFailed, true, UNZ_END_OF_LIST_OF_FILE,
+     "it stands behind the entries that the package counts: neither it nor what follows was unpacked"},
+    {kEntryFailed, true, UNZ_ERRNO, "could not be read or written: neither it nor what follows was unpacked"},
+    {kEntryFailed, true, kAnyCode, "damaged or encrypted: neither it nor what follows was unpacked"},
+    {" unsafe entry [%s] skipped ", true, kAnyCode, "its name leads out of the package"},
+    {" entry [%s] has a longer name ", true, kAnyCode, "its name is too long or holds a zero byte"},
+    {" entry [%s] replaces an earlier one ", true, kAnyCode, "an earlier entry of the same name was replaced"},
+    {" entry [%s] is named [%s] in its own header ", true, kAnyCode,
+     "other readers take it for another file: its own header has another name"},
+    {" entry [%s] holds more than the [%llu] bytes of its header ", true, kAnyCode,
+     "it holds more than its header says"},
+    {" package [%s] not extracted ", false, kAnyCode, "could not be opened as a package"},
+    {" file[%s] Open Error ", false, kAnyCode, "could not be opened"},
+    {" [%s] Open Error ", false, kAnyCode, "could not be opened"},
+    {kFlashFailed, false, RUN_SWF_BAD_SIGNATURE, nullptr},  // told by flashGaps
+    {kFlashFailed, false, RUN_SWF_UNCOMPRESS_FAILED, "its compressed body is damaged or too large"},
+    {kFlashFailed, false, RUN_TIME_LIMIT, "the time for Flash files was used up"},
+    {kFlashFailed, false, kAnyCode, "could not be read whole"},
+};
 
 constexpr std::size_t kMaxLinkName = 100;
 
@@ -78,10 +115,6 @@ EngineRun::EngineRun(const std::string& database, const std::string& application
   addInputs(application);
   currentPaths = {fs::absolute(database).string(), directory_.path(), directory_.path() + "/AnalysisResult"};
   run();
-  noteUnreadPackages();
-  if (engine_->worthfulSourceList.empty() && !anyFlash() && notChecked_.empty()) {
-    notChecked_.push_back("there is neither a web source nor a Flash file in it");
-  }
 }
 
 void EngineRun::run() {
@@ -107,6 +140,7 @@ void EngineRun::addInputs(const std::string& application) {
   fs::recursive_directory_iterator entry(application, error);
   for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
     if (entry->is_regular_file(error)) files.push_back(entry->path().string());
+    if (entry->is_symlink(error) && entry->is_directory(error)) miss(entry->path().string(), "a link to a directory");
   }
   if (error) throw std::runtime_error("cannot be read whole: " + error.message());
   std::sort(files.begin(), files.end());
@@ -138,54 +172,72 @@ void EngineRun::takeLog(const char* function, const char* format, va_list argume
   va_list first;
   va_copy(first, arguments);
   log_.push_back({function, formatted(format, arguments)});
-  const auto subject = [&first] { return std::string(va_arg(first, const char*)); };
   if (format == kPackageFound) {
     // Packages are found in the order of their extraction directories' numbers.
     const std::string directory = directory_.path() + "/" + std::to_string(packages_.size());
     packages_.push_back(directory);
-    const std::string path = subject();
+    const std::string path = va_arg(first, const char*);
     shownAs_[directory] = shown(path) + "!";
+    // Another package can have the name that is left of it.
     if (path.size() > FlashEngine_1_00::kMaxPackageName) miss(shown(path), "its path is too long for the engine");
-  } else if (format == kEntryFailed) {
-    const std::string entry = subject();
-    miss(entry.empty() ? shownAs_[packages_.back()] : shownAs_[packages_.back()] + "/" + entry,
-         entry.empty() ? "its directory is damaged" : "could not be unpacked, nor what follows it");
-  } else if (format == kEntryUnsafe) {
-    miss(shownAs_[packages_.back()] + "/" + subject(), "its name leads out of the package");
-  } else if (format == kFlashSignature) {
-    (void)subject();  // the function's name
-    const std::string signature = va_arg(first, const char*);
-    if (signature != "FWS" && signature != "CWS") miss("a Flash file that begins with '" + signature + "'", "not read");
-  } else if (format == kSourceUnreadable || format == kFileUnreadable) {
-    const std::string path = subject();
-    if (path != currentPaths.resultFile) miss(shown(path), "could not be read");
+  } else if (format == kRunEnded ||
+             (format == kCheckpoint && log_.back().text.find("[Finished]") != std::string::npos)) {
+    lookAtFiles();
+  } else if (std::any_of(std::begin(kLogReasons), std::end(kLogReasons),
+                         [&](const LogReason& row) { return row.format == format; })) {
+    const std::string subject = va_arg(first, const char*);
+    const bool hasCode = std::string_view(format).find("%d") != std::string_view::npos;
+    missLogged(format, subject, hasCode ? va_arg(first, int) : kAnyCode);
   }
   va_end(first);
 }
 
-void EngineRun::miss(const std::string& what, const std::string& why) {
-  const std::string text = what + ": " + why;
-  if (std::find(notChecked_.begin(), notChecked_.end(), text) == notChecked_.end()) notChecked_.push_back(text);
+void EngineRun::missLogged(std::string_view format, const std::string& subject, int code) {
+  if (subject == currentPaths.resultFile) return;  // it is of no use to us
+  const auto& row = *std::find_if(std::begin(kLogReasons), std::end(kLogReasons), [&](const LogReason& reason) {
+    return reason.format == format && (reason.code == code || reason.code == kAnyCode);
+  });
+  if (row.isEntry) {
+    // The entry has no name where the package's directory is damaged.
+    miss(shownAs_[packages_.back()] + (subject.empty() ? "" : "/" + subject), row.reason);
+  } else if (row.reason != nullptr && !isMissed(subject)) {
+    miss(shown(subject), row.reason);
+  }
 }
 
-bool EngineRun::anyFlash() const {
+void EngineRun::miss(const std::string& part, const std::string& reason) {
+  if (missed_.insert({part, reason}).second) notChecked_.push_back({part, reason});
+}
+
+// What the engine says nothing of, while the files are still there. After its own work, so that this takes none of its
+// time.
+void EngineRun::lookAtFiles() {
+  if (std::exchange(filesLookedAt_, true)) return;
+  for (const std::string& path : engine_->cutFlashFiles) {
+    if (!isMissed(path)) miss(shown(path), "cut by a bound or by the time for Flash files");
+  }
+  for (const std::vector<std::string>* files : {&inputs_, &engine_->extractedFileList}) {
+    for (const std::string& path : *files) {
+      if (isMissed(path)) continue;
+      for (const std::string& reason : fileGaps(path))
+        miss(shown(path), reason);
+    }
+  }
+}
+
+bool EngineRun::isMissed(const std::string& path) const {
+  const std::string part = shown(path);
+  const auto next = missed_.lower_bound({part, ""});
+  return next != missed_.end() && next->first == part;
+}
+
+bool EngineRun::foundNothing() const {
   const auto isFlash = [](const std::string& file) {
     const std::string extension = CStringUtil().findFileExtention(file);
     return extension == "swf" || extension == "SWF";
   };
-  return std::any_of(inputs_.begin(), inputs_.end(), isFlash) ||
-         std::any_of(engine_->extractedFileList.begin(), engine_->extractedFileList.end(), isFlash);
-}
-
-void EngineRun::noteUnreadPackages() {
-  for (const std::string& directory : packages_) {
-    const bool hasFiles = std::any_of(
-        engine_->extractedFileList.begin(), engine_->extractedFileList.end(),
-        [&](const std::string& file) { return file.compare(0, directory.size() + 1, directory + "/") == 0; });
-    std::string package = shownAs_[directory];
-    package.pop_back();
-    if (!hasFiles) miss(package, "no file could be unpacked from this package");
-  }
+  return engine_->worthfulSourceList.empty() && std::none_of(inputs_.begin(), inputs_.end(), isFlash) &&
+         std::none_of(engine_->extractedFileList.begin(), engine_->extractedFileList.end(), isFlash);
 }
 
 std::string EngineRun::shown(const std::string& enginePath) const {

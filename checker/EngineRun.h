@@ -3,11 +3,20 @@
 #include <cstdarg>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "checker/PrivateDirectory.h"
+
+// A part of an application that the engine did not look at, and why, for the user.
+struct NotChecked {
+  std::string part;
+  std::string reason;
+};
 
 struct LogLine {
   std::string function;
@@ -29,8 +38,11 @@ class EngineRun {
   const FlashEngine_1_00::APIAnalysis& engine() const { return *engine_; }
   const std::vector<LogLine>& log() const { return log_; }
 
-  // What the engine could not look at, one text for the user each.
-  const std::vector<std::string>& notChecked() const { return notChecked_; }
+  // What the engine did not look at.
+  const std::vector<NotChecked>& notChecked() const { return notChecked_; }
+
+  // Whether there was nothing of what the engine looks at: neither a web source nor a Flash file.
+  bool foundNothing() const;
 
   // The user's name for a path of the engine: as given for the application's own files, "app.wgt!/www/js/main.js" for
   // one inside a package.
@@ -46,13 +58,16 @@ class EngineRun {
   void addInput(const std::string& path, const std::string& shownAs);
   void addInputs(const std::string& application);
   void run();
-  void miss(const std::string& what, const std::string& why);
-  void noteUnreadPackages();
-  bool anyFlash() const;
+  void miss(const std::string& part, const std::string& reason);
+  void missLogged(std::string_view format, const std::string& subject, int code);
+  bool isMissed(const std::string& path) const;
+  void lookAtFiles();
 
   PrivateDirectory directory_;
   std::vector<LogLine> log_;
-  std::vector<std::string> notChecked_;
+  std::vector<NotChecked> notChecked_;
+  std::set<std::pair<std::string, std::string>> missed_;  // the same, to be found
+  bool filesLookedAt_ = false;
   std::vector<std::string> inputs_;             // as the engine gets them
   std::map<std::string, std::string> shownAs_;  // those, and the extraction directories, by the engine's path
   std::vector<std::string> packages_;           // extraction directories, in the order of their numbers

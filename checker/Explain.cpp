@@ -5,7 +5,6 @@
 #include <nlohmann/json.hpp>
 
 #include "checker/Json.h"
-#include "checker/Report.h"
 
 using FlashEngine_1_00::APIAnalysis;
 using FlashEngine_1_00::FlashFunctionInfo;
@@ -37,6 +36,10 @@ class Explainer {
     return {{"function", (*this)(line.function)}, {"text", (*this)(line.text)}};
   }
 
+  Json operator()(const NotChecked& missed) const {
+    return {{"part", (*this)(missed.part)}, {"reason", (*this)(missed.reason)}};
+  }
+
   template <typename T>
   Json operator()(const std::vector<T>& list) const {
     Json items = Json::array();
@@ -51,13 +54,15 @@ class Explainer {
 
 }  // namespace
 
-std::string explain(const EngineRun& run) {
+std::string explain(const EngineRun& run, Verdict verdict) {
   const Explainer json(run);
   const APIAnalysis& engine = run.engine();
   std::vector<std::string> findings;
   for (const Finding& finding : findingsOf(run))
     findings.push_back(finding.engineLine);
   return Json{{"code", run.code()},
+              {"verdict", nameOf(verdict)},
+              {"notChecked", json(run.notChecked())},
               {"findings", json(findings)},
               {"log", json(run.log())},
               {"whiteAPIList", json(engine.whiteAPIList)},

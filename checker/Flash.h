@@ -9,6 +9,7 @@
 struct FlashText {
   RunResult code;  // of the reader
   std::vector<std::string> lines;
+  std::vector<std::string> gaps;  // why not all of the file's script is in it
 };
 
 // The listing of its action records.
@@ -20,6 +21,3 @@ FlashText decompile(const std::string& path);
 // `text` as it is, a line each; or as JSON {"code": n, `key`: [lines]}.
 std::string plainText(const FlashText& text);
 std::string jsonText(const FlashText& text, const char* key);
-
-// Why not all of the file is in its text; empty if it is.
-std::string failureOf(RunResult code);

@@ -2,7 +2,7 @@
 
 #include "checker/PrivateDirectory.h"
 
-#include <fcntl.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -23,12 +23,15 @@ constexpr std::size_t kMaxRoot = 100;
   throw std::runtime_error(what + ": " + std::strerror(errno));
 }
 
-// The helper process: waits until the pipe's other end is gone, then removes the directory.
-[[noreturn]] void removeWhenClosed(int lifeline, const std::string& path) {
+// The helper process: makes the directory, tells its name, waits until the other end is gone and removes it. Nobody can
+// be killed between the making and the waiting.
+[[noreturn]] void makeAndRemove(int other, std::string path) {
   setsid();  // the terminal's interrupt is for the parent
+  if (mkdtemp(path.data()) == nullptr) _exit(errno);
+  (void)send(other, path.data(), path.size(), MSG_NOSIGNAL);
   (void)!chdir("/");
   char byte = 0;
-  while (read(lifeline, &byte, 1) < 0 && errno == EINTR) {
+  while (read(other, &byte, 1) < 0 && errno == EINTR) {
   }
   FlashEngine_1_00::removeTree(path);
   _exit(0);
@@ -47,28 +50,35 @@ std::string temporaryRoot() {
 PrivateDirectory::PrivateDirectory() {
   path_ = temporaryRoot() + "/tarvo-check-XXXXXX";
   std::array<int, 2> ends{};
-  if (pipe2(ends.data(), O_CLOEXEC) != 0) fail("cannot make a pipe");
-  if (mkdtemp(path_.data()) == nullptr) {
+  if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) fail("cannot make a socket");
+  helper_ = fork();
+  if (helper_ == 0) {
     close(ends[0]);
-    close(ends[1]);
-    fail("cannot make a directory '" + path_ + "'");
+    makeAndRemove(ends[1], path_);
   }
-  remover_ = fork();
-  if (remover_ == 0) {
-    close(ends[1]);
-    removeWhenClosed(ends[0], path_);
-  }
-  close(ends[0]);
-  lifeline_ = ends[1];
-  if (remover_ < 0) {
+  close(ends[1]);
+  lifeline_ = ends[0];
+  if (helper_ < 0) {
     close(lifeline_);
-    rmdir(path_.c_str());
     fail("cannot start a process");
   }
+  ssize_t received = 0;
+  while ((received = recv(lifeline_, path_.data(), path_.size(), MSG_WAITALL)) < 0 && errno == EINTR) {
+  }
+  if (received == static_cast<ssize_t>(path_.size())) return;
+  const int status = endHelper();
+  errno = WIFEXITED(status) ? WEXITSTATUS(status) : ECHILD;
+  fail("cannot make a directory '" + path_ + "'");
 }
 
 PrivateDirectory::~PrivateDirectory() {
+  (void)endHelper();
+}
+
+int PrivateDirectory::endHelper() const {
   close(lifeline_);
-  while (waitpid(remover_, nullptr, 0) < 0 && errno == EINTR) {
+  int status = 0;
+  while (waitpid(helper_, &status, 0) < 0 && errno == EINTR) {
   }
+  return status;
 }

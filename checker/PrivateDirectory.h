@@ -5,7 +5,7 @@
 #include <string>
 
 // A new directory that only this user can read, for everything one run writes. It is removed with the object, and also
-// when this process is killed or crashes: a helper process waits for its end.
+// when this process is killed or crashes: a helper process makes it, and waits for our end.
 class PrivateDirectory {
  public:
   // Made in $TMPDIR where the engine can work there, else in /tmp. Throws std::runtime_error with a message for the
@@ -18,7 +18,9 @@ class PrivateDirectory {
   const std::string& path() const { return path_; }
 
  private:
+  int endHelper() const;  // the status it ended with
+
   std::string path_;
-  int lifeline_ = -1;  // write end of a pipe that closes with this process
-  pid_t remover_ = -1;
+  int lifeline_ = -1;  // end of a socket pair that closes with this process
+  pid_t helper_ = -1;
 };

@@ -54,8 +54,19 @@ std::string textOf(const Finding& finding) {
   return finding.path + place + ": undocumented API '" + finding.method + "' on " + finding.plugin;
 }
 
-std::string failureOf(RunResult code, const std::string& database) {
-  if (code == RUN_DB_LOAD_FAILED) return "the database '" + database + "' cannot be read; pass --database FILE";
-  if (code == RUN_DB_NO_ROOT) return "the database '" + database + "' has no APIAnalysisDB element";
-  return std::string();
+const char* nameOf(Verdict verdict) {
+  static constexpr const char* kNames[] = {"clean", "incomplete", "findings", "could not check"};
+  return kNames[static_cast<std::size_t>(verdict)];
+}
+
+Verdict verdictOf(const EngineRun& run, const std::string& failure) {
+  if (!failure.empty()) return Verdict::notChecked;
+  if (!run.engine().resultList.empty()) return Verdict::findings;
+  return run.notChecked().empty() ? Verdict::clean : Verdict::incomplete;
+}
+
+std::string failureOf(const EngineRun& run, const std::string& database) {
+  if (run.code() == RUN_DB_LOAD_FAILED) return "the database '" + database + "' cannot be read; pass --database FILE";
+  if (run.code() == RUN_DB_NO_ROOT) return "the database '" + database + "' has no APIAnalysisDB element";
+  return run.foundNothing() ? "there is neither a web source nor a Flash file in it" : std::string();
 }

@@ -24,5 +24,14 @@ std::string printable(const std::string& text);
 // "app.wgt!/www/js/main.js:57: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER"
 std::string textOf(const Finding& finding);
 
-// Why an application of this code got no verdict; empty for the codes that are one.
-std::string failureOf(RunResult code, const std::string& database);
+// What came out of an application; of several, the last one of these counts.
+enum class Verdict { clean, incomplete, findings, notChecked };
+
+// "clean", "incomplete", "findings", "could not check"
+const char* nameOf(Verdict verdict);
+
+// `failure` as below.
+Verdict verdictOf(const EngineRun& run, const std::string& failure);
+
+// Why an application could not be checked at all; empty if it could.
+std::string failureOf(const EngineRun& run, const std::string& database);

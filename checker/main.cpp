@@ -1,7 +1,7 @@
 // tarvo-check: vets applications from the command line with the engine that the host loads.
 //
-// Exit status of an application: 1 an undocumented API is used, else 2 something could not be checked, else 0. Of all
-// applications together: the highest.
+// Exit status of an application: 2 it could not be checked at all, else 1 an undocumented API is used, else 3 a part of
+// it was not checked, else 0. Of all applications together: the first of these.
 
 #include <CLI/CLI.hpp>
 #include <filesystem>
@@ -14,12 +14,15 @@
 
 namespace {
 
-enum ExitStatus { kDocumented = 0, kUndocumented = 1, kNotChecked = 2 };
+constexpr int kDone = 0;
+constexpr int kFailed = 2;
+constexpr int kStatusOf[] = {0, 3, 1, 2};  // of each Verdict
 
 struct Options {
   std::string database;
   bool log = false;
   bool engineLines = false;
+  bool allowIncomplete = false;
   std::vector<std::string> applications;
   std::string file;  // of a command that takes one
   bool json = false;
@@ -37,14 +40,13 @@ void printLog(const EngineRun& run) {
     std::cerr << line.function << ": " << printable(line.text) << '\n';
 }
 
-ExitStatus verdict(const std::string& application, ExitStatus status, const std::string& text) {
-  std::cout << printable(application + ": " + text) << '\n';
-  return status;
+std::string counted(std::size_t count, const char* one, const char* several) {
+  return std::to_string(count) + ' ' + (count == 1 ? one : several);
 }
 
-ExitStatus report(const std::string& application, const EngineRun& run, const Options& options) {
-  const std::string failure = failureOf(run.code(), options.database);
-  if (!failure.empty()) return verdict(application, kNotChecked, "could not check: " + failure);
+Verdict report(const std::string& application, const EngineRun& run, const Options& options) {
+  const std::string failure = failureOf(run, options.database);
+  const Verdict verdict = verdictOf(run, failure);
   const std::vector<Finding> findings = findingsOf(run);
   for (const Finding& finding : findings) {
     if (options.engineLines) {
@@ -53,44 +55,47 @@ ExitStatus report(const std::string& application, const EngineRun& run, const Op
       std::cout << printable(textOf(finding)) << '\n';
     }
   }
-  for (const std::string& missed : run.notChecked())
-    std::cout << "not checked: " << printable(missed) << '\n';
-  if (!findings.empty()) {
-    const std::string calls = findings.size() == 1 ? " use" : " uses";
-    return verdict(application, kUndocumented, std::to_string(findings.size()) + calls + " of undocumented APIs");
-  }
-  if (!run.notChecked().empty()) return verdict(application, kNotChecked, "could not check all of it");
-  return verdict(application, kDocumented, "only documented APIs");
+  for (const NotChecked& missed : run.notChecked())
+    std::cout << printable("not checked: " + missed.part + ": " + missed.reason) << '\n';
+  const std::string texts[] = {
+      "only documented APIs",
+      "incomplete, " + counted(run.notChecked().size(), "part was", "parts were") + " not checked",
+      counted(findings.size(), "use", "uses") + " of undocumented APIs",
+      "could not check: " + failure,
+  };
+  std::cout << printable(application + ": " + texts[static_cast<std::size_t>(verdict)]) << '\n';
+  return verdict == Verdict::incomplete && options.allowIncomplete ? Verdict::clean : verdict;
 }
 
-ExitStatus check(const std::string& application, const Options& options) {
+Verdict check(const std::string& application, const Options& options) {
   try {
     const EngineRun run(options.database, application);
     if (options.log) printLog(run);
     return report(application, run, options);
   } catch (const std::exception& error) {
-    return verdict(application, kNotChecked, std::string("could not check: ") + error.what());
+    std::cout << printable(application + ": could not check: " + error.what()) << '\n';
+    return Verdict::notChecked;
   }
 }
 
-ExitStatus explainOne(const Options& options) {
+int explainOne(const Options& options) {
   try {
     const EngineRun run(options.database, options.file);
     if (options.log) printLog(run);
-    std::cout << explain(run) << '\n';
-    return failureOf(run.code(), options.database).empty() ? kDocumented : kNotChecked;
+    const Verdict verdict = verdictOf(run, failureOf(run, options.database));
+    std::cout << explain(run, verdict) << '\n';
+    return verdict == Verdict::notChecked ? kFailed : kDone;
   } catch (const std::exception& error) {
     std::cerr << "tarvo-check: " << options.file << ": " << error.what() << '\n';
-    return kNotChecked;
+    return kFailed;
   }
 }
 
-ExitStatus printFlash(const Options& options, const FlashText& text, const char* key) {
+int printFlash(const Options& options, const FlashText& text, const char* key) {
   std::cout << (options.json ? jsonText(text, key) : plainText(text));
-  const std::string failure = failureOf(text.code);
-  if (failure.empty()) return kDocumented;
-  std::cerr << "tarvo-check: " << printable(options.file) << ": " << failure << '\n';
-  return kNotChecked;
+  for (const std::string& gap : text.gaps)
+    std::cerr << "tarvo-check: " << printable(options.file) << ": " << gap << '\n';
+  return text.code == RUN_SUCCESS ? kDone : kFailed;
 }
 
 // The commands other than the check itself.
@@ -99,7 +104,7 @@ struct Command {
   const char* description;
   const char* argument;
   bool takesJson;
-  ExitStatus (*run)(const Options& options);
+  int (*run)(const Options& options);
 };
 
 constexpr Command kCommands[] = {
@@ -117,11 +122,14 @@ int main(int argc, char** argv) {
   options.database = ownDatabase();
   CLI::App app("Finds calls of undocumented platform APIs in web applications.");
   app.footer(
-      "Exit status: 0 only documented APIs, 1 an undocumented one is used, 2 could not check all of it; explain: 0 or "
-      "2.");
+      "Exit status: 0 only documented APIs, 1 an undocumented one is used, 2 could not be checked at all, 3 "
+      "incomplete: "
+      "no undocumented one, but a part was not checked; of several applications the first of 2, 1, 3, 0. The commands: "
+      "0 or 2.");
   app.add_option("--database", options.database, "API database to check against")->type_name("FILE");
   app.add_flag("--log", options.log, "print the engine's log lines to standard error");
   app.add_flag("--engine-lines", options.engineLines, "print findings as the engine writes them on the device");
+  app.add_flag("--allow-incomplete", options.allowIncomplete, "exit status 0 instead of 3");
   app.add_option("APPLICATION", options.applications, "zip package, directory or single file");
   const Command* chosen = nullptr;
   for (const Command& command : kCommands) {
@@ -140,12 +148,12 @@ int main(int argc, char** argv) {
     if (chosen == nullptr && options.applications.empty()) throw CLI::RequiredError("APPLICATION");
     if (chosen != nullptr && !options.applications.empty()) throw CLI::ExtrasError(options.applications);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? kDocumented : kNotChecked;
+    return app.exit(error) == 0 ? kDone : kFailed;
   }
 
   if (chosen != nullptr) return chosen->run(options);
-  ExitStatus worst = kDocumented;
+  Verdict worst = Verdict::clean;
   for (const std::string& application : options.applications)
     worst = std::max(worst, check(application, options));
-  return worst;
+  return kStatusOf[static_cast<std::size_t>(worst)];
 }

@@ -215,6 +215,9 @@ class APIAnalysis : public IAppAnalysis {
   std::vector<std::string> extractedFileList;
   std::vector<std::string> extractedDirList;
 
+  // Flash files of the last run whose listing, replay or search for calls a bound or the time budget cut.
+  std::vector<std::string> cutFlashFiles;
+
  private:
   // Steps of the members above; not exported.
   [[gnu::visibility("hidden")]] RunResult runStages(std::vector<std::string>& workingList);

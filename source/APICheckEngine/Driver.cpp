@@ -13,6 +13,7 @@
 #include "platform/Log.h"
 #include "platform/Paths.h"
 #include "platform/RemoveTree.h"
+#include "platform/TimeBudget.h"
 #include "tarvo/api_check_engine.h"
 
 namespace FlashEngine_1_00 {
@@ -127,6 +128,7 @@ RunResult APIAnalysis::APIAnalysisFromSWFMain(std::vector<std::string>* files) {
   if (code != RUN_SUCCESS) return code;
   PrintProcessingTime("AfterFindAPIFunctionName4JS");
 
+  cutFlashFiles.clear();
   for (const std::string& path : *files) {
     const std::string extension = stringUtil_.findFileExtention(path);
     if (extension != "SWF" && extension != "swf") continue;
@@ -146,8 +148,10 @@ RunResult APIAnalysis::analyseFlashFile(const std::string& path) {
   if (read != RUN_SUCCESS) {
     TARVO_LOG_AS("APIAnalysisFromSWFMain", " file[%s] not read whole [%d] ", path.c_str(), static_cast<int>(read));
   }
-  const auto code = static_cast<RunResult>(deCompiler_.SWFDeCompilerMain(lines, statements));
-  return code == RUN_SUCCESS ? FindAPIFunctionName4SWF(statements, path) : code;
+  auto code = static_cast<RunResult>(deCompiler_.SWFDeCompilerMain(lines, statements));
+  if (code == RUN_SUCCESS) code = FindAPIFunctionName4SWF(statements, path);
+  if (deAssembler_.isCut() || deCompiler_.isCut() || timeBudgetSpent()) cutFlashFiles.push_back(path);
+  return code;
 }
 
 }  // namespace FlashEngine_1_00

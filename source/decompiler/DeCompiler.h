@@ -43,6 +43,9 @@ class DeCompiler {
   // Sets `statements` to the call statements of `listing`, in the order of the calls. Always RUN_SUCCESS.
   unsigned SWFDeCompilerMain(Lines& listing, Lines& statements);
 
+  // Whether kMaxReplayBytes ended the last replay.
+  [[gnu::visibility("hidden")]] bool isCut() const { return full_; }
+
   // Appends the keys and values of one argument line, "ActionPush#@x441#type#@x442#0#@x441#value#@x442#x".
   void parserKeyValuePair(std::string line, Lines& keys, Lines& values);
 

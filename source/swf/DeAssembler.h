@@ -60,6 +60,9 @@ class DeAssembler {
   // Forgets what was learned of the last file.
   void resetMemberVariable();
 
+  // Whether kMaxListingBytes cut the listing of the last file.
+  [[gnu::visibility("hidden")]] bool isCut() const { return listingFull_; }
+
   // ---- listing: ActionListing.cpp -----------------------------------------------------------------------------------
 
   // Appends the listing of one script block, whose first byte has the position `base`.

@@ -101,8 +101,9 @@ TEST_F(Checker, SaysWhyItCouldNotCheck) {
   write("movie.swf", "FWS");
   write("page.txt", "text");
   write("cut.wgt", "PK\3\4 cut in the middle");
+  const std::string undocumented = kExamples + "/undocumented.wgt";
   struct Row {
-    const char *arguments, *part;
+    std::string arguments, part;
     int status;
   } rows[] = {
       {"missing.wgt", "missing.wgt: could not check: no such file or directory\n", 2},
@@ -111,9 +112,19 @@ TEST_F(Checker, SaysWhyItCouldNotCheck) {
       {"--database . www", "the database '.' cannot be read", 2},
       {"--database noroot.xml www", "has no APIAnalysisDB element", 2},
       {"--database empty.xml www", "www: only documented APIs\n", 0},
-      {"cut.wgt", "cut.wgt: no file could be unpacked from this package\ncut.wgt: could not check all of it\n", 2},
-      {"movie.swf", "movie.swf: only documented APIs\n", 0},
-      {"page.txt", "not checked: there is neither a web source nor a Flash file in it\n", 2},
+      {"explain movie.swf", "\"verdict\": \"incomplete\"", 0},
+      {"explain cut.wgt", "\"verdict\": \"could not check\"", 2},
+      {"cut.wgt",
+       "not checked: cut.wgt: could not be opened as a package\n"
+       "cut.wgt: could not check: there is neither a web source nor a Flash file in it\n",
+       2},
+      {"page.txt", "page.txt: could not check: there is neither a web source nor a Flash file in it\n", 2},
+      {"movie.swf",
+       "not checked: movie.swf: its tags are damaged or cut short\nmovie.swf: incomplete, 1 part was not checked\n", 3},
+      {"--allow-incomplete movie.swf", "movie.swf: incomplete, 1 part was not checked\n", 0},
+      {"--allow-incomplete movie.swf " + undocumented, "movie.swf: incomplete", 1},
+      {"movie.swf " + undocumented, "1 use of", 1},
+      {"missing.wgt " + undocumented, "1 use of", 2},
       {"www explain www 2>&1", "www", 2},
       {"missing.wgt www", "www: only documented APIs\n", 2},
       {"2>&1", "APPLICATION is required", 2},
@@ -139,12 +150,16 @@ TEST_F(Checker, ExplainsAllThatTheEngineKnows) {
   write("www/index.html", kPage);
   write("www/a.js", kCall + "x.\xE4 = 1; $('tv').Run(1); /* */ function g(b) { var o = $('tv'); (o.Open()); }");
   fs::copy_file(kExamples + "/nested.wgt", "www/nested.wgt");
+  write("www/\xE4.swf", "");
   const Output output = check("explain www");
   EXPECT_EQ(output.status, 0);
   const auto json = nlohmann::json::parse(output.text);
   EXPECT_EQ(json["code"], 1001);
   EXPECT_EQ(json["findings"].size(), 3U);  // on a variable, in the package, on a look-up
   EXPECT_EQ(json["findings"], json["resultList"]);
+  EXPECT_EQ(json["verdict"], "findings");
+  EXPECT_EQ(json["notChecked"][0]["part"], "www/\xC3\xA4.swf");
+  EXPECT_NE(json["notChecked"][0]["reason"].get<std::string>().find("not a Flash file"), std::string::npos);
   EXPECT_EQ(json["log"][0]["function"], "APIAnalysis");
   EXPECT_EQ(json["log"][0]["text"], "Engine Version [140808_QX_1.30] ");
   EXPECT_EQ(json["extractedDirList"], (std::vector<std::string>{"/tmp/0", "/tmp/1"}));

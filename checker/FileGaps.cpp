@@ -1,0 +1,64 @@
+// What the engine passes over without a word. Test: tests/checker/NotChecked_test.cpp.
+
+#include "checker/FileGaps.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <climits>
+#include <cstring>
+#include <iterator>
+
+#include "checker/FlashGaps.h"
+#include "platform/File.h"
+#include "tarvo/CStringUtil.h"
+
+namespace {
+
+constexpr const char* kSourceExtensions[] = {"html", "htm", "js", "xml"};
+
+std::string mapped(std::string text, int (*toCase)(int)) {
+  for (char& c : text)
+    c = static_cast<char>(toCase(static_cast<unsigned char>(c)));
+  return text;
+}
+
+// The engine reads a source up to its first zero byte, and none of one that is longer than INT_MAX.
+std::vector<std::string> sourceGaps(std::FILE* file) {
+  std::array<char, 1 << 16> bytes{};
+  std::size_t total = 0;
+  for (std::size_t read; (read = std::fread(bytes.data(), 1, bytes.size(), file)) > 0; total += read) {
+    if (std::memchr(bytes.data(), '\0', read) != nullptr) return {"not read from its first zero byte on"};
+    if (total + read >= INT_MAX) return {"too large"};
+  }
+  return {};
+}
+
+}  // namespace
+
+std::vector<std::string> fileGaps(const std::string& path) {
+  const FlashEngine_1_00::File file = FlashEngine_1_00::openFile(path, "rb");
+  if (file == nullptr) return {};
+  std::array<unsigned char, 4> head{};
+  (void)std::fread(head.data(), 1, head.size(), file.get());
+  std::rewind(file.get());
+
+  // The engine expands no package below such a name.
+  if (head[0] == 'P' && head[1] == 'K' && path.find(".fla") != std::string::npos) {
+    return {"a package below a name with '.fla', which is not unpacked"};
+  }
+  // The engine knows an extension in small or in capital letters, not in both.
+  const std::string extension = CStringUtil().findFileExtention(path);
+  const std::string small = mapped(extension, std::tolower);
+  const bool isKnown = extension == small || extension == mapped(extension, std::toupper);
+  const auto isSmall = [&](const char* known) { return small == known; };
+  if (std::any_of(std::begin(kSourceExtensions), std::end(kSourceExtensions), isSmall)) {
+    if (!isKnown) return {"its extension is written neither in small nor in capital letters"};
+    return sourceGaps(file.get());
+  }
+  if (small == "swf" && isKnown) return flashGaps(path);
+  const bool isFlash =
+      std::strchr("FCZ", head[0]) != nullptr && head[1] == 'W' && head[2] == 'S' && head[3] < ' ';  // its version
+  if (isFlash) return {"a Flash file by its content that has another extension"};
+  return {};
+}
