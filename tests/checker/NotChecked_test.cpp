@@ -190,7 +190,7 @@ timespec ticking() {
 TEST_F(Parts, OfFlashFilesForWhichThereWasNoTime) {
   fs::create_directory("www");
   std::string script;
-  for (int i = 0; i < 20; ++i)
+  for (int i = 0; i < 500; ++i)
     script += "Play\n";
   for (const char* file : {"www/a.swf", "www/b.swf"})
     write(file, assemble("doaction {\n" + script + "}"));
