@@ -7,8 +7,10 @@
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
+#include <set>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/Keys.h"
@@ -179,12 +181,14 @@ RunResult APIAnalysis::FindObjectID() {
     if (!searched.insert(key).second) continue;  // the same symbol has the same aliases
 
     const Pattern calls(callWithArgument(symbol));
+    std::set<std::pair<std::string, int>> followed;  // function and position: equal ones have the same aliases
     for (std::size_t j = 0; j < worthfulSourceList.size(); ++j) {
       detail::SourceIndex& source = known_->indexOf(*worthfulSourceList[j]);
       for (MatchCursor at(calls, source.text(), source.forSearchOf(source.text().size())); at.next();) {
         std::string function;
         const int position = funcParameterParsing(at.match(), symbol, function);
         if (function.find("getElementById") != std::string::npos) continue;
+        if (!followed.emplace(function, position).second) continue;
         for (const std::string& header : functions.headersOf(function)) {
           const std::string alias = getParamterByPosition(header, position);
           if (!known.insert(makeKey(classId, alias)).second) continue;

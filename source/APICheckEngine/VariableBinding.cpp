@@ -159,6 +159,8 @@ class NamedSymbol {
       const bool isWord = !symbol.empty() && symbol.find_first_not_of(kWordBytes) == std::string::npos;
       if (isWord) {
         words_.emplace(symbol, i);
+      } else if (const std::string word = quotedWord(symbol); !word.empty()) {
+        quotedWords_[word].push_back({i, Pattern(parenthesised(symbol))});
       } else {
         others_.push_back({i, Pattern(parenthesised(symbol))});
       }
@@ -174,14 +176,13 @@ class NamedSymbol {
       const std::size_t end = std::min(access.find_first_not_of(kWordBytes, begin), access.size());
       const std::size_t close = access.find_first_not_of(kAroundSymbol, end);
       if (close == std::string::npos || access[close] != ')') continue;
-      const auto word = words_.find(access.substr(begin, end - begin));
+      const std::string text = access.substr(begin, end - begin);
+      const auto word = words_.find(text);
       if (word != words_.end()) first = std::min(first, word->second);
+      const auto quoted = quotedWords_.find(text);
+      if (quoted != quotedWords_.end()) first = std::min(first, firstIn(quoted->second, access, first));
     }
-    for (const auto& [i, pattern] : others_) {
-      if (i > first) break;
-      if (pattern.matchesIn(access.c_str())) return i;
-    }
-    return first;
+    return std::min(first, firstIn(others_, access, first));
   }
 
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
@@ -190,8 +191,28 @@ class NamedSymbol {
   static constexpr const char* kWordBytes = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_";
   static constexpr const char* kAroundSymbol = " \t\n\v\f\r\"'";
 
+  using Patterns = std::vector<std::pair<std::size_t, Pattern>>;  // with the positions of their symbols
+
+  // The word in a symbol of one word and quotes, like the parameter of "function f('tv')"; else empty.
+  static std::string quotedWord(const std::string& symbol) {
+    const std::size_t begin = symbol.find_first_not_of("\"'");
+    if (begin == std::string::npos) return {};
+    const std::string word = symbol.substr(begin, symbol.find_last_not_of("\"'") + 1 - begin);
+    return word.find_first_not_of(kWordBytes) == std::string::npos ? word : std::string();
+  }
+
+  // The first position before `end` whose pattern matches; kNone if there is none.
+  static std::size_t firstIn(const Patterns& patterns, const std::string& access, std::size_t end) {
+    for (const auto& [i, pattern] : patterns) {
+      if (i >= end) break;
+      if (pattern.matchesIn(access.c_str())) return i;
+    }
+    return kNone;
+  }
+
   std::unordered_map<std::string, std::size_t> words_;  // with the first position of each
-  std::vector<std::pair<std::size_t, Pattern>> others_;
+  std::unordered_map<std::string, Patterns> quotedWords_;
+  Patterns others_;
 };
 
 }  // namespace

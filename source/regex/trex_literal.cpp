@@ -9,7 +9,7 @@
 namespace {
 
 constexpr std::size_t kIndexed = 3;  // bytes looked up together
-constexpr unsigned kBucketBits = 16;
+constexpr unsigned kMostBucketBits = 16;
 constexpr std::size_t kFrequentShare = 128;  // of one byte in so many, a search from place to place saves nothing
 constexpr std::size_t kLongLiteral = 32;
 
@@ -22,15 +22,13 @@ std::size_t rarity(char byte) {
   return std::min(kByFrequency.find(byte), kByFrequency.size());
 }
 
-std::size_t bucketOf(const char* three) {
-  const auto byte = [&](int i) { return static_cast<std::uint32_t>(static_cast<unsigned char>(three[i])); };
-  return (byte(0) | byte(1) << 8 | byte(2) << 16) * 0x9E3779B1u >> (32 - kBucketBits);
-}
-
 }  // namespace
 
-TextIndex::TextIndex(std::string_view text) : text_(text), bucketEnds_((std::size_t{1} << kBucketBits) + 1) {
+TextIndex::TextIndex(std::string_view text) : text_(text) {
   if (text.size() < kIndexed) return;
+  while (bucketBits_ < kMostBucketBits && text.size() >> bucketBits_ > 1)
+    ++bucketBits_;
+  bucketEnds_.resize((std::size_t{1} << bucketBits_) + 1);
   const std::size_t count = text.size() - kIndexed + 1;
   for (std::size_t i = 0; i < count; ++i)
     ++bucketEnds_[bucketOf(text.data() + i) + 1];
@@ -40,6 +38,12 @@ TextIndex::TextIndex(std::string_view text) : text_(text), bucketEnds_((std::siz
   std::vector<std::uint32_t> next(bucketEnds_.begin(), bucketEnds_.end() - 1);
   for (std::size_t i = 0; i < count; ++i)
     places_[next[bucketOf(text.data() + i)]++] = static_cast<std::uint32_t>(i);
+}
+
+std::size_t TextIndex::bucketOf(const char* three) const {
+  const auto byte = [&](int i) { return static_cast<std::uint32_t>(static_cast<unsigned char>(three[i])); };
+  const std::uint32_t hash = (byte(0) | byte(1) << 8 | byte(2) << 16) * 0x9E3779B1u;
+  return std::uint64_t{hash} >> (32 - bucketBits_);
 }
 
 TextIndex::Places TextIndex::placesOf(const char* three) const {

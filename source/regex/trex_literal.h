@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-// A text in which many literals are looked for: where each three bytes stand. Takes four bytes of memory for each byte
-// of the text, which must outlive it and is shorter than 4 GiB.
+// A text in which many literals are looked for: where each three bytes stand. Takes up to eight bytes of memory for
+// each byte of the text, which must outlive it and is shorter than 4 GiB.
 class TextIndex {
  public:
   explicit TextIndex(std::string_view text);
@@ -22,9 +22,11 @@ class TextIndex {
     const std::uint32_t* end;
   };
 
+  std::size_t bucketOf(const char* three) const;
   Places placesOf(const char* three) const;
 
   std::string_view text_;
+  unsigned bucketBits_ = 0;
   std::vector<std::uint32_t> bucketEnds_;
   std::vector<std::uint32_t> places_;  // bucket by bucket, ascending in each
 };

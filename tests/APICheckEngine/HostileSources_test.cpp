@@ -15,6 +15,14 @@ std::string repeated(const std::string& text, int times) {
   return all;
 }
 
+// The text with each of the numbers below `count` in the place of its "#".
+std::string numbered(const std::string& text, int count) {
+  std::string all;
+  for (int i = 0; i < count; ++i)
+    all += std::string(text).replace(text.find('#'), 1, std::to_string(i));
+  return all;
+}
+
 TEST_F(HostileSources, LongLinesAreReadToTheirEnd) {
   const struct {
     const char* what;
@@ -28,6 +36,9 @@ TEST_F(HostileSources, LongLinesAreReadToTheirEnd) {
       {"calls of 20 MB", repeated("tv.Play(1);", 1'800'000)},
       {"opening parentheses", "tv.Play" + std::string(100'000, '(')},
       {"opening braces", std::string(100'000, '{') + std::string(100'000, '}')},
+      {"calls of many functions of one name", repeated("f('tv');", 30'000) + numbered("function f(a#) {}", 20'000)},
+      {"look-ups beside quoted parameters",
+       "f('tv');" + numbered("function f('a#') {}", 40'000) + numbered("b = $('c#');", 40'000)},
       {"comments that do not end", repeated("/*", 100'000) + "*/"},
   };
   addHtml("<object id='tv' classid='MORVANE-NAVERTIX-TUNER'></object>");

@@ -1,10 +1,13 @@
 #include "regex/trex.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "regex/trex_literal.h"
 
 namespace {
 
@@ -179,6 +182,20 @@ TEST(Trex, DeepAndLongPatternsDoNotUseUpTheStack) {
   EXPECT_EQ(search(repeated("a|", 1000) + "b", "cb"), "1-2");
   EXPECT_EQ(search(repeated("a|", 20000) + "a", "cba"), "2-3");
   EXPECT_EQ(search(repeated("a+", 3000), repeated("a", 3000)), "0-3000");
+}
+
+// An application can hold thousands of short scripts.
+TEST(TextIndex, OfAShortTextTakesLittleMemory) {
+  const auto peakKiB = [] {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+  };
+  const std::string text(100, 'x');
+  const long before = peakKiB();
+  const std::vector<TextIndex> indexes(2000, TextIndex(text));
+  EXPECT_LT(peakKiB() - before, 100L << 10);
+  EXPECT_EQ(indexes.back().find("xxx", 97, text.size()), 97U);
 }
 
 }  // namespace
