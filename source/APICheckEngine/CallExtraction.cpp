@@ -6,8 +6,10 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <tuple>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CallText.h"
@@ -29,7 +31,7 @@ using detail::withoutBlanks;
 
 // Helper objects of the platform's script library: a variable near one of these holds that, not a plug-in.
 constexpr std::string_view kCommonObjects[] = {"Common.API.Plugin", "Common.API.Widget", "Common.API.TVKeyValue"};
-constexpr std::size_t kCommonWindow = 50;
+constexpr std::ptrdiff_t kCommonWindow = 50;
 
 // What may stand before a variable; of a longer name that ends in it, only "_" may.
 const std::string kSeparator = R"([\+\-\_\*\/\%\(\{\[\;\:\,\?\s])";
@@ -54,35 +56,52 @@ bool contains(std::string_view text, std::string_view piece) {
 }
 
 // Whether a name stands in a text with the whole name of a common object in the 50 bytes from there on. The common
-// objects of a text are looked for once.
+// objects of a source are looked for once.
 class CommonObjects {
  public:
-  bool follow(std::string_view text, const std::string& name) {
-    const auto [windows, isNew] = windows_.try_emplace({text.data(), text.size()});
-    if (isNew) windows->second = windowsOf(text);
-    return std::any_of(windows->second.begin(), windows->second.end(), [&](const Window& window) {
-      return contains(text.substr(window.begin, window.nameEnd - window.begin + name.size()), name);
-    });
+  // `text` is a part of `source`, of which an index may be at hand.
+  bool follow(const std::string& name, std::string_view text, std::string_view source, const TextIndex* index) {
+    const auto [known, isNew] = objects_.try_emplace(source.data());
+    if (isNew) known->second = objectsIn(source);
+    const std::vector<std::string_view>& objects = known->second;
+    const char* const end = text.data() + text.size();
+    auto next = objects.begin();
+    const auto skipTo = [&](const char* at) {
+      next = std::partition_point(next, objects.end(), [&](std::string_view object) { return object.data() < at; });
+      return next != objects.end() && endOf(*next) <= end;
+    };
+    for (const char* at = text.data(); skipTo(at); ++at) {
+      at = std::max(at, endOf(*next) - std::min<std::ptrdiff_t>(kCommonWindow, endOf(*next) - at));
+      at = find(name, at, end, source, index);
+      if (at == nullptr || !skipTo(at)) return false;
+      if (endOf(*next) - at <= kCommonWindow) return true;
+    }
+    return false;
   }
 
  private:
-  struct Window {
-    std::size_t begin;
-    std::size_t nameEnd;  // less the name's length
-  };
+  static const char* endOf(std::string_view object) { return object.data() + object.size(); }
 
-  static std::vector<Window> windowsOf(std::string_view text) {
-    std::vector<Window> windows;
-    for (const std::string_view object : kCommonObjects) {
-      for (std::size_t at = text.find(object); at != std::string::npos; at = text.find(object, at + 1)) {
-        const std::size_t end = at + object.size();
-        windows.push_back({end - std::min(end, kCommonWindow), at});
-      }
-    }
-    return windows;
+  static const char* find(const std::string& name, const char* from, const char* to, std::string_view source,
+                          const TextIndex* index) {
+    const auto begin = static_cast<std::size_t>(from - source.data());
+    const auto end = static_cast<std::size_t>(to - source.data());
+    const std::size_t place =
+        index != nullptr ? index->find(name, begin, end) : source.substr(0, end).find(name, begin);
+    return place == std::string_view::npos ? nullptr : source.data() + place;
   }
 
-  std::map<std::pair<const char*, std::size_t>, std::vector<Window>> windows_;
+  static std::vector<std::string_view> objectsIn(std::string_view source) {
+    std::vector<std::string_view> objects;
+    for (const std::string_view object : kCommonObjects) {
+      for (std::size_t at = source.find(object); at != std::string::npos; at = source.find(object, at + 1))
+        objects.push_back(source.substr(at, object.size()));
+    }
+    std::sort(objects.begin(), objects.end(), [](auto a, auto b) { return a.data() < b.data(); });
+    return objects;
+  }
+
+  std::unordered_map<const char*, std::vector<std::string_view>> objects_;  // by source
 };
 
 // The element id in an access expression; empty if it looks none up.
@@ -148,26 +167,50 @@ std::string detail::lookupOf(const std::string& id) {
 }
 
 bool detail::holdsBuiltIn(const std::string& callText) {
-  return std::any_of(std::begin(SystemFunctionPool), std::end(SystemFunctionPool),
-                     [&](const char* name) { return contains(callText, std::string(name) + "("); });
+  struct Names {
+    std::unordered_set<std::string_view> texts{std::begin(SystemFunctionPool), std::end(SystemFunctionPool)};
+    std::set<std::size_t> sizes;
+  };
+  static const Names names = [] {
+    Names all;
+    for (const std::string_view name : all.texts)
+      all.sizes.insert(name.size());
+    return all;
+  }();
+  const std::string_view text = callText;
+  for (std::size_t open = text.find('('); open != std::string_view::npos; open = text.find('(', open + 1)) {
+    for (const std::size_t size : names.sizes) {
+      if (size > open) break;
+      if (names.texts.count(text.substr(open - size, size)) > 0) return true;
+    }
+  }
+  return false;
 }
 
 RunResult APIAnalysis::FindAPIFunctionName4JS() {
   CommonObjects commonObjects;
   detail::FoundCalls found;
+  std::unordered_map<const SWFStateMentInfo*, bool> isCommon;  // by binding
   for (const SWFStateMentInfo* binding : objectVariableList) {
     const std::string* source = sourceOf(binding->path, worthfulSourceList);
     detail::SourceIndex* index = source == nullptr ? nullptr : &known_->indexOf(*source);
     std::string_view text = binding->text;
     if (binding->scope == "Src" && index != nullptr) text = index->text();
     if (text.empty()) continue;
-    if (commonObjects.follow(text, splitKey(*binding->expression).symbol)) continue;
     // A body found in an earlier run is part of no source that is at hand.
     const bool isPart =
         index != nullptr && text.data() >= source->data() && text.data() < source->data() + source->size();
+    if (!isPart) index = nullptr;
+    const auto [common, isNew] = isCommon.try_emplace(binding, false);
+    if (isNew) {
+      const TextIndex* textIndex = index == nullptr ? nullptr : index->forSearchOf(0);
+      common->second = commonObjects.follow(splitKey(*binding->expression).symbol, text,
+                                            index == nullptr ? text : index->text(), textIndex);
+    }
+    if (common->second) continue;
     // KEPT: a finding does not end this scanner, so one run can record several. Hosts read the whole list.
     // (test ScriptScannerGoesOnAfterAFinding)
-    findCallsOn(binding, text, isPart ? index : nullptr, binding->path, found);
+    findCallsOn(binding, text, index, binding->path, found);
   }
   return RUN_SUCCESS;
 }

@@ -8,6 +8,7 @@
 #include "APICheckEngine/CallText.h"
 #include "APICheckEngine/Keys.h"
 #include "APICheckEngine/SourceIndex.h"
+#include "platform/Limits.h"
 #include "platform/TimeBudget.h"
 #include "regex/Pattern.h"
 
@@ -42,7 +43,8 @@ RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statemen
     const RunResult code = DetermineAPISecurity(resultList, kept);
     if (code != RUN_SUCCESS) return code;
   }
-  detail::SourceIndex index(joined);
+  std::size_t indexRoom = kMaxIndexedBytes;
+  detail::SourceIndex index(joined, indexRoom);
   detail::FoundCalls found;
   for (const SWFStateMentInfo* binding : objectVariableList) {
     if (timeBudgetSpent()) break;

@@ -7,6 +7,7 @@
 #include "APICheckEngine/ListIndex.h"
 #include "APICheckEngine/SourceIndex.h"
 #include "APICheckEngine/Verdicts.h"
+#include "platform/Limits.h"
 
 namespace FlashEngine_1_00::detail {
 
@@ -20,14 +21,18 @@ struct Knowledge {
     documented.forget();
     findings.forget();
     sources.clear();
+    indexRoom = kMaxIndexedBytes;
   }
 
-  SourceIndex& indexOf(const std::string& source) { return sources.try_emplace(&source, source).first->second; }
+  SourceIndex& indexOf(const std::string& source) {
+    return sources.try_emplace(&source, source, indexRoom).first->second;
+  }
 
   ListIndex documented;
   ListIndex findings;
   ListIndex paths;
   std::unordered_map<const std::string*, SourceIndex> sources;
+  std::size_t indexRoom = kMaxIndexedBytes;
   MethodNames methodNames;
 };
 

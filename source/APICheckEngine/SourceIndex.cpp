@@ -11,8 +11,9 @@ constexpr std::size_t kSearchesPerIndex = 32;  // of the whole source, that take
 
 const TextIndex* SourceIndex::forSearchOf(std::size_t bytes) {
   searched_ += bytes;
-  if (index_ == nullptr && searched_ / kSearchesPerIndex > source_.size()) {
+  if (index_ == nullptr && searched_ / kSearchesPerIndex > source_.size() && source_.size() <= indexRoom_) {
     index_ = std::make_unique<const TextIndex>(source_);
+    indexRoom_ -= source_.size();
   }
   return index_.get();
 }

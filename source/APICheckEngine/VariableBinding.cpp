@@ -10,6 +10,7 @@
 #include <queue>
 #include <tuple>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/Keys.h"
@@ -99,10 +100,18 @@ class LastFunctionAround {
 class EnclosingFunctions {
  public:
   EnclosingFunctions(const std::vector<FlashFunctionInfo*>& functions, detail::Knowledge& known) : engine_(known) {
-    for (const FlashFunctionInfo* function : functions) {
-      std::vector<OfSource>& sources = byPath_[function->path];
-      if (sources.empty() || sources.back().source != function->source) sources.push_back({function->source, {}, {}});
-      sources.back().functions.push_back(function);
+    // Of a function that is in the list several times, its last place counts.
+    std::vector<const FlashFunctionInfo*> distinct;
+    std::unordered_set<const FlashFunctionInfo*> seen;
+    for (auto function = functions.rbegin(); function != functions.rend(); ++function) {
+      if (seen.insert(*function).second) distinct.push_back(*function);
+    }
+    for (auto function = distinct.rbegin(); function != distinct.rend(); ++function) {
+      std::vector<OfSource>& sources = byPath_[(*function)->path];
+      if (sources.empty() || sources.back().source != (*function)->source) {
+        sources.push_back({(*function)->source, {}, {}});
+      }
+      sources.back().functions.push_back(*function);
     }
   }
 

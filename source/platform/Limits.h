@@ -38,6 +38,10 @@ constexpr int kMaxDatabaseDepth = 1000;
 // there are, only on which comes first and, for functions, which comes last.
 constexpr int kMaxEqualRecords = 64;
 
+// Bytes of sources that get an index for many searches, which takes four to eight times as many bytes of memory. Those
+// for which no room is left are searched without one.
+constexpr std::size_t kMaxIndexedBytes = std::size_t{8} << 20;
+
 // Package expansion: bytes of one argument of the extraction job, of a package's own path, of an entry's name, and of
 // one copy step. Longer names are cut; the values are part of the job's interface.
 constexpr std::size_t kMaxJobArgument = 1023;
