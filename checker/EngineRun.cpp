@@ -69,7 +69,15 @@ constexpr LogReason kLogReasons[] = {
     {kFlashFailed, false, kAnyCode, "could not be read whole"},
 };
 
+constexpr const char* kFlashCut = "cut by a bound or by the time for Flash files";
+constexpr const char* kSourceCut = "cut at its first zero byte, or too large to be read";
+
 constexpr std::size_t kMaxLinkName = 100;
+
+bool isFlash(const std::string& path) {
+  const std::string extension = CStringUtil().findFileExtention(path);
+  return extension == "swf" || extension == "SWF";
+}
 
 std::string formatted(const char* format, va_list arguments) {
   va_list again;
@@ -213,8 +221,8 @@ void EngineRun::miss(const std::string& part, const std::string& reason) {
 // time.
 void EngineRun::lookAtFiles() {
   if (std::exchange(filesLookedAt_, true)) return;
-  for (const std::string& path : engine_->cutFlashFiles) {
-    if (!isMissed(path)) miss(shown(path), "cut by a bound or by the time for Flash files");
+  for (const std::string& path : engine_->cutFiles) {
+    if (!isMissed(path)) miss(shown(path), isFlash(path) ? kFlashCut : kSourceCut);
   }
   for (const std::vector<std::string>* files : {&inputs_, &engine_->extractedFileList}) {
     for (const std::string& path : *files) {
@@ -232,10 +240,6 @@ bool EngineRun::isMissed(const std::string& path) const {
 }
 
 bool EngineRun::foundNothing() const {
-  const auto isFlash = [](const std::string& file) {
-    const std::string extension = CStringUtil().findFileExtention(file);
-    return extension == "swf" || extension == "SWF";
-  };
   return engine_->worthfulSourceList.empty() && std::none_of(inputs_.begin(), inputs_.end(), isFlash) &&
          std::none_of(engine_->extractedFileList.begin(), engine_->extractedFileList.end(), isFlash);
 }

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <climits>
 #include <cstring>
 #include <iterator>
 
@@ -23,17 +22,6 @@ std::string mapped(std::string text, int (*toCase)(int)) {
   return text;
 }
 
-// The engine reads a source up to its first zero byte, and none of one that is longer than INT_MAX.
-std::vector<std::string> sourceGaps(std::FILE* file) {
-  std::array<char, 1 << 16> bytes{};
-  std::size_t total = 0;
-  for (std::size_t read; (read = std::fread(bytes.data(), 1, bytes.size(), file)) > 0; total += read) {
-    if (std::memchr(bytes.data(), '\0', read) != nullptr) return {"not read from its first zero byte on"};
-    if (total + read >= INT_MAX) return {"too large"};
-  }
-  return {};
-}
-
 }  // namespace
 
 std::vector<std::string> fileGaps(const std::string& path) {
@@ -41,7 +29,6 @@ std::vector<std::string> fileGaps(const std::string& path) {
   if (file == nullptr) return {};
   std::array<unsigned char, 4> head{};
   (void)std::fread(head.data(), 1, head.size(), file.get());
-  std::rewind(file.get());
 
   // The engine expands no package below such a name.
   if (head[0] == 'P' && head[1] == 'K' && path.find(".fla") != std::string::npos) {
@@ -52,9 +39,8 @@ std::vector<std::string> fileGaps(const std::string& path) {
   const std::string small = mapped(extension, std::tolower);
   const bool isKnown = extension == small || extension == mapped(extension, std::toupper);
   const auto isSmall = [&](const char* known) { return small == known; };
-  if (std::any_of(std::begin(kSourceExtensions), std::end(kSourceExtensions), isSmall)) {
-    if (!isKnown) return {"its extension is written neither in small nor in capital letters"};
-    return sourceGaps(file.get());
+  if (!isKnown && std::any_of(std::begin(kSourceExtensions), std::end(kSourceExtensions), isSmall)) {
+    return {"its extension is written neither in small nor in capital letters"};
   }
   if (small == "swf" && isKnown) return flashGaps(path);
   const bool isFlash =

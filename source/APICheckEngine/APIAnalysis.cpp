@@ -89,6 +89,7 @@ void APIAnalysis::releaseTexts(bool alsoThoseThatSurviveInit) {
 }
 
 void APIAnalysis::emptyWorkingLists() {
+  cutFiles.clear();
   known_->forget();
   releaseTexts(false);
   releaseAll(functionBlockList);

@@ -215,8 +215,9 @@ class APIAnalysis : public IAppAnalysis {
   std::vector<std::string> extractedFileList;
   std::vector<std::string> extractedDirList;
 
-  // Flash files of the last run whose listing, replay or search for calls a bound or the time budget cut.
-  std::vector<std::string> cutFlashFiles;
+  // Files of the last run that were not looked at whole: sources with a zero byte or of INT_MAX bytes and more, and
+  // Flash files whose listing, replay or search for calls a bound or the time budget cut.
+  std::vector<std::string> cutFiles;
 
  private:
   // Steps of the members above; not exported.

@@ -128,7 +128,6 @@ RunResult APIAnalysis::APIAnalysisFromSWFMain(std::vector<std::string>* files) {
   if (code != RUN_SUCCESS) return code;
   PrintProcessingTime("AfterFindAPIFunctionName4JS");
 
-  cutFlashFiles.clear();
   for (const std::string& path : *files) {
     const std::string extension = stringUtil_.findFileExtention(path);
     if (extension != "SWF" && extension != "swf") continue;
@@ -150,7 +149,7 @@ RunResult APIAnalysis::analyseFlashFile(const std::string& path) {
   }
   auto code = static_cast<RunResult>(deCompiler_.SWFDeCompilerMain(lines, statements));
   if (code == RUN_SUCCESS) code = FindAPIFunctionName4SWF(statements, path);
-  if (deAssembler_.isCut() || deCompiler_.isCut() || timeBudgetSpent()) cutFlashFiles.push_back(path);
+  if (deAssembler_.isCut() || deCompiler_.isCut() || timeBudgetSpent()) cutFiles.push_back(path);
   return code;
 }
 

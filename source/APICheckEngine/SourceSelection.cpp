@@ -223,7 +223,9 @@ int APIAnalysis::CheckFileAnalysisWorth(std::string path, std::string*& cleaned)
     return 0;
   }
   auto owned = std::make_unique<std::string>(readText(file.get()));
-  if (owned->empty() || owned->size() >= INT_MAX) return 0;
+  const bool isTooLong = owned->size() >= INT_MAX;
+  if (isTooLong || ftello(file.get()) > static_cast<off_t>(owned->size())) cutFiles.push_back(path);
+  if (owned->empty() || isTooLong) return 0;
 
   // With its terminating zero: the cleaned text ends with one, as an unfinished comment's does.
   owned->push_back('\0');
