@@ -13,7 +13,6 @@
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CallText.h"
-#include "APICheckEngine/EqualRecords.h"
 #include "APICheckEngine/Keys.h"
 #include "APICheckEngine/Knowledge.h"
 #include "APICheckEngine/Tables.h"
@@ -239,10 +238,10 @@ RunResult APIAnalysis::findAPIsFromPool(std::string classId, std::string name, s
 RunResult APIAnalysis::findCalls(const std::string& classId, const std::string& variable, std::string_view text,
                                  const TextIndex* index, const std::string& path) {
   const Pattern pattern(callOn(withoutBlanks(variable)));
-  detail::EqualRecords kept;
+  std::unordered_map<std::string, int> times;
   for (MatchCursor at(pattern, text, index); at.next();) {
     std::string callText = at.match();
-    if (!kept.keep(callText)) continue;  // judged before, and documented
+    if (++times[callText] > kMaxEqualRecords) continue;  // judged before, and documented
     const std::string extensionCall = contains(callText, "Execute") ? findAPINameForKOBCase(&callText) : std::string();
     auto call = makeCall(path, foundSymbolLineNumber(const_cast<std::string*>(&path), &callText));
     if (!extensionCall.empty()) {
