@@ -62,8 +62,9 @@ void countBytes(benchmark::State& state, std::size_t bytes) {
 // Takes the records from position `kept` on out of a list that owns them.
 template <typename T>
 void shorten(std::vector<T*>& list, std::size_t kept = 0) {
-  for (; list.size() > kept; list.pop_back())
-    delete list.back();
+  std::vector<T*> rest(list.begin() + static_cast<std::ptrdiff_t>(kept), list.end());
+  list.resize(kept);
+  FlashEngine_1_00::releaseAll(rest);
 }
 
 // An engine that has worked on the script up to a stage.

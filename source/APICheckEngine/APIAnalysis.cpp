@@ -5,8 +5,6 @@
 
 #include "APICheckEngine/APIAnalysis.h"
 
-#include <algorithm>
-
 #include "APICheckEngine/Knowledge.h"
 #include "platform/Log.h"
 #include "platform/TimeBudget.h"
@@ -46,15 +44,6 @@ constexpr APIAnalysis::Records APIAnalysis::*kCallLists[] = {
     &APIAnalysis::foundCallList,    &APIAnalysis::flashCallList,    &APIAnalysis::lookupCandidateList,
     &APIAnalysis::objectAccessList, &APIAnalysis::embedsAccessList,
 };
-
-// Equal records of a list can be one and the same.
-template <typename T>
-void releaseAll(std::vector<T*>& list) {
-  std::sort(list.begin(), list.end());
-  list.erase(std::unique(list.begin(), list.end()), list.end());
-  for (; !list.empty(); list.pop_back())
-    delete list.back();
-}
 
 }  // namespace
 

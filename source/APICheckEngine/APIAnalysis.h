@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -246,6 +247,15 @@ class APIAnalysis : public IAppAnalysis {
 
   std::unique_ptr<detail::Knowledge> known_;
 };
+
+// Empties a list that owns what it points to, even if one thing stands in it several times.
+template <typename T>
+void releaseAll(std::vector<T*>& list) {
+  std::sort(list.begin(), list.end());
+  list.erase(std::unique(list.begin(), list.end()), list.end());
+  for (; !list.empty(); list.pop_back())
+    delete list.back();
+}
 
 // Appends `item` to a list that owns what it points to.
 template <typename T>

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <numeric>
 #include <string_view>
 #include <tuple>
 #include <unordered_map>
@@ -99,25 +98,49 @@ std::size_t assignedVariable(std::string_view text, std::size_t blank) {
   return at < nameEnd ? at : blank;
 }
 
-// A list of numbered things from which some are taken, and that is gone through in pieces many times.
+// A list of places from which some are taken, and that is asked many times for the next one up to some bound: a tree of
+// minima, the places at its leaves.
 class Remaining {
  public:
-  explicit Remaining(std::size_t count) : next_(count + 1) { std::iota(next_.begin(), next_.end(), std::size_t{0}); }
+  static constexpr std::size_t kTaken = static_cast<std::size_t>(-1);
 
-  // The first one left that is not before `i`; the number of things if there is none.
-  std::size_t from(std::size_t i) {
-    std::size_t left = i;
-    while (next_[left] != left)
-      left = next_[left];
-    while (next_[i] != left)
-      i = std::exchange(next_[i], left);
-    return left;
+  explicit Remaining(const std::vector<std::size_t>& places) : count_(places.size()) {
+    while (leaves_ < count_)
+      leaves_ *= 2;
+    least_.assign(2 * leaves_, kTaken);
+    std::copy(places.begin(), places.end(), least_.begin() + static_cast<std::ptrdiff_t>(leaves_));
+    for (std::size_t node = leaves_; --node > 0;)
+      least_[node] = std::min(least_[2 * node], least_[2 * node + 1]);
   }
 
-  void take(std::size_t i) { next_[i] = i + 1; }
+  // The position of the first place left that is not before position `from` and at most `bound`; their number if there
+  // is none.
+  std::size_t next(std::size_t from, std::size_t bound) const {
+    if (from >= count_) return count_;
+    std::size_t node = leaves_ + from;
+    while (least_[node] > bound) {
+      while (node % 2 == 1)
+        node /= 2;
+      if (node == 0) return count_;
+      ++node;
+    }
+    while (node < leaves_) {
+      node *= 2;
+      if (least_[node] > bound) ++node;
+    }
+    return node - leaves_;
+  }
+
+  void take(std::size_t position) {
+    least_[leaves_ + position] = kTaken;
+    for (std::size_t node = (leaves_ + position) / 2; node > 0; node /= 2)
+      least_[node] = std::min(least_[2 * node], least_[2 * node + 1]);
+  }
 
  private:
-  std::vector<std::size_t> next_;  // itself, or one that comes later
+  std::size_t count_;
+  std::size_t leaves_ = 1;
+  std::vector<std::size_t> least_;
 };
 
 // The functions of a source, block by block. The headers are searched for once, not once for every block around them.
@@ -151,6 +174,7 @@ class FunctionFinder {
 
  private:
   static constexpr int kFirstKept = kMaxEqualRecords - 1;
+  static_assert(BraceIndex::kNone == Remaining::kTaken);  // a function without an end is none
 
   struct Header {
     std::size_t begin;
@@ -174,11 +198,6 @@ class FunctionFinder {
   Header headerOf(std::string_view match) const {
     const auto begin = static_cast<std::size_t>(match.data() - text_.data());
     return {begin, begin + match.size(), braces_.balancedEnd(begin + match.size())};
-  }
-
-  // Whether a function with that header ends by `end`.
-  static bool isComplete(const Header& header, std::size_t end) {
-    return header.bodyEnd != BraceIndex::kNone && header.bodyEnd <= end;
   }
 
   void findBlocks() {
@@ -211,28 +230,27 @@ class FunctionFinder {
       const Header header = headerOf(match);
       next = firstFrom(header.begin);
       if (next != headers_.end() && next->begin == header.begin) break;
-      if (isComplete(header, blocks_.back().end)) cut_.emplace_back(blocks_.size() - 1, header);
+      if (header.bodyEnd <= blocks_.back().end) cut_.emplace_back(blocks_.size() - 1, header);
       begin = header.end;
       next = firstFrom(begin);
     }
     return static_cast<std::size_t>(next - headers_.begin());
   }
 
-  // Calls `use` with the headers of a block whose functions are complete in it, of those that are left.
+  // Calls `use` with the headers of a block whose bodies end in it, of those that are left.
   template <typename Use>
-  void forEachIn(const Block& block, Remaining& left, const Use& use) const {
-    for (std::size_t i = left.from(block.firstHeader); i < headers_.size() && headers_[i].begin < block.end;
-         i = left.from(i + 1)) {
-      if (isComplete(headers_[i], block.end)) use(i);
-    }
+  void forEachIn(const Block& block, const Remaining& left, const Use& use) const {
+    for (std::size_t i = left.next(block.firstHeader, block.end); i < headers_.size() && headers_[i].begin < block.end;
+         i = left.next(i + 1, block.end))
+      use(i);
   }
 
   void findFirst() {
     seen_.resize(headers_.size(), {0, 0});
-    Remaining left(headers_.size());
-    for (std::size_t i = 0; i < headers_.size(); ++i) {
-      if (headers_[i].bodyEnd == BraceIndex::kNone) left.take(i);
-    }
+    std::vector<std::size_t> bodyEnds;
+    for (const Header& header : headers_)
+      bodyEnds.push_back(header.bodyEnd);
+    Remaining left(bodyEnds);
     for (std::size_t block = 0; block < blocks_.size(); ++block) {
       forEachIn(blocks_[block], left, [&](std::size_t i) {
         addFind(block, i);
@@ -244,10 +262,10 @@ class FunctionFinder {
 
   // The last find of those that findFirst left.
   void findLast() {
-    Remaining left(headers_.size());
-    for (std::size_t i = 0; i < headers_.size(); ++i) {
-      if (seen_[i].times < kFirstKept) left.take(i);
-    }
+    std::vector<std::size_t> bodyEnds;
+    for (std::size_t i = 0; i < headers_.size(); ++i)
+      bodyEnds.push_back(seen_[i].times < kFirstKept ? Remaining::kTaken : headers_[i].bodyEnd);
+    Remaining left(bodyEnds);
     for (std::size_t block = blocks_.size(); block-- > 0;) {
       forEachIn(blocks_[block], left, [&](std::size_t i) {
         left.take(i);

@@ -14,11 +14,7 @@ class CallExtraction : public EngineTest {
     EXPECT_EQ(engine().findAPIsFromPool(classId, name, &text, "no such file"), RUN_SUCCESS);
     return shown(engine().foundCallList);
   }
-  void clearCalls() {
-    for (SWFStateMentInfo* call : engine().foundCallList)
-      delete call;
-    engine().foundCallList.clear();
-  }
+  void clearCalls() { FlashEngine_1_00::releaseAll(engine().foundCallList); }
 };
 
 TEST_F(CallExtraction, FindsCallsOnAVariable) {
