@@ -196,7 +196,7 @@ RunResult APIAnalysis::FindAPIFunctionName4JS() {
     std::string_view text = binding->text;
     if (binding->scope == "Src" && index != nullptr) text = index->text();
     if (text.empty()) continue;
-    // A body found in an earlier run is part of no source that is at hand.
+    // In a second run of one engine a path may lead to the source of another file.
     const bool isPart =
         index != nullptr && text.data() >= source->data() && text.data() < source->data() + source->size();
     if (!isPart) index = nullptr;
