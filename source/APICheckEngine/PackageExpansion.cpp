@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -51,12 +52,47 @@ struct DirectoryCloser {
 };
 using Directory = std::unique_ptr<DIR, DirectoryCloser>;
 
-// Null if `path` cannot be opened or is a link.
+// Null if `path` cannot be opened.
 Directory openDirectory(const std::string& path) {
-  Descriptor descriptor(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  Descriptor descriptor(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   Directory directory(descriptor ? fdopendir(descriptor.number()) : nullptr);
   if (directory != nullptr) (void)descriptor.release();
   return directory;
+}
+
+using Places = std::vector<std::pair<dev_t, ino_t>>;
+constexpr int kMaxListedEntries = 2 * static_cast<int>(kMaxExpandedEntries);  // files, and directories made for them
+
+// Appends the files below `dir` to `found`; `around` are the directories around it, `left` the entries still looked at.
+void listFiles(const std::string& dir, Places& around, int& left, std::vector<std::string>& found) {
+  struct stat status {};
+  Directory directory = openDirectory(dir);
+  if (directory == nullptr || fstat(dirfd(directory.get()), &status) != 0) {
+    TARVO_LOG_AS("FindAppsFilesLocation", " [%s] Open Error ", dir.c_str());
+    return;
+  }
+  const std::pair<dev_t, ino_t> place(status.st_dev, status.st_ino);
+  if (std::find(around.begin(), around.end(), place) != around.end()) return;
+  std::vector<std::pair<std::string, bool>> entries;  // path; whether it is a directory
+  while (const dirent* entry = readdir(directory.get())) {
+    const std::string name = entry->d_name;
+    if (name == "." || name == "..") continue;
+    if (--left < 0) break;
+    if (fstatat(dirfd(directory.get()), entry->d_name, &status, 0) != 0) continue;
+    if (S_ISDIR(status.st_mode) || S_ISREG(status.st_mode)) {
+      entries.emplace_back(dir + "/" + name, S_ISDIR(status.st_mode));
+    }
+  }
+  directory.reset();
+  around.push_back(place);
+  for (const auto& [path, isDirectory] : entries) {
+    if (isDirectory) {
+      listFiles(path, around, left, found);
+    } else {
+      found.push_back(path);
+    }
+  }
+  around.pop_back();
 }
 
 // The files of one directory, on their way through the list.
@@ -115,31 +151,11 @@ bool APIAnalysis::expandPackage(const std::string& path, std::vector<std::string
 }
 
 // Packages nest directories at most 127 deep: their entries' names have 255 bytes. One directory at a time is open.
-// Links, pipes and the like are not a package's: whoever made them wants us to read something else.
+// Links that others planted are followed, but not in circles; pipes and the like would block who reads them.
 void APIAnalysis::FindAppsFilesLocation(std::string dir, std::vector<std::string>& found) {
-  Directory directory = openDirectory(dir);
-  if (directory == nullptr) {
-    TARVO_LOG(" [%s] Open Error ", dir.c_str());
-    return;
-  }
-  std::vector<std::pair<std::string, bool>> entries;  // path; whether it is a directory
-  while (const dirent* entry = readdir(directory.get())) {
-    const std::string name = entry->d_name;
-    struct stat status {};
-    if (name == "." || name == "..") continue;
-    if (fstatat(dirfd(directory.get()), entry->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) continue;
-    if (S_ISDIR(status.st_mode) || S_ISREG(status.st_mode)) {
-      entries.emplace_back(dir + "/" + name, S_ISDIR(status.st_mode));
-    }
-  }
-  directory.reset();
-  for (const auto& [path, isDirectory] : entries) {
-    if (isDirectory) {
-      FindAppsFilesLocation(path, found);
-    } else {
-      found.push_back(path);
-    }
-  }
+  Places around;
+  int left = kMaxListedEntries;
+  listFiles(dir, around, left, found);
 }
 
 }  // namespace FlashEngine_1_00

@@ -184,7 +184,7 @@ TEST_F(HostilePackages, HeadersThatLieCostTheirEntryOnlyAndAreTold) {
   }
 }
 
-TEST_F(HostilePackages, NothingIsReadOrWrittenThroughWhatWasPlanted) {
+TEST_F(HostilePackages, NothingIsWrittenThroughWhatWasPlanted) {
   const fs::path victim = fs::path(addFile("victim/file.js", "kept")).parent_path();
   const std::string package = craftedZip({{"d/e/a.js", "a"}, {"b.js", "b"}, {"made/", ""}});
   const Texts whole{"b.js=b", "d/", "d/e/", "d/e/a.js=a", "made/"};
@@ -197,6 +197,7 @@ TEST_F(HostilePackages, NothingIsReadOrWrittenThroughWhatWasPlanted) {
     const char* at;  // below the extraction directory; empty: itself
     Plant plant;
     const char* target;  // below the victim's directory
+    const char* alsoFound = nullptr;
   } rows[] = {
       {"the directory itself", "", link, ""},
       {"the directory itself, leading nowhere", "", link, "new"},
@@ -211,8 +212,10 @@ TEST_F(HostilePackages, NothingIsReadOrWrittenThroughWhatWasPlanted) {
       {"a pipe where nobody writes", "b.js", pipe, ""},
       {"a directory entry", "made", link, "new"},
       {"a pipe beside the entries", "pipe.js", pipe, ""},
-      {"a directory beside the entries", "other", link, ""},
-      {"a file beside the entries", "other.js", link, "file.js"},
+      {"a directory beside the entries", "other", link, "", "other/file.js"},
+      {"a file beside the entries", "other.js", link, "file.js", "other.js"},
+      {"a way back to the entries", "d/back", [](const fs::path& at, const fs::path&) { fs::create_symlink("..", at); },
+       ""},
   };
   for (std::size_t i = 0; i < std::size(rows); ++i) {
     const auto& row = rows[i];
@@ -226,7 +229,9 @@ TEST_F(HostilePackages, NothingIsReadOrWrittenThroughWhatWasPlanted) {
     EXPECT_EQ(files, blocked ? Texts(whole.begin(), whole.end() - 1) : whole);
     Texts found = engine().extractedFileList;
     std::sort(found.begin(), found.end());
-    EXPECT_EQ(found, (Texts{directory / "b.js", directory / "d/e/a.js"}));
+    Texts expected{directory / "b.js", directory / "d/e/a.js"};
+    if (row.alsoFound != nullptr) expected.push_back(directory / row.alsoFound);
+    EXPECT_EQ(found, expected);
     EXPECT_EQ(run(), RUN_SUCCESS);
     EXPECT_FALSE(fs::exists(fs::symlink_status(directory)));
     EXPECT_EQ(std::distance(fs::directory_iterator(victim), {}), 1);
