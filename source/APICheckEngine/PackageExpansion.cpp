@@ -61,10 +61,9 @@ Directory openDirectory(const std::string& path) {
 }
 
 using Places = std::vector<std::pair<dev_t, ino_t>>;
-constexpr int kMaxListedEntries = 2 * static_cast<int>(kMaxExpandedEntries);  // files, and directories made for them
 
 // Appends the files below `dir` to `found`; `around` are the directories around it, `left` the entries still looked at.
-void listFiles(const std::string& dir, Places& around, int& left, std::vector<std::string>& found) {
+void listFiles(const std::string& dir, Places& around, std::uint32_t& left, std::vector<std::string>& found) {
   struct stat status {};
   Directory directory = openDirectory(dir);
   if (directory == nullptr || fstat(dirfd(directory.get()), &status) != 0) {
@@ -77,7 +76,8 @@ void listFiles(const std::string& dir, Places& around, int& left, std::vector<st
   while (const dirent* entry = readdir(directory.get())) {
     const std::string name = entry->d_name;
     if (name == "." || name == "..") continue;
-    if (--left < 0) break;
+    if (left == 0) break;
+    --left;
     if (fstatat(dirfd(directory.get()), entry->d_name, &status, 0) != 0) continue;
     if (S_ISDIR(status.st_mode) || S_ISREG(status.st_mode)) {
       entries.emplace_back(dir + "/" + name, S_ISDIR(status.st_mode));
@@ -154,7 +154,7 @@ bool APIAnalysis::expandPackage(const std::string& path, std::vector<std::string
 // Links that others planted are followed, but not in circles; pipes and the like would block who reads them.
 void APIAnalysis::FindAppsFilesLocation(std::string dir, std::vector<std::string>& found) {
   Places around;
-  int left = kMaxListedEntries;
+  std::uint32_t left = kMaxListedEntries;
   listFiles(dir, around, left, found);
 }
 

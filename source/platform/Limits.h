@@ -55,4 +55,8 @@ constexpr std::size_t kCopyChunk = 8192;
 constexpr std::uint64_t kMaxExpandedBytes = std::uint64_t{4} << 30;
 constexpr std::uint32_t kMaxExpandedEntries = 200'000;
 
+// Entries looked at in one extraction directory, where links that others planted are followed: all that a run can
+// expand, files and the directories made for them.
+constexpr std::uint32_t kMaxListedEntries = 2 * kMaxExpandedEntries;
+
 }  // namespace FlashEngine_1_00
