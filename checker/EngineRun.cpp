@@ -14,6 +14,7 @@
 #include <string_view>
 #include <utility>
 
+#include "APICheckEngine/Verdicts.h"
 #include "checker/FileGaps.h"
 #include "platform/Limits.h"
 #include "platform/Paths.h"
@@ -119,7 +120,9 @@ void Print_Log(const char* function, unsigned, char* format, ...) {
   va_end(arguments);
 }
 
-EngineRun::EngineRun(const std::string& database, const std::string& application) {
+EngineRun::EngineRun(const std::string& database, const std::string& application, EngineRunOptions options)
+    : database_(database), options_(std::move(options)), watch_(options_.watch) {
+  watch_.found = [this](const FlashEngine_1_00::FoundCall& call) { hear(call); };
   addInputs(application);
   currentPaths = {fs::absolute(database).string(), directory_.path(), directory_.path() + "/AnalysisResult"};
   run();
@@ -130,9 +133,36 @@ void EngineRun::run() {
   currentRun = this;
   createResultVector();
   engine_.emplace();
+  engine_->watch = &watch_;
   code_ = engine_->StartAnalysis(&inputs_);
   destoryResultVector();
   currentRun = nullptr;
+}
+
+void EngineRun::hear(const FlashEngine_1_00::FoundCall& call) {
+  namespace detail = FlashEngine_1_00::detail;
+  if (call.verdict == FlashEngine_1_00::FoundCall::Verdict::undocumented) {
+    deviceLines_.try_emplace(detail::findingLine(call.path, call.line, call.method),
+                             findingLine(call.path, call.line, call.method));
+  }
+  if (options_.watch.found != nullptr) options_.watch.found(call);
+}
+
+std::string EngineRun::findingLine(const std::string& path, int line, const std::string& method) const {
+  return FlashEngine_1_00::detail::findingLine(asOnDevice(path), line, method);
+}
+
+std::vector<std::string> EngineRun::findingLines() const {
+  std::vector<std::string> lines;
+  for (const std::string* line : engine_->resultList)
+    lines.push_back(deviceLines_.at(*line));
+  return lines;
+}
+
+std::string EngineRun::failure() const {
+  if (code_ == RUN_DB_LOAD_FAILED) return "the database '" + database_ + "' cannot be read; pass --database FILE";
+  if (code_ == RUN_DB_NO_ROOT) return "the database '" + database_ + "' has no APIAnalysisDB element";
+  return webSources() + flashFiles() == 0 ? "there is neither a web source nor a Flash file in it" : std::string();
 }
 
 void EngineRun::addInputs(const std::string& application) {
@@ -221,6 +251,7 @@ void EngineRun::miss(const std::string& part, const std::string& reason) {
 // time.
 void EngineRun::lookAtFiles() {
   if (std::exchange(filesLookedAt_, true)) return;
+  if (options_.beforeRemoval != nullptr) options_.beforeRemoval(*engine_);
   for (const std::string& path : engine_->cutFiles) {
     if (!isMissed(path)) miss(shown(path), isFlash(path) ? kFlashCut : kSourceCut);
   }
@@ -239,9 +270,11 @@ bool EngineRun::isMissed(const std::string& path) const {
   return next != missed_.end() && next->first == part;
 }
 
-bool EngineRun::foundNothing() const {
-  return engine_->worthfulSourceList.empty() && std::none_of(inputs_.begin(), inputs_.end(), isFlash) &&
-         std::none_of(engine_->extractedFileList.begin(), engine_->extractedFileList.end(), isFlash);
+std::uint64_t EngineRun::flashFiles() const {
+  const auto countIn = [](const std::vector<std::string>& files) {
+    return static_cast<std::uint64_t>(std::count_if(files.begin(), files.end(), isFlash));
+  };
+  return countIn(inputs_) + countIn(engine_->extractedFileList);
 }
 
 std::string EngineRun::shown(const std::string& enginePath) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdarg>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -11,16 +12,12 @@
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "checker/PrivateDirectory.h"
+#include "checker/Report.h"
 
-// A part of an application that the engine did not look at, and why, for the user.
-struct NotChecked {
-  std::string part;
-  std::string reason;
-};
-
-struct LogLine {
-  std::string function;
-  std::string text;
+// What takes part in a run.
+struct EngineRunOptions {
+  FlashEngine_1_00::CallWatch watch;
+  std::function<void(const FlashEngine_1_00::APIAnalysis&)> beforeRemoval;  // extracted files are still there; or null
 };
 
 // One application's run of the engine, with everything the engine knows afterwards.
@@ -32,17 +29,31 @@ class EngineRun {
   // `application` is a package, a directory (its files, recursively, sorted) or a single file; `database` an API
   // database. Relative paths count from the current directory. Throws std::runtime_error with a message for the user if
   // the application cannot be read.
-  EngineRun(const std::string& database, const std::string& application);
+  EngineRun(const std::string& database, const std::string& application, EngineRunOptions options = {});
 
   RunResult code() const { return code_; }
+
+  // Why the application could not be checked at all; empty if it could.
+  std::string failure() const;
+
+  // The line of a finding on the device, by the engine's path, line and method; with its line feed.
+  std::string findingLine(const std::string& path, int line, const std::string& method) const;
+
+  // The finding lines that the host gets on the device.
+  std::vector<std::string> findingLines() const;
+
+  // What came out, by all of these.
+  Verdict verdict() const { return verdictOf(!failure().empty(), !engine_->resultList.empty(), !notChecked_.empty()); }
+
   const FlashEngine_1_00::APIAnalysis& engine() const { return *engine_; }
   const std::vector<LogLine>& log() const { return log_; }
 
   // What the engine did not look at.
   const std::vector<NotChecked>& notChecked() const { return notChecked_; }
 
-  // Whether there was nothing of what the engine looks at: neither a web source nor a Flash file.
-  bool foundNothing() const;
+  // How many files there were of those that the engine looks at.
+  std::uint64_t webSources() const { return engine_->worthfulSourceList.size(); }
+  std::uint64_t flashFiles() const;
 
   // The user's name for a path of the engine: as given for the application's own files, "app.wgt!/www/js/main.js" for
   // one inside a package.
@@ -63,6 +74,11 @@ class EngineRun {
   bool isMissed(const std::string& path) const;
   void lookAtFiles();
 
+  void hear(const FlashEngine_1_00::FoundCall& call);
+
+  std::string database_;
+  EngineRunOptions options_;
+  FlashEngine_1_00::CallWatch watch_;
   PrivateDirectory directory_;
   std::vector<LogLine> log_;
   std::vector<NotChecked> notChecked_;
@@ -72,5 +88,6 @@ class EngineRun {
   std::map<std::string, std::string> shownAs_;  // those, and the extraction directories, by the engine's path
   std::vector<std::string> packages_;           // extraction directories, in the order of their numbers
   std::optional<FlashEngine_1_00::APIAnalysis> engine_;
+  std::map<std::string, std::string> deviceLines_;  // by the engine's own lines, in which paths are ours
   RunResult code_ = RUN_SUCCESS;
 };

@@ -54,14 +54,12 @@ class Explainer {
 
 }  // namespace
 
-std::string explain(const EngineRun& run, Verdict verdict) {
+std::string explain(const EngineRun& run) {
   const Explainer json(run);
   const APIAnalysis& engine = run.engine();
-  std::vector<std::string> findings;
-  for (const Finding& finding : findingsOf(run))
-    findings.push_back(finding.engineLine);
+  const std::vector<std::string> findings = run.findingLines();
   return Json{{"code", run.code()},
-              {"verdict", nameOf(verdict)},
+              {"verdict", nameOf(run.verdict())},
               {"notChecked", json(run.notChecked())},
               {"findings", json(findings)},
               {"log", json(run.log())},

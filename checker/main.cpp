@@ -10,7 +10,10 @@
 #include "checker/EngineRun.h"
 #include "checker/Explain.h"
 #include "checker/Flash.h"
+#include "checker/Inspection.h"
 #include "checker/Report.h"
+#include "checker/ReportWriter.h"
+#include "checker/formats/Text.h"
 
 namespace {
 
@@ -23,6 +26,7 @@ struct Options {
   bool log = false;
   bool engineLines = false;
   bool allowIncomplete = false;
+  bool all = false;
   std::vector<std::string> applications;
   std::string file;  // of a command that takes one
   bool json = false;
@@ -35,56 +39,17 @@ std::string ownDatabase() {
   return (program.parent_path().parent_path() / "share/tarvo/APIAnalEngineDB.xml").string();
 }
 
-void printLog(const EngineRun& run) {
-  for (const LogLine& line : run.log())
+void printLog(const std::vector<LogLine>& log) {
+  for (const LogLine& line : log)
     std::cerr << line.function << ": " << printable(line.text) << '\n';
-}
-
-std::string counted(std::size_t count, const char* one, const char* several) {
-  return std::to_string(count) + ' ' + (count == 1 ? one : several);
-}
-
-Verdict report(const std::string& application, const EngineRun& run, const Options& options) {
-  const std::string failure = failureOf(run, options.database);
-  const Verdict verdict = verdictOf(run, failure);
-  const std::vector<Finding> findings = findingsOf(run);
-  for (const Finding& finding : findings) {
-    if (options.engineLines) {
-      std::cout << finding.engineLine;
-    } else {
-      std::cout << printable(textOf(finding)) << '\n';
-    }
-  }
-  for (const NotChecked& missed : run.notChecked())
-    std::cout << printable("not checked: " + missed.part + ": " + missed.reason) << '\n';
-  const std::string texts[] = {
-      "only documented APIs",
-      "incomplete, " + counted(run.notChecked().size(), "part was", "parts were") + " not checked",
-      counted(findings.size(), "use", "uses") + " of undocumented APIs",
-      "could not check: " + failure,
-  };
-  std::cout << printable(application + ": " + texts[static_cast<std::size_t>(verdict)]) << '\n';
-  return verdict == Verdict::incomplete && options.allowIncomplete ? Verdict::clean : verdict;
-}
-
-Verdict check(const std::string& application, const Options& options) {
-  try {
-    const EngineRun run(options.database, application);
-    if (options.log) printLog(run);
-    return report(application, run, options);
-  } catch (const std::exception& error) {
-    std::cout << printable(application + ": could not check: " + error.what()) << '\n';
-    return Verdict::notChecked;
-  }
 }
 
 int explainOne(const Options& options) {
   try {
     const EngineRun run(options.database, options.file);
-    if (options.log) printLog(run);
-    const Verdict verdict = verdictOf(run, failureOf(run, options.database));
-    std::cout << explain(run, verdict) << '\n';
-    return verdict == Verdict::notChecked ? kFailed : kDone;
+    if (options.log) printLog(run.log());
+    std::cout << explain(run) << '\n';
+    return run.verdict() == Verdict::notChecked ? kFailed : kDone;
   } catch (const std::exception& error) {
     std::cerr << "tarvo-check: " << options.file << ": " << error.what() << '\n';
     return kFailed;
@@ -130,6 +95,7 @@ int main(int argc, char** argv) {
   app.add_flag("--log", options.log, "print the engine's log lines to standard error");
   app.add_flag("--engine-lines", options.engineLines, "print findings as the engine writes them on the device");
   app.add_flag("--allow-incomplete", options.allowIncomplete, "exit status 0 instead of 3");
+  app.add_flag("--all", options.all, "report the calls behind one at which the engine stops, too");
   app.add_option("APPLICATION", options.applications, "zip package, directory or single file");
   const Command* chosen = nullptr;
   for (const Command& command : kCommands) {
@@ -153,7 +119,15 @@ int main(int argc, char** argv) {
 
   if (chosen != nullptr) return chosen->run(options);
   Verdict worst = Verdict::clean;
-  for (const std::string& application : options.applications)
-    worst = std::max(worst, check(application, options));
+  const std::unique_ptr<ReportWriter> writer =
+      makeWriter(Format::text, std::cout, {options.database, false, options.engineLines, options.all});
+  for (const std::string& application : options.applications) {
+    const ApplicationReport report = inspect(application, {options.database, options.all, options.log, {}});
+    printLog(report.log);
+    writer->add(report);
+    const bool isAllowed = report.verdict == Verdict::incomplete && options.allowIncomplete;
+    if (!isAllowed) worst = std::max(worst, report.verdict);
+  }
+  writer->end(false);
   return kStatusOf[static_cast<std::size_t>(worst)];
 }

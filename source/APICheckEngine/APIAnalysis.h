@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "APICheckEngine/CallWatch.h"
 #include "decompiler/DeCompiler.h"
 #include "swf/DeAssembler.h"
 #include "tarvo/CStringUtil.h"
@@ -220,6 +221,9 @@ class APIAnalysis : public IAppAnalysis {
   // Flash files whose listing, replay or search for calls a bound or the time budget cut.
   std::vector<std::string> cutFiles;
 
+  // Set before a run by a program that shows more than the host needs, and there until the run is over; else null.
+  const CallWatch* watch = nullptr;
+
  private:
   // Steps of the members above; not exported.
   [[gnu::visibility("hidden")]] RunResult runStages(std::vector<std::string>& workingList);
@@ -232,15 +236,28 @@ class APIAnalysis : public IAppAnalysis {
   [[gnu::visibility("hidden")]] std::unique_ptr<std::string> nameLookupCall(const std::string& classId,
                                                                             const std::string& callText,
                                                                             std::string dummyCall);
-  [[gnu::visibility("hidden")]] RunResult reportCall(std::unique_ptr<SWFStateMentInfo> call);
+
+  // Where a call was found, for those who watch.
+  struct CallPlace {
+    FoundCall::On on;
+    const std::string& classId;
+    std::string_view text;
+    std::string_view call;
+  };
+  [[gnu::visibility("hidden")]] RunResult report(Records& list, std::unique_ptr<SWFStateMentInfo> call,
+                                                 const CallPlace& place);
+  [[gnu::visibility("hidden")]] RunResult judge(SWFStateMentInfo& call, const CallPlace& place);
+  [[gnu::visibility("hidden")]] bool watchesAll() const { return watch != nullptr && watch->all; }
+  [[gnu::visibility("hidden")]] void tellOfBuiltIn(const std::string& path, int line, const CallPlace& place) const;
+  [[gnu::visibility("hidden")]] void tellOfCommonObject(const SWFStateMentInfo& binding, std::string_view text);
 
   [[gnu::visibility("hidden")]] void appendScriptFunctions(const std::string& cleaned, const std::string& path);
   [[gnu::visibility("hidden")]] void findCallsOn(const SWFStateMentInfo* binding, std::string_view text,
-                                                 detail::SourceIndex* source, const std::string& path,
+                                                 detail::SourceIndex* source, const std::string& path, FoundCall::On on,
                                                  detail::FoundCalls& found);
   [[gnu::visibility("hidden")]] RunResult findCalls(const std::string& classId, const std::string& variable,
                                                     std::string_view text, const TextIndex* index,
-                                                    const std::string& path);
+                                                    const std::string& path, FoundCall::On on);
 
   // The text of `sources` (list 5 or 6) at the position of `path` in list 4; null if either is missing.
   [[gnu::visibility("hidden")]] const std::string* sourceOf(const std::string& path, const Strings& sources) const;

@@ -5,6 +5,7 @@
 // through the verdict on each call, resultList. Test: tests/APICheckEngine/CallExtraction_test.cpp.
 
 #include <algorithm>
+#include <limits>
 #include <map>
 #include <set>
 #include <tuple>
@@ -134,19 +135,24 @@ struct LookupCalls {
     int rounds = 0;           // look-ups for which the calls were reported
     std::vector<Call> calls;  // one per candidate
   };
+  struct Find {
+    std::size_t candidate;   // its position
+    std::string_view place;  // in the source
+  };
+  std::string_view text;  // the source
   std::vector<Candidate> candidates;
-  std::vector<std::size_t> finds;  // positions of candidates; of equal finds not more than are kept
+  std::vector<Find> finds;  // of equal ones not more than are asked for
   std::map<std::string, OfClass> classes;
 };
 
-LookupCalls findLookupCalls(const std::string& id, detail::SourceIndex& source) {
+LookupCalls findLookupCalls(const std::string& id, detail::SourceIndex& source, int mostEqual) {
   LookupCalls calls;
+  calls.text = source.text();
   std::unordered_map<std::string_view, std::size_t> known;
   std::vector<int> times;
   const Pattern pattern(callOnLookupOf(id));
   const Pattern lookup(detail::lookupOf(id));
-  const std::string_view text = source.text();
-  for (MatchCursor at(pattern, text, source.forSearchOf(text.size())); at.next();) {
+  for (MatchCursor at(pattern, calls.text, source.forSearchOf(calls.text.size())); at.next();) {
     const auto [place, isNew] = known.try_emplace(at.view(), calls.candidates.size());
     if (isNew) {
       const std::string found = at.match();
@@ -154,7 +160,7 @@ LookupCalls findLookupCalls(const std::string& id, detail::SourceIndex& source) 
       calls.candidates.push_back({found, callText, detail::holdsBuiltIn(found), nullptr, 0});
       times.push_back(0);
     }
-    if (++times[place->second] <= kMaxEqualRecords) calls.finds.push_back(place->second);
+    if (times[place->second]++ < mostEqual) calls.finds.push_back({place->second, at.view()});
   }
   return calls;
 }
@@ -206,23 +212,26 @@ RunResult APIAnalysis::FindAPIFunctionName4JS() {
       common->second = commonObjects.follow(splitKey(*binding->expression).symbol, text,
                                             index == nullptr ? text : index->text(), textIndex);
     }
-    if (common->second) continue;
+    if (common->second) {
+      if (watchesAll() && isNew) tellOfCommonObject(*binding, text);
+      continue;
+    }
     // KEPT: a finding does not end this scanner, so one run can record several. Hosts read the whole list.
     // (test ScriptScannerGoesOnAfterAFinding)
-    findCallsOn(binding, text, index, binding->path, found);
+    findCallsOn(binding, text, index, binding->path, FoundCall::On::variable, found);
   }
   return RUN_SUCCESS;
 }
 
 // Finds and judges the calls on a variable in a text. What `found` knows of the text is only recorded again.
 void APIAnalysis::findCallsOn(const SWFStateMentInfo* binding, std::string_view text, detail::SourceIndex* source,
-                              const std::string& path, detail::FoundCalls& found) {
+                              const std::string& path, FoundCall::On on, detail::FoundCalls& found) {
   const auto [place, isNew] = found.positions.try_emplace(binding, foundCallList.size(), 0);
   auto& [begin, end] = place->second;
   if (isNew) {
     const Key key = splitKey(*binding->expression);
     const TextIndex* index = source == nullptr ? nullptr : source->forSearchOf(text.size());
-    (void)findCalls(key.classId, key.symbol, text, index, path);
+    (void)findCalls(key.classId, key.symbol, text, index, path, on);
     end = foundCallList.size();
   } else {
     for (std::size_t i = begin; i < end; ++i)
@@ -231,17 +240,26 @@ void APIAnalysis::findCallsOn(const SWFStateMentInfo* binding, std::string_view 
 }
 
 RunResult APIAnalysis::findAPIsFromPool(std::string classId, std::string name, std::string* source, std::string path) {
-  return findCalls(classId, name, source->c_str(), nullptr, path);
+  return findCalls(classId, name, source->c_str(), nullptr, path, FoundCall::On::variable);
 }
 
 // The text is zero-terminated or followed by more of its source. With an index of it or of that source, or null.
 RunResult APIAnalysis::findCalls(const std::string& classId, const std::string& variable, std::string_view text,
-                                 const TextIndex* index, const std::string& path) {
+                                 const TextIndex* index, const std::string& path, FoundCall::On on) {
   const Pattern pattern(callOn(withoutBlanks(variable)));
-  std::unordered_map<std::string, int> times;
+  struct Equal {
+    int count = 0;
+    SWFStateMentInfo* record = nullptr;  // of the last one that is kept
+  };
+  std::unordered_map<std::string, Equal> known;
   for (MatchCursor at(pattern, text, index); at.next();) {
     std::string callText = at.match();
-    if (++times[callText] > kMaxEqualRecords) continue;  // judged before, and documented
+    const CallPlace place{on, classId, text, at.view()};
+    Equal& equal = known[callText];
+    if (++equal.count > kMaxEqualRecords) {  // judged before, and documented, unless a watch lets the engine go on
+      if (watchesAll()) (void)judge(*equal.record, place);
+      continue;
+    }
     const std::string extensionCall = contains(callText, "Execute") ? findAPINameForKOBCase(&callText) : std::string();
     auto call = makeCall(path, foundSymbolLineNumber(const_cast<std::string*>(&path), &callText));
     if (!extensionCall.empty()) {
@@ -249,7 +267,8 @@ RunResult APIAnalysis::findCalls(const std::string& classId, const std::string& 
     } else if (!contains(callText, ".Open")) {
       call->expression = std::make_unique<std::string>(withoutBlanks(makeKey(classId, callText)));
     }
-    const RunResult code = reportCall(std::move(call));
+    equal.record = call.get();
+    const RunResult code = report(foundCallList, std::move(call), place);
     if (code != RUN_SUCCESS) return code;
   }
   return RUN_SUCCESS;
@@ -282,7 +301,10 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
       const std::string* source = sourceOf(declared->path, worthfulSourceList);
       if (id.empty() || source == nullptr) continue;
       const auto [calls, isFirst] = known.try_emplace({id, source});
-      if (isFirst) calls->second = findLookupCalls(id, known_->indexOf(*source));
+      if (isFirst) {
+        calls->second = findLookupCalls(id, known_->indexOf(*source),
+                                        watchesAll() ? std::numeric_limits<int>::max() : kMaxEqualRecords);
+      }
       LookupCalls::OfClass& ofClass = calls->second.classes[key.classId];
       ofClass.calls.resize(calls->second.candidates.size());
       lookup = {key.classId, &calls->second, &ofClass, foundSymbolLineNumber(&declared->path, &declared->access)};
@@ -290,8 +312,10 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
     // Each round reports the same calls again, which were all documented so far.
     if (lookup.calls == nullptr || ++lookup.ofClass->rounds > kMaxEqualRecords) continue;
 
-    for (const std::size_t find : lookup.calls->finds) {
-      LookupCalls::Candidate& candidate = lookup.calls->candidates[find];
+    const bool tellsOfAll = watchesAll() && lookup.ofClass->rounds == 1;
+    for (const LookupCalls::Find& find : lookup.calls->finds) {
+      LookupCalls::Candidate& candidate = lookup.calls->candidates[find.candidate];
+      const CallPlace place{FoundCall::On::lookUp, lookup.classId, lookup.calls->text, find.place};
       if (candidate.record == nullptr) {
         auto found = makeCall(declared->path, 0);
         found->expression = std::make_unique<std::string>(candidate.text);
@@ -301,21 +325,43 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
       } else if (candidate.count++ < kMaxEqualRecords) {
         lookupCandidateList.push_back(candidate.record);
       }
-      LookupCalls::Call& known = lookup.ofClass->calls[find];
-      if (candidate.builtIn || known.count++ >= kMaxEqualRecords) continue;
-      if (known.record != nullptr && known.record->line == lookup.line) {
-        foundCallList.push_back(known.record);
+      if (candidate.builtIn) {
+        if (tellsOfAll) tellOfBuiltIn(declared->path, lookup.line, place);
+        continue;
+      }
+      LookupCalls::Call& known = lookup.ofClass->calls[find.candidate];
+      const bool isKept = known.count++ < kMaxEqualRecords;
+      if (!isKept || (known.record != nullptr && known.record->line == lookup.line)) {
+        if (isKept) foundCallList.push_back(known.record);
+        if (tellsOfAll) (void)judge(*known.record, place);
         continue;
       }
       const std::string dummyCall = withoutBlanks(without("DummyObject." + candidate.callText + ")", ")"));
       auto call = makeCall(declared->path, lookup.line);
       call->expression = nameLookupCall(lookup.classId, candidate.callText, dummyCall);
       known.record = call.get();
-      const RunResult code = reportCall(std::move(call));
+      const RunResult code = report(foundCallList, std::move(call), place);
       if (code != RUN_SUCCESS) return code;
     }
   }
   return RUN_SUCCESS;
+}
+
+// For a watch: calls that no verdict is made on.
+void APIAnalysis::tellOfBuiltIn(const std::string& path, int line, const CallPlace& place) const {
+  watch->found({place.on, FoundCall::Verdict::builtIn, place.classId, path, place.text, place.call, line,
+                known_->methodNames(std::string(place.call))});
+}
+
+void APIAnalysis::tellOfCommonObject(const SWFStateMentInfo& binding, std::string_view text) {
+  const Key key = splitKey(*binding.expression);
+  const Pattern pattern(callOn(withoutBlanks(key.symbol)));
+  for (MatchCursor at(pattern, text, nullptr); at.next();) {
+    std::string callText = at.match();
+    const int line = foundSymbolLineNumber(const_cast<std::string*>(&binding.path), &callText);
+    watch->found({FoundCall::On::variable, FoundCall::Verdict::common, key.classId, binding.path, text, at.view(), line,
+                  known_->methodNames(callText)});
+  }
 }
 
 // The expression of a call on a look-up, whose text in full is `dummyCall`; null if the call opens something.
@@ -325,13 +371,6 @@ std::unique_ptr<std::string> APIAnalysis::nameLookupCall(const std::string& clas
     return std::make_unique<std::string>(makeKey(classId, findAPINameForKOBCase(&dummyCall)));
   }
   return contains(callText, ".Open") ? nullptr : std::make_unique<std::string>(makeKey(classId, dummyCall));
-}
-
-// Keeps a found call and judges it.
-RunResult APIAnalysis::reportCall(std::unique_ptr<SWFStateMentInfo> call) {
-  SWFStateMentInfo* kept = call.get();
-  append(foundCallList, std::move(call));
-  return DetermineAPISecurity(resultList, kept);
 }
 
 }  // namespace FlashEngine_1_00

@@ -23,6 +23,24 @@ std::size_t droppedBytes(std::string_view rest) {
   return end == std::string_view::npos ? rest.size() : end + kBlockEnd.size();
 }
 
+// Hands over the runs of bytes that stay, each with its offset and length. Returns the position behind the last byte
+// that was looked at: one more than there are if `text` ends with a comment.
+template <typename Keep>
+std::size_t forEachKept(std::string_view text, Keep keep) {
+  std::size_t at = 0;
+  while (at < text.size()) {
+    const std::size_t slash = std::min(text.find('/', at), text.size());
+    keep(at, slash - at);
+    if (slash == text.size()) return slash;
+    at = slash + droppedBytes(text.substr(slash));
+    // KEPT: the byte after a comment is copied unseen, so that a comment right behind a "*/" is not one. Line numbers
+    // and findings that hosts have on record depend on it. (test CommentRightBehindACommentStays)
+    if (at < text.size()) keep(at, 1);
+    ++at;
+  }
+  return at;
+}
+
 bool isBlankLine(std::string_view line) {
   return line.find_first_not_of(" \t\n") == std::string_view::npos;
 }
@@ -30,20 +48,22 @@ bool isBlankLine(std::string_view line) {
 }  // namespace
 
 extern "C" int delete_comment(const char* source, int length, char* output) {
-  std::string_view rest(source, static_cast<std::size_t>(std::max(length, 0)));
+  const std::string_view text(source, static_cast<std::size_t>(std::max(length, 0)));
   char* out = output;
-  while (!rest.empty()) {
-    const std::size_t slash = std::min(rest.find('/'), rest.size());
-    out = std::copy_n(rest.data(), slash, out);
-    rest.remove_prefix(slash);
-    if (rest.empty()) break;
-    rest.remove_prefix(droppedBytes(rest));
-    // KEPT: the byte after a comment is copied unseen, so that a comment right behind a "*/" is not one. Line numbers
-    // and findings that hosts have on record depend on it. (test CommentRightBehindACommentStays)
-    *out++ = rest.empty() ? '\0' : rest.front();
-    rest.remove_prefix(std::min<std::size_t>(rest.size(), 1));
-  }
+  const std::size_t behind =
+      forEachKept(text, [&](std::size_t offset, std::size_t count) { out = std::copy_n(source + offset, count, out); });
+  if (behind > text.size()) *out++ = '\0';
   return static_cast<int>(out - output);
+}
+
+std::vector<FlashEngine_1_00::detail::KeptRun> FlashEngine_1_00::detail::keptRuns(std::string_view source) {
+  std::vector<KeptRun> runs;
+  std::size_t cleaned = 0;
+  forEachKept(source, [&](std::size_t offset, std::size_t count) {
+    if (runs.empty() || runs.back().source - runs.back().cleaned != offset - cleaned) runs.push_back({cleaned, offset});
+    cleaned += count;
+  });
+  return runs;
 }
 
 extern "C" int delete_blankline(const char* source, int length, char* output) {

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
 // Comment and blank-line removal over bytes, with no notion of string literals. Exported; the engine uses the first.
 
 extern "C" {
@@ -14,3 +18,16 @@ int delete_comment(const char* source, int length, char* output);
 // line without a line feed is written as it stands.
 int delete_blankline(const char* source, int length, char* output);
 }
+
+namespace FlashEngine_1_00::detail {
+
+// Where a run of bytes that delete_comment keeps begins: in its output and in its input.
+struct KeptRun {
+  std::size_t cleaned;
+  std::size_t source;
+};
+
+// The runs of `source`, in their order; two neighbours are apart in the input.
+std::vector<KeptRun> keptRuns(std::string_view source);
+
+}  // namespace FlashEngine_1_00::detail

@@ -30,17 +30,20 @@ RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statemen
     if (objectIdList.empty() || !call.matchesIn(statement.c_str())) continue;
     const std::string_view prefix = lookup.search(statement.c_str());
     if (prefix.data() == nullptr) continue;
-    const std::string callText =
-        statement.substr(static_cast<std::size_t>(prefix.data() - statement.data()) + prefix.size());
-    if (detail::holdsBuiltIn(callText)) continue;
+    const std::size_t begin = static_cast<std::size_t>(prefix.data() - statement.data());
+    const std::string callText = statement.substr(begin + prefix.size());
+    const CallPlace place{FoundCall::On::flashLookUp, key.classId, statement,
+                          std::string_view(statement).substr(begin)};
+    if (detail::holdsBuiltIn(callText)) {
+      if (watchesAll()) tellOfBuiltIn(fileName, 0, place);
+      continue;
+    }
 
     auto found = std::make_unique<SWFStateMentInfo>();
     found->expression = nameLookupCall(key.classId, callText, detail::without("DummyObject." + callText + "()", ")"));
     found->scope = "Global";
     found->path = fileName;
-    SWFStateMentInfo* kept = found.get();
-    append(flashCallList, std::move(found));
-    const RunResult code = DetermineAPISecurity(resultList, kept);
+    const RunResult code = report(flashCallList, std::move(found), place);
     if (code != RUN_SUCCESS) return code;
   }
   std::size_t indexRoom = kMaxIndexedBytes;
@@ -48,7 +51,7 @@ RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statemen
   detail::FoundCalls found;
   for (const SWFStateMentInfo* binding : objectVariableList) {
     if (timeBudgetSpent()) break;
-    findCallsOn(binding, index.text(), &index, fileName, found);
+    findCallsOn(binding, index.text(), &index, fileName, FoundCall::On::flashVariable, found);
   }
   return RUN_SUCCESS;
 }

@@ -58,12 +58,37 @@ RunResult APIAnalysis::DetermineAPISecurity(Strings& results, SWFStateMentInfo* 
   const std::string callText = detail::callTextOf(*call);
   if (callText.empty()) return RUN_SUCCESS;
   const std::string method = known_->methodNames(callText);
-  if (known_->documented.contains(method)) return RUN_SUCCESS;
+  if (known_->documented.contains(method) || (watch != nullptr && watch->accepted.count(method) > 0))
+    return RUN_SUCCESS;
 
   auto line = std::make_unique<std::string>(detail::findingLine(call->path, call->line, method));
   const bool isKnown = &results == &resultList ? known_->findings.contains(*line) : holds(results, *line);
   if (!isKnown) append(results, std::move(line));
   return RUN_UNDOCUMENTED_API;
+}
+
+// Keeps a found call and judges it. A scanner ends with the first code other than RUN_SUCCESS.
+RunResult APIAnalysis::report(Records& list, std::unique_ptr<SWFStateMentInfo> call, const CallPlace& place) {
+  SWFStateMentInfo& kept = *call;
+  append(list, std::move(call));
+  return judge(kept, place);
+}
+
+RunResult APIAnalysis::judge(SWFStateMentInfo& call, const CallPlace& place) {
+  const RunResult code = DetermineAPISecurity(resultList, &call);
+  if (watch == nullptr) return code;
+  using Verdict = FoundCall::Verdict;
+  const std::string callText = detail::callTextOf(call);
+  std::string method = callText.empty() ? callText : known_->methodNames(callText);
+  const Verdict verdict = call.expression == nullptr            ? Verdict::opening
+                          : callText.empty()                    ? Verdict::unnamed
+                          : code != RUN_SUCCESS                 ? Verdict::undocumented
+                          : known_->documented.contains(method) ? Verdict::documented
+                                                                : Verdict::accepted;
+  if (watch->all || verdict == Verdict::undocumented || verdict == Verdict::accepted) {
+    watch->found({place.on, verdict, place.classId, call.path, place.text, place.call, call.line, std::move(method)});
+  }
+  return watch->all ? RUN_SUCCESS : code;
 }
 
 RunResult APIAnalysis::undocumentAPICheckerMain(Strings whiteList, std::string apiName, bool& undocumented) {
