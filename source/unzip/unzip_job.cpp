@@ -116,6 +116,8 @@ bool isUnsafe(std::string_view name) {
   return false;
 }
 
+constexpr uLong kEncryptedFlag = 1;  // ZIP APPNOTE 4.4.4, general purpose bit flag
+
 struct Entry {
   std::string name;  // cut at kMaxEntryName bytes and at its first zero byte
   unz_file_info64 info{};
@@ -232,7 +234,8 @@ int do_extract(unzFile package, const ExtractOptions& options) {
   if (code != UNZ_OK) {
     Entry entry;  // its name stays empty where the package's directory is damaged
     (void)readEntry(package, entry);
-    TARVO_LOG(" entry [%s] not extracted [%d] ", entry.name.c_str(), code);
+    const bool isEncrypted = (entry.info.flag & kEncryptedFlag) != 0 && code != UNZ_ERRNO && code != kBoundPassed;
+    TARVO_LOG(" entry [%s] not extracted [%d] ", entry.name.c_str(), isEncrypted ? kEncrypted : code);
   } else {
     reportEntriesBehind(package, info.number_entry);
   }

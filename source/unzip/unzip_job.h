@@ -21,8 +21,9 @@ namespace FlashEngine_1_00 {
 // logged with minizip's code; it does not fail it.
 int do_UnzipJob(int argc, char** argv);
 
-// The code of an entry that passes a bound of the run.
+// Codes beside minizip's: of an entry that passes a bound of the run; in the log, of one that is encrypted.
 constexpr int kBoundPassed = -200;
+constexpr int kEncrypted = -201;
 
 struct ExtractOptions {
   bool withoutDirectories;
