@@ -301,16 +301,16 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
       } else if (candidate.count++ < kMaxEqualRecords) {
         lookupCandidateList.push_back(candidate.record);
       }
-      LookupCalls::Call& known = lookup.ofClass->calls[find];
-      if (candidate.builtIn || known.count++ >= kMaxEqualRecords) continue;
-      if (known.record != nullptr && known.record->line == lookup.line) {
-        foundCallList.push_back(known.record);
+      LookupCalls::Call& judged = lookup.ofClass->calls[find];
+      if (candidate.builtIn || judged.count++ >= kMaxEqualRecords) continue;
+      if (judged.record != nullptr && judged.record->line == lookup.line) {
+        foundCallList.push_back(judged.record);
         continue;
       }
       const std::string dummyCall = withoutBlanks(without("DummyObject." + candidate.callText + ")", ")"));
       auto call = makeCall(declared->path, lookup.line);
       call->expression = nameLookupCall(lookup.classId, candidate.callText, dummyCall);
-      known.record = call.get();
+      judged.record = call.get();
       const RunResult code = reportCall(std::move(call));
       if (code != RUN_SUCCESS) return code;
     }

@@ -34,6 +34,12 @@ constexpr const char* kSpriteStart =
 constexpr const char* kSpriteEnd =
     " ------------ ActionScript ASM Code From TAG_DEFINEMOVIECLIP End   ------------- \r";
 
+// What `line` takes in memory.
+std::size_t bytesOf(const std::string& line) {
+  static_assert(sizeof(std::string) <= kLineBytes);
+  return kLineBytes + (line.size() > kMaxShortLine ? line.size() + kLineBlockBytes : 0);
+}
+
 // An open zlib stream.
 class Inflater {
  public:
@@ -159,7 +165,7 @@ std::string DeAssembler::getSWFHeader(std::FILE* file) {
 
 RunResult DeAssembler::unCompressSWF(std::FILE* file, std::vector<unsigned char>& image) {
   image = {'F', 'W', 'S', 0, 0, 0, 0, 0};
-  (void)std::fread(image.data() + kSignatureBytes, 1, kHeadBytes - kSignatureBytes, file);
+  (void)!std::fread(image.data() + kSignatureBytes, 1, kHeadBytes - kSignatureBytes, file);
   return inflateInto(image, file) ? RUN_SUCCESS : RUN_SWF_UNCOMPRESS_FAILED;
 }
 
@@ -255,9 +261,10 @@ bool DeAssembler::stops() const {
 }
 
 void DeAssembler::addLine(std::vector<std::string>& lines, std::string line) {
-  listingFull_ = listingFull_ || line.size() > kMaxListingBytes - listedBytes_;
+  const std::size_t bytes = bytesOf(line);
+  listingFull_ = listingFull_ || bytes > kMaxListingBytes - listedBytes_;
   if (listingFull_) return;
-  listedBytes_ += line.size();
+  listedBytes_ += bytes;
   lines.push_back(std::move(line));
 }
 

@@ -20,6 +20,7 @@
 #include <new>
 #include <optional>
 
+#include "platform/Limits.h"
 #include "platform/Paths.h"
 #include "support/CraftedZip.h"
 #include "swf-assembler/Assembler.h"
@@ -228,6 +229,19 @@ TEST_F(Allocation, AMovieIsHeldOnce) {
   const std::size_t before = mostBytes = liveBytes;
   EXPECT_EQ(FlashEngine_1_00::DeAssembler().SWFDeAssemblerMain(directory_ + "/movie.swf", lines), RUN_SUCCESS);
   EXPECT_LT(mostBytes - before, kImage + (4 << 20));
+}
+
+// Two scripts of records that are a byte each and a line of 12, as many as a file can name.
+TEST_F(Allocation, AListingTakesNoMoreMemoryThanItsBound) {
+  const std::string script = std::string("\x3F\x03\x7F\x96\x98\0", 6) + std::string(9'999'999, '\x07');
+  write(directory_ + "/movie.swf", "FWS\6" + std::string(9, '\0') + script + script);
+  FlashEngine_1_00::DeAssembler listing;
+  std::vector<std::string> lines;
+  const std::size_t before = mostBytes = liveBytes;
+  EXPECT_EQ(listing.SWFDeAssemblerMain(directory_ + "/movie.swf", lines), RUN_SUCCESS);
+  EXPECT_TRUE(listing.isCut());
+  constexpr std::size_t kGrowing = FlashEngine_1_00::kMaxListingBytes / 2;  // a vector's old block beside the new one
+  EXPECT_LT(mostBytes - before, FlashEngine_1_00::kMaxListingBytes + kGrowing + 2 * script.size() + (4 << 20));
 }
 
 }  // namespace
