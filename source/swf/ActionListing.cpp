@@ -559,14 +559,16 @@ void DeAssembler::getActionBlock(const ByteView& block, Position base, std::vect
   walk(
       block, base, [](Position) {}, collectTarget, [](const Lines&) {}, stop);
 
-  if (lines.capacity() - lines.size() < records) {  // each has a line at least
-    lines.reserve(std::max(lines.size() + records, 2 * lines.capacity()));
+  const std::size_t room = (kMaxListingBytes - listedBytes_) / kLineBytes;
+  const std::size_t coming = std::min(records, room);  // each record has a line at least
+  if (lines.capacity() - lines.size() < coming) {
+    lines.reserve(lines.size() + std::min(std::max(coming, lines.capacity()), room));
   }
   const auto label = [&](Position at) {
     const auto position = static_cast<std::uint32_t>(base + at);
     if (!mayBeTarget_[position % mayBeTarget_.size()] || branchTargets_.count(position) == 0) return;
     std::array<char, 16> identifier{};
-    std::snprintf(identifier.data(), identifier.size(), "0x%x", static_cast<unsigned>(position));
+    (void)std::snprintf(identifier.data(), identifier.size(), "0x%x", static_cast<unsigned>(position));
     addLine(lines, "----EMPTY----");
     addLine(lines, std::string("Label#@x442#") + identifier.data());
   };
