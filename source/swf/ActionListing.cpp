@@ -559,11 +559,7 @@ void DeAssembler::getActionBlock(const ByteView& block, Position base, std::vect
   walk(
       block, base, [](Position) {}, collectTarget, [](const Lines&) {}, stop);
 
-  const std::size_t room = (kMaxListingBytes - listedBytes_) / kLineBytes;
-  const std::size_t coming = std::min(records, room);  // each record has a line at least
-  if (lines.capacity() - lines.size() < coming) {
-    lines.reserve(lines.size() + std::min(std::max(coming, lines.capacity()), room));
-  }
+  makeRoom(lines, records);  // each has a line at least
   const auto label = [&](Position at) {
     const auto position = static_cast<std::uint32_t>(base + at);
     if (!mayBeTarget_[position % mayBeTarget_.size()] || branchTargets_.count(position) == 0) return;

@@ -260,10 +260,20 @@ bool DeAssembler::stops() const {
   return listingFull_ || timeBudgetSpent();
 }
 
+// Makes room for `count` more lines, or as many as still fit. While a list grows it stands twice in memory: where it
+// gets longer than half of all, it grows no more after that.
+void DeAssembler::makeRoom(std::vector<std::string>& lines, std::size_t count) const {
+  if (lines.capacity() - lines.size() >= count) return;
+  const std::size_t most = lines.size() + (kMaxListingBytes - listedBytes_) / kLineBytes;
+  const std::size_t wanted = lines.size() + std::max(count, lines.size());
+  lines.reserve(wanted > most / 2 ? most : wanted);
+}
+
 void DeAssembler::addLine(std::vector<std::string>& lines, std::string line) {
   const std::size_t bytes = bytesOf(line);
   listingFull_ = listingFull_ || bytes > kMaxListingBytes - listedBytes_;
   if (listingFull_) return;
+  makeRoom(lines, 1);
   listedBytes_ += bytes;
   lines.push_back(std::move(line));
 }
