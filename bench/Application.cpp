@@ -19,7 +19,7 @@ FlashEngine_1_00::EnginePaths currentPaths;
 constexpr const char* kCalled[] = {"GetChannel", "GetVolume", "GetDuration", "GetAddress", "GetBrightness"};
 
 [[noreturn]] void fail(const char* what, const std::string& path) {
-  std::fprintf(stderr, "engine-benchmarks: cannot %s %s\n", what, path.c_str());
+  (void)std::fprintf(stderr, "engine-benchmarks: cannot %s %s\n", what, path.c_str());
   std::exit(2);
 }
 

@@ -42,7 +42,7 @@ void Print_Log(const char* function, unsigned, char* format, ...) {
   char text[4096];
   va_list arguments;
   va_start(arguments, format);
-  (void)std::vsnprintf(text, sizeof text, format, arguments);
+  std::vsnprintf(text, sizeof text, format, arguments);
   va_end(arguments);
   hostLog.push_back(std::string(function) + ": " + text);
 }

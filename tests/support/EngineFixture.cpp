@@ -31,7 +31,7 @@ void Print_Log(const char* function, unsigned, char* format, ...) {
   char text[4096];
   va_list arguments;
   va_start(arguments, format);
-  (void)std::vsnprintf(text, sizeof text, format, arguments);
+  std::vsnprintf(text, sizeof text, format, arguments);
   va_end(arguments);
   std::string line = std::string(function) + ": " + text;
   if (line.rfind("PrintProcessingTime: Time [", 0) == 0) line.resize(line.find(']') + 1);
@@ -150,7 +150,7 @@ std::string zipBytes(const std::vector<std::pair<std::string, std::string>>& ent
   }
   zipClose(zip, nullptr);
   std::string bytes = readFile(name);
-  (void)std::remove(name);
+  std::remove(name);
   return bytes;
 }
 
