@@ -19,7 +19,7 @@ FlashEngine_1_00::EnginePaths currentPaths;
 constexpr const char* kCalled[] = {"GetChannel", "GetVolume", "GetDuration", "GetAddress", "GetBrightness"};
 
 [[noreturn]] void fail(const char* what, const std::string& path) {
-  std::fprintf(stderr, "engine-benchmarks: cannot %s %s\n", what, path.c_str());
+  (void)std::fprintf(stderr, "engine-benchmarks: cannot %s %s\n", what, path.c_str());
   std::exit(2);
 }
 
@@ -45,8 +45,8 @@ const FlashEngine_1_00::EnginePaths& FlashEngine_1_00::enginePaths() {
 
 namespace bench {
 
-Application::Application(const Files& files, int documented) {
-  directory_ = (fs::temp_directory_path() / "tarvo-bench-XXXXXX").string();
+Application::Application(const Files& files, int documented)
+    : directory_((fs::temp_directory_path() / "tarvo-bench-XXXXXX").string()) {
   if (mkdtemp(directory_.data()) == nullptr) fail("make a directory like", directory_);
   for (const auto& [name, text] : files) {
     paths_.push_back(directory_ + '/' + name);

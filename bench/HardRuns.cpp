@@ -33,12 +33,12 @@ struct Cost {
 
 rlim_t secondsAllowed() {
   const char* given = std::getenv("TARVO_BENCH_LIMIT");
-  return static_cast<rlim_t>(given == nullptr ? 60 : std::max(1, std::atoi(given)));
+  return static_cast<rlim_t>(given == nullptr ? 60 : std::max(1L, std::strtol(given, nullptr, 10)));
 }
 
 std::size_t hardBytes() {
   const char* given = std::getenv("TARVO_BENCH_BYTES");
-  return given == nullptr ? kMegabyte : static_cast<std::size_t>(std::max(1, std::atoi(given)));
+  return given == nullptr ? kMegabyte : static_cast<std::size_t>(std::max(1L, std::strtol(given, nullptr, 10)));
 }
 
 double seconds(const timeval& time) {

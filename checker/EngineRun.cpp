@@ -86,7 +86,7 @@ std::string formatted(const char* format, va_list arguments) {
   va_copy(again, arguments);
   const int length = std::vsnprintf(nullptr, 0, format, arguments);
   std::string text(length > 0 ? static_cast<std::size_t>(length) + 1 : 1, '\0');
-  std::vsnprintf(text.data(), text.size(), format, again);
+  (void)std::vsnprintf(text.data(), text.size(), format, again);
   va_end(again);
   text.pop_back();
   return text;

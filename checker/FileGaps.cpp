@@ -28,7 +28,7 @@ std::vector<std::string> fileGaps(const std::string& path) {
   const FlashEngine_1_00::File file = FlashEngine_1_00::openFile(path, "rb");
   if (file == nullptr) return {};
   std::array<unsigned char, 4> head{};
-  (void)std::fread(head.data(), 1, head.size(), file.get());
+  (void)!std::fread(head.data(), 1, head.size(), file.get());
 
   // The engine expands no package below such a name.
   if (head[0] == 'P' && head[1] == 'K' && path.find(".fla") != std::string::npos) {

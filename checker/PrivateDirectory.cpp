@@ -47,8 +47,7 @@ std::string temporaryRoot() {
 
 }  // namespace
 
-PrivateDirectory::PrivateDirectory() {
-  path_ = temporaryRoot() + "/tarvo-check-XXXXXX";
+PrivateDirectory::PrivateDirectory() : path_(temporaryRoot() + "/tarvo-check-XXXXXX") {
   std::array<int, 2> ends{};
   if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) fail("cannot make a socket");
   helper_ = fork();

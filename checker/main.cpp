@@ -82,7 +82,7 @@ constexpr Command kCommands[] = {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): no memory to read the options
   Options options;
   options.database = ownDatabase();
   CLI::App app("Finds calls of undocumented platform APIs in web applications.");

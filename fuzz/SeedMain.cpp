@@ -15,7 +15,7 @@ int main(int argc, char** argv) {
     for (const auto& entry : std::filesystem::recursive_directory_iterator(argv[i])) {
       if (!entry.is_regular_file()) continue;
       std::printf("%s\n", entry.path().c_str());
-      std::fflush(stdout);  // the last line names the input of a fault
+      (void)std::fflush(stdout);  // the last line names the input of a fault
       std::ifstream file(entry.path(), std::ios::binary);
       const std::vector<char> bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
       (void)LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());

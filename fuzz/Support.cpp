@@ -67,7 +67,7 @@ bool isFine(const APIAnalysis& engine, const SWFStateMentInfo& call) {
 
 void require(bool holds, const char* what) {
   if (holds) return;
-  std::fprintf(stderr, "does not hold: %s\n", what);
+  (void)std::fprintf(stderr, "does not hold: %s\n", what);
   std::abort();
 }
 

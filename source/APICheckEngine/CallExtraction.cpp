@@ -329,17 +329,17 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
         if (tellsOfAll) tellOfBuiltIn(declared->path, lookup.line, place);
         continue;
       }
-      LookupCalls::Call& known = lookup.ofClass->calls[find.candidate];
-      const bool isKept = known.count++ < kMaxEqualRecords;
-      if (!isKept || (known.record != nullptr && known.record->line == lookup.line)) {
-        if (isKept) foundCallList.push_back(known.record);
-        if (tellsOfAll) (void)judge(*known.record, place);
+      LookupCalls::Call& judged = lookup.ofClass->calls[find.candidate];
+      const bool isKept = judged.count++ < kMaxEqualRecords;
+      if (!isKept || (judged.record != nullptr && judged.record->line == lookup.line)) {
+        if (isKept) foundCallList.push_back(judged.record);
+        if (tellsOfAll) (void)judge(*judged.record, place);
         continue;
       }
       const std::string dummyCall = withoutBlanks(without("DummyObject." + candidate.callText + ")", ")"));
       auto call = makeCall(declared->path, lookup.line);
       call->expression = nameLookupCall(lookup.classId, candidate.callText, dummyCall);
-      known.record = call.get();
+      judged.record = call.get();
       const RunResult code = report(foundCallList, std::move(call), place);
       if (code != RUN_SUCCESS) return code;
     }

@@ -184,7 +184,7 @@ RunResult APIAnalysis::Init() {
 RunResult APIAnalysis::swfloadWhiteAPIInfo(Strings& list) {
   const File file = openFile(enginePaths().database, "r");
   if (file == nullptr || isDirectory(file.get())) return RUN_DB_LOAD_FAILED;
-  std::fseek(file.get(), 0, SEEK_END);
+  (void)std::fseek(file.get(), 0, SEEK_END);
   const long length = std::ftell(file.get());
   if (length < 1) return RUN_SUCCESS;  // an empty database documents nothing
   const auto ftellLen = static_cast<std::size_t>(length);

@@ -136,7 +136,7 @@ bool APIAnalysis::expandPackage(const std::string& path, std::vector<std::string
   (void)fseeko(file.get(), 0, SEEK_END);
   const off_t size = ftello(file.get());
   std::rewind(file.get());
-  (void)std::fread(head.data(), 1, head.size(), file.get());
+  (void)!std::fread(head.data(), 1, head.size(), file.get());
   if (!isPackage(head)) return false;
   file.reset();
 

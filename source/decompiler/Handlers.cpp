@@ -225,7 +225,8 @@ unsigned DeCompiler::handleActionGetMember(Lines) {
 unsigned DeCompiler::handleActionGetVariable(Lines) {
   std::string entry = has(1) ? pop() : std::string();
   const std::string* value = findVariable(valuePart(entry), true);
-  stack_.push_back(value != nullptr ? *value : std::move(entry));
+  if (value != nullptr) entry = *value;
+  stack_.push_back(std::move(entry));
   return RUN_SUCCESS;
 }
 

@@ -13,7 +13,7 @@ namespace FlashEngine_1_00 {
 static_assert(sizeof(off_t) == 8, "packages and Flash files may have more than 2 GiB");
 
 struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
+  void operator()(std::FILE* file) const { (void)std::fclose(file); }
 };
 using File = std::unique_ptr<std::FILE, FileCloser>;
 

@@ -10,12 +10,19 @@ namespace FlashEngine_1_00 {
 // Flash work of one engine, counted from its construction. A person waits for the verdict on the device.
 constexpr std::uint32_t kTimeBudgetMicroseconds = 20'000'000;
 
-// Flash files: bytes of one that are read, or inflated from one; bytes of its listing, all lines together; bytes of the
-// texts that a replay of the listing builds. A small file can ask for any amount of each, and the device has a few
-// hundred MiB. Work stops there as if the time budget were spent.
+// Flash files: bytes of one that are read, or inflated from one; bytes of memory that the lines of its listing take,
+// all together; bytes of the texts that a replay of the listing builds. A small file can ask for any amount of each,
+// and the device has a few hundred MiB. Work stops there as if the time budget were spent.
 constexpr std::int64_t kMaxSwfBytes = 256LL << 20;
 constexpr std::size_t kMaxListingBytes = std::size_t{256} << 20;
 constexpr std::size_t kMaxReplayBytes = std::size_t{64} << 20;
+
+// What a line of a listing takes in memory: its string object, which holds up to 15 bytes itself; for longer ones also
+// a block with the text, a terminator and what the allocator adds. Most records are one line of 12 bytes, so that the
+// text alone would be a third of it. The values are those of 64-bit systems: a file is cut at the same line on all.
+constexpr std::size_t kLineBytes = 32;
+constexpr std::size_t kMaxShortLine = 15;
+constexpr std::size_t kLineBlockBytes = 24;
 
 // Flash files: bytes read and inflated at a time; the largest script block; records listed of one block; bytes of a
 // field line; branch targets of one file that get a label. The values are part of the listing.

@@ -20,8 +20,8 @@ class TrexByteSet {
       words_[i] |= other.words_[i];
   }
   void invert() {
-    for (std::uint64_t& word : words_)
-      word = ~word;
+    for (std::uint64_t& bits : words_)
+      bits = ~bits;
   }
   bool contains(unsigned char byte) const { return (words_[byte >> 6] >> (byte & 63)) & 1; }
 

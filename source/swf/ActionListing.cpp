@@ -559,14 +559,12 @@ void DeAssembler::getActionBlock(const ByteView& block, Position base, std::vect
   walk(
       block, base, [](Position) {}, collectTarget, [](const Lines&) {}, stop);
 
-  if (lines.capacity() - lines.size() < records) {  // each has a line at least
-    lines.reserve(std::max(lines.size() + records, 2 * lines.capacity()));
-  }
+  makeRoom(lines, records);  // each has a line at least
   const auto label = [&](Position at) {
     const auto position = static_cast<std::uint32_t>(base + at);
     if (!mayBeTarget_[position % mayBeTarget_.size()] || branchTargets_.count(position) == 0) return;
     std::array<char, 16> identifier{};
-    std::snprintf(identifier.data(), identifier.size(), "0x%x", static_cast<unsigned>(position));
+    (void)std::snprintf(identifier.data(), identifier.size(), "0x%x", static_cast<unsigned>(position));
     addLine(lines, "----EMPTY----");
     addLine(lines, std::string("Label#@x442#") + identifier.data());
   };

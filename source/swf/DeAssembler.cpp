@@ -34,6 +34,12 @@ constexpr const char* kSpriteStart =
 constexpr const char* kSpriteEnd =
     " ------------ ActionScript ASM Code From TAG_DEFINEMOVIECLIP End   ------------- \r";
 
+// What `line` takes in memory.
+std::size_t bytesOf(const std::string& line) {
+  static_assert(sizeof(std::string) <= kLineBytes);
+  return kLineBytes + (line.size() > kMaxShortLine ? line.size() + kLineBlockBytes : 0);
+}
+
 // An open zlib stream.
 class Inflater {
  public:
@@ -159,7 +165,7 @@ std::string DeAssembler::getSWFHeader(std::FILE* file) {
 
 RunResult DeAssembler::unCompressSWF(std::FILE* file, std::vector<unsigned char>& image) {
   image = {'F', 'W', 'S', 0, 0, 0, 0, 0};
-  (void)std::fread(image.data() + kSignatureBytes, 1, kHeadBytes - kSignatureBytes, file);
+  (void)!std::fread(image.data() + kSignatureBytes, 1, kHeadBytes - kSignatureBytes, file);
   return inflateInto(image, file) ? RUN_SUCCESS : RUN_SWF_UNCOMPRESS_FAILED;
 }
 
@@ -254,10 +260,21 @@ bool DeAssembler::stops() const {
   return listingFull_ || timeBudgetSpent();
 }
 
+// Makes room for `count` more lines, or as many as still fit. While a list grows it stands twice in memory: where it
+// gets longer than half of all, it grows no more after that.
+void DeAssembler::makeRoom(std::vector<std::string>& lines, std::size_t count) const {
+  if (lines.capacity() - lines.size() >= count) return;
+  const std::size_t most = lines.size() + (kMaxListingBytes - listedBytes_) / kLineBytes;
+  const std::size_t wanted = lines.size() + std::max(count, lines.size());
+  lines.reserve(wanted > most / 2 ? most : wanted);
+}
+
 void DeAssembler::addLine(std::vector<std::string>& lines, std::string line) {
-  listingFull_ = listingFull_ || line.size() > kMaxListingBytes - listedBytes_;
+  const std::size_t bytes = bytesOf(line);
+  listingFull_ = listingFull_ || bytes > kMaxListingBytes - listedBytes_;
   if (listingFull_) return;
-  listedBytes_ += line.size();
+  makeRoom(lines, 1);
+  listedBytes_ += bytes;
   lines.push_back(std::move(line));
 }
 

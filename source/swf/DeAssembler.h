@@ -86,6 +86,7 @@ class DeAssembler {
   friend class RecordPrinter;
 
   [[gnu::visibility("hidden")]] bool stops() const;
+  [[gnu::visibility("hidden")]] void makeRoom(std::vector<std::string>& lines, std::size_t count) const;
   [[gnu::visibility("hidden")]] void addLine(std::vector<std::string>& lines, std::string line);
   [[gnu::visibility("hidden")]] bool nextTag(const ByteView& data, Position& position, int* code,
                                              std::uint32_t* length);

@@ -159,7 +159,7 @@ std::string localName(unzFile package, const Entry& entry, ZPOS64_T data, std::F
   const off_t begin = static_cast<off_t>(data) - extra - static_cast<off_t>(name.size());
   if (fseeko(stream, begin, SEEK_SET) != 0) return std::string();
   name.resize(std::min(std::fread(name.data(), 1, name.size(), stream), kMaxEntryName));
-  return name.c_str();
+  return name.substr(0, name.find('\0'));
 }
 
 // Tells of an entry that readers which go by the entries' own headers take for another one. minizip has compared all

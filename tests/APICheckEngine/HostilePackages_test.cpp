@@ -9,6 +9,7 @@
 #include "support/CraftedZip.h"
 #include "support/EngineFixture.h"
 #include "unzip/expansion_budget.h"
+#include "unzip/unzip_job.h"
 
 namespace fs = std::filesystem;
 using FlashEngine_1_00::kMaxEntryName;
@@ -237,6 +238,16 @@ TEST_F(HostilePackages, NothingIsWrittenThroughWhatWasPlanted) {
     EXPECT_EQ(std::distance(fs::directory_iterator(victim), {}), 1);
     EXPECT_EQ(readFile(victim / "file.js"), "kept");
   }
+}
+
+// Somebody is quicker than us, between the making of the directory and the job.
+TEST_F(HostilePackages, ADirectoryThatBecameALinkIsNotEntered) {
+  fs::create_directory(directory() + "/victim");
+  fs::create_directory_symlink("victim", directory() + "/link");
+  std::string words[] = {"uzip", addFile("app.zip", craftedZip({{"a.js", "a"}})), "-d", directory() + "/link"};
+  char* argv[] = {words[0].data(), words[1].data(), words[2].data(), words[3].data()};
+  EXPECT_EQ(FlashEngine_1_00::do_UnzipJob(4, argv), 1);
+  EXPECT_TRUE(fs::is_empty(directory() + "/victim"));
 }
 
 class Bombs : public HostilePackages {

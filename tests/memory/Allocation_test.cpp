@@ -20,6 +20,7 @@
 #include <new>
 #include <optional>
 
+#include "platform/Limits.h"
 #include "platform/Paths.h"
 #include "support/CraftedZip.h"
 #include "swf-assembler/Assembler.h"
@@ -228,6 +229,21 @@ TEST_F(Allocation, AMovieIsHeldOnce) {
   const std::size_t before = mostBytes = liveBytes;
   EXPECT_EQ(FlashEngine_1_00::DeAssembler().SWFDeAssemblerMain(directory_ + "/movie.swf", lines), RUN_SUCCESS);
   EXPECT_LT(mostBytes - before, kImage + (4 << 20));
+}
+
+// Records that are a byte each and a line of 12. The first script makes the list that must grow for the second one.
+TEST_F(Allocation, AListingTakesNoMoreMemoryThanItsBound) {
+  const std::string movie = "FWS\6" + std::string(9, '\0') +  // header, then two long DoAction tags
+                            std::string("\x3F\x03\0\x09\x3D\0", 6) + std::string(4'000'000, '\x07') +
+                            std::string("\x3F\x03\x7F\x96\x98\0", 6) + std::string(9'999'999, '\x07');
+  write(directory_ + "/movie.swf", movie);
+  FlashEngine_1_00::DeAssembler listing;
+  std::vector<std::string> lines;
+  const std::size_t before = mostBytes = liveBytes;
+  EXPECT_EQ(listing.SWFDeAssemblerMain(directory_ + "/movie.swf", lines), RUN_SUCCESS);
+  EXPECT_TRUE(listing.isCut());
+  constexpr std::size_t kGrowing = FlashEngine_1_00::kMaxListingBytes / 2;  // a vector's old block beside the new one
+  EXPECT_LT(mostBytes - before, FlashEngine_1_00::kMaxListingBytes + kGrowing + movie.size() + (1 << 20));
 }
 
 }  // namespace

@@ -156,7 +156,7 @@ class Parser {
   Single single(bool inClass) {
     const bool isEscaped = take('\\');
     if (isEscaped && isHere("aAcCdDlpPsSuwWxX")) {
-      const int letter = pattern_[at_++];
+      const int letter = static_cast<unsigned char>(pattern_[at_++]);
       return {Node::kByte, bytesWith([letter](int byte) { return isOfLetter(letter, byte); }), -1};
     }
     if (isEscaped && !inClass && take('b')) return {Node::kBoundary, {}, -1};

@@ -233,7 +233,7 @@ TEST(TrexFinder, RunsLongerThanOneRepetition) {
   constexpr std::ptrdiff_t kStarts = 14;
   const std::string run(65530, 'a');
   std::string words;
-  while (words.size() < 3 * 65540)
+  while (words.size() < std::size_t{3} * 65540)
     words += "ab.";
   for (const std::string& text : {run + "aaaaab", run + "aaaaaaaaab", "a.bb." + run + run + "aaaaaaaaaaaa.c;",
                                   run + run + std::string(17, 'a') + "b", words + ";"}) {
@@ -243,15 +243,15 @@ TEST(TrexFinder, RunsLongerThanOneRepetition) {
                                                                                   trex_free);
       const char* const begin = text.data();
       const char* const end = begin + text.size();
+      const std::string_view none = std::string_view(text).substr(0, 0);
       std::string_view match;
-      if (!TrexFinder(*expression, begin, end, nullptr).nextIn(begin, begin + kStarts, match)) match = {begin, 0};
+      if (!TrexFinder(*expression, begin, end, nullptr).nextIn(begin, begin + kStarts, match)) match = none;
       const char* start = begin;
       const char* matchEnd = nullptr;
       for (; matchEnd == nullptr && start < begin + kStarts; ++start)
         matchEnd = trexAttempt(*expression, begin, end, start, false);
       const std::string_view expected =
-          matchEnd == nullptr ? std::string_view(begin, 0)
-                              : std::string_view(start - 1, static_cast<std::size_t>(matchEnd - start + 1));
+          matchEnd == nullptr ? none : std::string_view(start - 1, static_cast<std::size_t>(matchEnd - start + 1));
       EXPECT_EQ(match.data() - begin, expected.data() - begin)
           << pattern << " at the end " << text.substr(text.size() - 4);
       EXPECT_EQ(match.size(), expected.size()) << pattern << " at the end " << text.substr(text.size() - 4);

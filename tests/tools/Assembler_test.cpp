@@ -109,7 +109,7 @@ TEST(Assembler, HeaderFieldsStandAsGiven) {
 }
 
 TEST(Assembler, TagsHaveShortOrLongHeaders) {
-  const std::string manyBytes = "\nbytes " + std::string(2 * 62, '0');
+  const std::string manyBytes = "\nbytes " + std::string(std::size_t{2} * 62, '0');
   const struct {
     std::string text;
     const char* start;
@@ -181,7 +181,7 @@ TEST(Assembler, MistakesAreReportedWithTheirLine) {
 }
 
 TEST(Assembler, SizesThatCannotBeWrittenAreRefused) {
-  const std::string far = "bytes " + std::string(2 * 32768, '0') + "\n";
+  const std::string far = "bytes " + std::string(std::size_t{2} * 32768, '0') + "\n";
   const std::string tooMuch = "with {\n" + far + far + "}";
   std::string deep;
   for (int i = 0; i < 100000; ++i)

@@ -57,7 +57,7 @@ class MovieParser {
   TokenReader in_;
   std::string signature_ = "FWS";
   std::string version_ = little(8, 1);
-  std::string frameSize_ = frameSize(15, {0, 550 * kTwipsPerPixel, 0, 400 * kTwipsPerPixel});
+  std::string frameSize_ = frameSize(15, {0, 550LL * kTwipsPerPixel, 0, 400LL * kTwipsPerPixel});
   std::string rate_ = little(12 << 8, 2);
   std::string frames_ = little(1, 2);
   Override fileLength_;
@@ -104,6 +104,7 @@ void MovieParser::signature() {
 void MovieParser::frame() {
   const int line = in_.line();
   std::vector<long long> edges;
+  edges.reserve(4);
   for (int i = 0; i < 4; ++i)
     edges.push_back(in_.integer(30));
   int needed = 0;
@@ -173,7 +174,7 @@ std::string assemble(const std::string& text) {
 
 std::string assembleActions(const std::string& text) {
   TokenReader reader(text);
-  const std::string bytes = readActions(reader).linked();
+  std::string bytes = readActions(reader).linked();
   if (!reader.at(Kind::kFileEnd)) reader.failExpected("an action");
   return bytes;
 }
