@@ -81,9 +81,12 @@ install(EXPORT tarvo NAMESPACE tarvo:: FILE tarvoConfig.cmake DESTINATION ${conf
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/tarvoConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${CMAKE_BINARY_DIR}/tarvoConfigVersion.cmake DESTINATION ${config} COMPONENT development)
 
-# The file's own place tells the prefix, so that it holds in a staging directory and after a move.
-file(RELATIVE_PATH up ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
-configure_file(cmake/tarvo-api-check-engine.pc.in tarvo-api-check-engine.pc @ONLY)
+# Made by the installation, which alone knows the prefix.
+install(CODE "set(PROJECT_VERSION ${PROJECT_VERSION})
+set(CMAKE_INSTALL_LIBDIR ${CMAKE_INSTALL_LIBDIR})
+set(CMAKE_INSTALL_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR})
+configure_file(\"${CMAKE_SOURCE_DIR}/cmake/tarvo-api-check-engine.pc.in\" \"${CMAKE_BINARY_DIR}/tarvo-api-check-engine.pc\" @ONLY)"
+        COMPONENT development)
 install(FILES ${CMAKE_BINARY_DIR}/tarvo-api-check-engine.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
         COMPONENT development)
 
