@@ -31,7 +31,8 @@ function(tarvo_manual page component)
   add_custom_command(
     OUTPUT ${CMAKE_BINARY_DIR}/man/${name}.gz
     COMMAND gzip -9n < ${page} > ${CMAKE_BINARY_DIR}/man/${name}.gz
-    DEPENDS ${page})
+    DEPENDS ${page}
+    VERBATIM)
   add_custom_target(man-${name} ALL DEPENDS ${CMAKE_BINARY_DIR}/man/${name}.gz)
   install(FILES ${CMAKE_BINARY_DIR}/man/${name}.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section}
           COMPONENT ${component})
