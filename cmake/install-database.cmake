@@ -1,0 +1,13 @@
+# Run by the installation, with `database` and the `directory` it goes to.
+set(installed ${directory}/APIAnalEngineDB.xml)
+execute_process(COMMAND ${CMAKE_COMMAND} -E make_directory ${directory} RESULT_VARIABLE failure ERROR_QUIET)
+if(NOT failure)
+  file(COPY_FILE ${database} ${installed} RESULT failure)
+endif()
+if(failure)
+  message(NOTICE "-- Not installed: ${installed}, the database of hosts. Install as root, or copy it.")
+else()
+  file(CHMOD ${installed} PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+  message(STATUS "Installing: ${installed}")
+  list(APPEND CMAKE_INSTALL_MANIFEST_FILES ${installed})
+endif()
