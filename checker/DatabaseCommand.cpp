@@ -382,8 +382,8 @@ int printDatabase(const std::string& path, bool json, std::ostream& out, std::os
       for (const DatabaseFunction& function : group.functions)
         out << "  " << printable(function.name) << '\n';
     }
-    out << listing.groups.size() << " groups, " << names.size() << " functions, " << distinct(names)
-        << " different names; each of these is documented for all plug-ins\n";
+    out << "groups: " << listing.groups.size() << ", functions: " << names.size()
+        << ", different names: " << distinct(names) << "; each is documented for all plug-ins\n";
     print(path, listing.warnings, err);
   }
   return listing.warnings.empty() ? kDone : kDiffers;
