@@ -155,8 +155,12 @@ int main(int argc, char** argv) {
   app.add_flag("--all", options.all, "report the calls behind one at which the engine stops, too");
   app.add_option("--baseline", options.baseline, "earlier report, json or jsonl: only what is new counts")
       ->type_name("FILE");
-  app.add_option("--accept", options.accept, "methods to take for documented ones")->type_name("NAME[,NAME]");
-  app.add_option("--accept-file", options.acceptFiles, "the same from a file, one in a line")->type_name("FILE");
+  app.add_option("--accept", options.accept, "methods to take for documented ones")
+      ->type_name("NAME[,NAME]")
+      ->allow_extra_args(false);
+  app.add_option("--accept-file", options.acceptFiles, "the same from a file, one in a line")
+      ->type_name("FILE")
+      ->allow_extra_args(false);
   app.add_option("APPLICATION", options.applications, "zip package, directory or single file");
   const Command* chosen = nullptr;
   for (const Command& command : kCommands) {
