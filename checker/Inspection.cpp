@@ -21,8 +21,10 @@ using FlashEngine_1_00::SWFStateMentInfo;
 
 namespace {
 
-constexpr std::size_t kMaxCalls = 100'000;  // of one application that are kept; more than people read
-constexpr std::size_t kMaxObjects = 1000;   // elements, and bindings
+// Undocumented calls of one application that are kept, and as many others: more than people read, and no more than a
+// report of them fits in the memory that a check may take.
+constexpr std::size_t kMaxCalls = 10'000;
+constexpr std::size_t kMaxObjects = 1000;  // elements, and bindings
 
 // One run of the engine with the calls it told of, each with its place.
 class WatchedRun {
@@ -57,12 +59,15 @@ class WatchedRun {
 
   void hear(const FoundCall& found) {
     if (found.verdict == FoundCall::Verdict::documented) return;
-    if (heard_.size() == kMaxCalls) {
+    // Others, however many, must not hide an undocumented one.
+    std::size_t& kept = found.verdict == FoundCall::Verdict::undocumented ? undocumented_ : others_;
+    if (kept == kMaxCalls) {
       isCut_ = true;
       return;
     }
     // The same call is found once for each thing that it is found by.
     if (!known_.emplace(found.path, found.call.data(), found.classId, found.method, found.verdict).second) return;
+    ++kept;
     heard_.push_back({found.verdict, {}, {}});
     Call& call = heard_.back().call;
     call.path = found.path;
@@ -111,6 +116,8 @@ class WatchedRun {
   std::deque<Heard> heard_;
   std::vector<std::pair<std::string_view, Call*>> unplaced_;  // calls in web sources, with the code that was found
   std::set<std::tuple<std::string, const char*, std::string, std::string, FoundCall::Verdict>> known_;
+  std::size_t undocumented_ = 0;  // calls that are kept
+  std::size_t others_ = 0;
   bool isCut_ = false;
   EngineRun run_;  // uses all of these
 };
