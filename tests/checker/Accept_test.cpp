@@ -3,39 +3,19 @@
 #include "checker/Accept.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
 #include <stdexcept>
 
+#include "OwnDirectory.h"
 #include "RunCommand.h"
 #include "checker/Inspection.h"
 #include "checker/ReportJson.h"
 
-namespace fs = std::filesystem;
 using Names = std::set<std::string>;
 
 namespace {
 
-class Accept : public ::testing::Test {
- protected:
-  Accept() {
-    char name[] = "/tmp/tarvo-accept-test-XXXXXX";
-    directory_ = mkdtemp(name);
-    fs::current_path(directory_);
-  }
-  ~Accept() override {
-    fs::current_path("/");
-    fs::remove_all(directory_);
-  }
-
-  static void write(const std::string& path, const std::string& bytes) {
-    std::ofstream(path, std::ios::binary) << bytes;
-  }
-
-  std::string directory_;
-};
+using Accept = OwnDirectory;
 
 TEST_F(Accept, TakesNamesFromListsAndFiles) {
   write("names", "\xEF\xBB\xBFGetC\r\n\r\n# GetX\n \tGetD  # why\n'Play'");
@@ -49,7 +29,6 @@ TEST_F(Accept, TakesNamesFromListsAndFiles) {
 }
 
 TEST_F(Accept, AcceptedAndKnownCallsDoNotFail) {
-  fs::create_directory("www");
   write("www/index.html", "<object id='tv' classid='MORVANE-NAVERTIX-TUNER'></object>\n");
   write("www/a.js", "function f() { var tv = $('tv'); tv.GetA(); tv.GetB(); }");
   nlohmann::ordered_json json = toJson(inspect("www", {DATABASE, false, false, {}}));

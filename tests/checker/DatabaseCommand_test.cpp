@@ -3,7 +3,6 @@
 #include "checker/DatabaseCommand.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -11,6 +10,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "OwnDirectory.h"
 #include "RunCommand.h"
 #include "checker/EngineRun.h"
 
@@ -19,17 +19,13 @@ using Texts = std::vector<std::string>;
 
 namespace {
 
-class DatabaseCommand : public ::testing::Test {
+class DatabaseCommand : public OwnDirectory {
  protected:
-  DatabaseCommand() {
-    char name[] = "/tmp/tarvo-database-test-XXXXXX";
-    directory_ = mkdtemp(name);
-    write("page.js", "x");
-  }
-  ~DatabaseCommand() override { fs::remove_all(directory_); }
+  DatabaseCommand() { write("page.js", "x"); }
 
+  // Writes a file and gives its whole path.
   std::string write(const std::string& name, const std::string& bytes) const {
-    std::ofstream(directory_ + "/" + name, std::ios::binary) << bytes;
+    OwnDirectory::write(name, bytes);
     return directory_ + "/" + name;
   }
 
@@ -45,8 +41,6 @@ class DatabaseCommand : public ::testing::Test {
     EXPECT_EQ(listing.isRead, run.code() != RUN_DB_NO_ROOT) << text.substr(0, 1000);
     return listing;
   }
-
-  std::string directory_;
 };
 
 Texts textsOf(const DatabaseListing& listing) {

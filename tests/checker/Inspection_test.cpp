@@ -3,36 +3,24 @@
 #include "checker/Inspection.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 
+#include "OwnDirectory.h"
 #include "checker/ReportJson.h"
 #include "swf-assembler/Assembler.h"
 
-namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
 namespace {
 
-class Inspection : public ::testing::Test {
+class Inspection : public OwnDirectory {
  protected:
-  Inspection() {
-    char name[] = "/tmp/tarvo-inspection-test-XXXXXX";
-    directory_ = mkdtemp(name);
-    fs::create_directories(directory_ + "/app/www");
-    fs::current_path(directory_ + "/app");
-    write("index.html", page("tv", "TUNER"));
-  }
-  ~Inspection() override {
-    fs::current_path("/");
-    fs::remove_all(directory_);
-  }
+  Inspection() { write("index.html", page("tv", "TUNER")); }
 
+  // Some folders down: the device's lines hide the first ones.
   static void write(const std::string& name, const std::string& bytes) {
-    std::ofstream("www/" + name, std::ios::binary) << bytes;
+    OwnDirectory::write("app/www/" + name, bytes);
   }
 
   static std::string page(const std::string& id, const std::string& plugin) {
@@ -40,15 +28,13 @@ class Inspection : public ::testing::Test {
   }
 
   static ApplicationReport check(bool all, const std::set<std::string>& accepted = {}) {
-    return inspect("www", {DATABASE, all, false, accepted});
+    return inspect("app/www", {DATABASE, all, false, accepted});
   }
-
-  std::string directory_;
 };
 
 std::string textOf(const Call& call) {
-  return call.path.substr(4) + ":" + std::to_string(call.place.line) + ":" + std::to_string(call.place.column) + " " +
-         call.method;
+  return call.path.substr(std::string("app/www/").size()) + ":" + std::to_string(call.place.line) + ":" +
+         std::to_string(call.place.column) + " " + call.method;
 }
 
 Texts findingsOf(const ApplicationReport& report) {
@@ -156,7 +142,7 @@ TEST_F(Inspection, FingerprintsStayWhenLinesMove) {
   ApplicationReport second = check(true);
   first.seconds = second.seconds = 0;
   EXPECT_EQ(toJson(first), toJson(second));
-  EXPECT_EQ(fingerprintsOf(inspect("./www/", {DATABASE, true, false, {}})), prints);
+  EXPECT_EQ(fingerprintsOf(inspect("./app/www/", {DATABASE, true, false, {}})), prints);
 
   write("a.js", "var x;\n\n/* x\n*/" + kScript + "\n  // y\n\n" + twice);
   EXPECT_EQ(fingerprintsOf(check(true)), prints);
@@ -167,7 +153,7 @@ TEST_F(Inspection, FingerprintsStayWhenLinesMove) {
 
 TEST_F(Inspection, WhatCannotBeCheckedSaysWhy) {
   EXPECT_EQ(inspect("none.wgt", {DATABASE, true, false, {}}).failure, "no such file or directory");
-  const ApplicationReport report = inspect("www", {"/no/database", true, false, {}});
+  const ApplicationReport report = inspect("app/www", {"/no/database", true, false, {}});
   EXPECT_EQ(report.verdict, Verdict::notChecked);
   EXPECT_NE(report.failure.find("--database"), std::string::npos);
 }
