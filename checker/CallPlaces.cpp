@@ -162,10 +162,13 @@ void placeInSource(const std::string& path, std::string_view cleaned, std::vecto
 }
 
 void placeInStatements(std::string_view statements, const Sighting& sighting) {
-  const std::size_t before = statements.rfind('\n', sighting.offset);
-  const std::size_t start = before == std::string_view::npos || sighting.offset == 0 ? 0 : before + 1;
-  const std::string_view line =
-      statements.substr(start, std::min(statements.find('\n', sighting.offset), statements.size()) - start);
+  // Not more of the line than can be shown: there may be many calls in one of megabytes.
+  const std::size_t begin = sighting.offset - std::min(sighting.offset, kMaxExcerpt);
+  const std::string_view lead = statements.substr(begin, sighting.offset - begin);
+  const std::size_t start = begin + lead.rfind('\n') + 1;  // 0 behind npos
+  const std::string_view rest = statements.substr(sighting.offset, 2 * kMaxExcerpt);
+  const std::size_t end = sighting.offset + std::min(rest.find('\n'), rest.size());
+  const std::string_view line = statements.substr(start, end - start);
   sighting.call->code = shownPart(statements.substr(sighting.offset, sighting.length), 0);
   takeExcerpt(line, sighting.offset - start, sighting.offset - start + sighting.length, *sighting.call);
 }

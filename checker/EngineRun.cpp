@@ -92,6 +92,15 @@ std::string formatted(const char* format, va_list arguments) {
   return text;
 }
 
+// Makes a run the one that gets the engine's log lines, for as long as this object lives.
+class CurrentRun {
+ public:
+  explicit CurrentRun(EngineRun* run) { currentRun = run; }
+  ~CurrentRun() { currentRun = nullptr; }
+  CurrentRun(const CurrentRun&) = delete;
+  CurrentRun& operator=(const CurrentRun&) = delete;
+};
+
 // Restores the working directory, which a run that expands a package changes.
 class WorkingDirectory {
  public:
@@ -131,13 +140,12 @@ EngineRun::EngineRun(const std::string& database, const std::string& application
 
 void EngineRun::run() {
   const WorkingDirectory restored;
-  currentRun = this;
+  const CurrentRun current(this);
   createResultVector();
   engine_.emplace();
   engine_->watch = &watch_;
   code_ = engine_->StartAnalysis(&inputs_);
   destoryResultVector();
-  currentRun = nullptr;
 }
 
 void EngineRun::hear(const FlashEngine_1_00::FoundCall& call) {

@@ -1,13 +1,14 @@
-// Test: tests/checker/Report_test.cpp.
+// Test: tests/checker/Inspection_test.cpp.
 
 #include "checker/Inspection.h"
 
 #include <algorithm>
 #include <chrono>
 #include <deque>
+#include <functional>
+#include <iterator>
 #include <map>
 #include <tuple>
-#include <unordered_map>
 
 #include "APICheckEngine/Keys.h"
 #include "APICheckEngine/Verdicts.h"
@@ -20,8 +21,10 @@ using FlashEngine_1_00::SWFStateMentInfo;
 
 namespace {
 
-constexpr std::size_t kMaxCalls = 100'000;  // of one application that are kept; more than people read
-constexpr std::size_t kMaxObjects = 1000;   // elements, and bindings
+// Undocumented calls of one application that are kept, and as many others: more than people read, and no more than a
+// report of them fits in the memory that a check may take.
+constexpr std::size_t kMaxCalls = 10'000;
+constexpr std::size_t kMaxObjects = 1000;  // elements, and bindings
 
 // One run of the engine with the calls it told of, each with its place.
 class WatchedRun {
@@ -56,12 +59,15 @@ class WatchedRun {
 
   void hear(const FoundCall& found) {
     if (found.verdict == FoundCall::Verdict::documented) return;
-    // The same call is found once for each thing that it is found by.
-    if (!known_.emplace(found.path, found.call.data(), found.classId, found.method, found.verdict).second) return;
-    if (heard_.size() == kMaxCalls) {
+    // Others, however many, must not hide an undocumented one.
+    std::size_t& kept = found.verdict == FoundCall::Verdict::undocumented ? undocumented_ : others_;
+    if (kept == kMaxCalls) {
       isCut_ = true;
       return;
     }
+    // The same call is found once for each thing that it is found by.
+    if (!known_.emplace(found.path, found.call.data(), found.classId, found.method, found.verdict).second) return;
+    ++kept;
     heard_.push_back({found.verdict, {}, {}});
     Call& call = heard_.back().call;
     call.path = found.path;
@@ -83,22 +89,35 @@ class WatchedRun {
 
   // Web sources: the engine keeps what it made of them in memory, but removes what it extracted.
   void placeInSources(const APIAnalysis& engine) {
-    std::unordered_map<std::string, std::vector<Sighting>> byPath;
-    std::unordered_map<std::string, const std::string*> sources;
-    for (std::size_t i = 0; i < engine.worthfulSourceList.size(); ++i)
-      sources.try_emplace(*engine.worthfulPathList[i], engine.worthfulSourceList[i]);
-    for (const auto& [code, call] : unplaced_) {
-      const char* source = sources.at(call->path)->data();
-      byPath[call->path].push_back({static_cast<std::size_t>(code.data() - source), code.size(), call});
+    struct Source {
+      const std::string* path;
+      std::string_view text;
+      std::vector<Sighting> sightings;
+    };
+    // By where the text begins: the one that a call points into is its source, whatever else has the same path.
+    std::map<const char*, Source, std::less<>> sources;
+    for (std::size_t i = 0; i < engine.worthfulSourceList.size(); ++i) {
+      const char* text = engine.worthfulSourceList[i]->c_str();
+      sources.try_emplace(text, Source{engine.worthfulPathList[i], text, {}});
     }
-    for (auto& [path, sightings] : byPath)
-      placeInSource(path, sources.at(path)->c_str(), std::move(sightings));
+    for (const auto& [code, call] : unplaced_) {
+      const auto next = sources.upper_bound(code.data());
+      if (next == sources.begin()) continue;
+      Source& source = std::prev(next)->second;
+      const auto offset = static_cast<std::size_t>(code.data() - source.text.data());
+      if (offset < source.text.size()) source.sightings.push_back({offset, code.size(), call});
+    }
+    for (auto& [begin, source] : sources) {
+      if (!source.sightings.empty()) placeInSource(*source.path, source.text, std::move(source.sightings));
+    }
     unplaced_.clear();
   }
 
   std::deque<Heard> heard_;
   std::vector<std::pair<std::string_view, Call*>> unplaced_;  // calls in web sources, with the code that was found
   std::set<std::tuple<std::string, const char*, std::string, std::string, FoundCall::Verdict>> known_;
+  std::size_t undocumented_ = 0;  // calls that are kept
+  std::size_t others_ = 0;
   bool isCut_ = false;
   EngineRun run_;  // uses all of these
 };
@@ -139,6 +158,12 @@ class Fingerprint {
   std::uint64_t hash_ = 0xCBF29CE484222325U;
 };
 
+// The path of a file within its application, the same for "www", "./www" and "www/".
+std::string pathInside(const std::string& application, const std::string& path) {
+  if (path.compare(0, application.size(), application) != 0) return path;
+  return path.substr(std::min(path.find_first_not_of('/', application.size()), path.size()));
+}
+
 // Gives each finding its fingerprint: the path within the application, the call, and how many alike come before it.
 void fingerprint(ApplicationReport& report) {
   std::vector<Finding*> byPlace;
@@ -154,10 +179,9 @@ void fingerprint(ApplicationReport& report) {
     std::string code = call.code;
     code.erase(std::remove_if(code.begin(), code.end(), [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }),
                code.end());
-    const bool isInside = call.path.compare(0, report.application.size(), report.application) == 0;
     Fingerprint print;
-    for (const std::string& part : {isInside ? call.path.substr(report.application.size()) : call.path, call.plugin,
-                                    call.method, std::string(nameOf(call.found)), code})
+    for (const std::string& part :
+         {pathInside(report.application, call.path), call.plugin, call.method, std::string(nameOf(call.found)), code})
       print.add(part);
     const int before = alike[print.text()]++;
     print.add(std::to_string(before));
@@ -187,14 +211,17 @@ std::vector<Finding> findingsOf(const WatchedRun& run) {
 
 // Adds what a run found that went on where the engine stops.
 void addAll(const WatchedRun& run, ApplicationReport& report) {
-  std::set<decltype(identityOf(report.findings.front().call))> known;
+  // Calls in Flash files have no place: of several alike, each of the first run stands for one only.
+  std::multiset<decltype(identityOf(report.findings.front().call))> known;
   const std::vector<Finding> onDevice = report.findings;
   for (const Finding& finding : onDevice)
     known.insert(identityOf(finding.call));
   for (const WatchedRun::Heard& heard : run.heard()) {
     if (const char* reason = reasonOf(heard.verdict)) {
       report.undetermined.push_back({heard.call, reason});
-    } else if (known.count(identityOf(heard.call)) == 0) {
+    } else if (const auto same = known.find(identityOf(heard.call)); same != known.end()) {
+      known.erase(same);
+    } else {
       const bool isAccepted = heard.verdict == FoundCall::Verdict::accepted;
       const Finding::Status status = isAccepted ? Finding::Status::accepted : Finding::Status::reported;
       report.findings.push_back({heard.call, status, false, {}, {}});

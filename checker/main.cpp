@@ -6,7 +6,11 @@
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 
+#include "checker/Accept.h"
+#include "checker/Baseline.h"
+#include "checker/DatabaseCommand.h"
 #include "checker/EngineRun.h"
 #include "checker/Explain.h"
 #include "checker/Flash.h"
@@ -30,6 +34,10 @@ struct Options {
   std::vector<std::string> applications;
   std::string file;  // of a command that takes one
   bool json = false;
+  std::string baseline;
+  std::vector<std::string> accept;
+  std::vector<std::string> acceptFiles;
+  std::string older, newer;  // databases to compare
 };
 
 // The database that is installed with this program.
@@ -80,6 +88,55 @@ constexpr Command kCommands[] = {
      [](const Options& options) { return printFlash(options, decompile(options.file), "statements"); }},
 };
 
+void addDatabaseCommand(CLI::App& app, Options& options, const Command*& chosen) {
+  static constexpr Command kList = {
+      "database", "List the API database and warn of what the engine does not read in it", "", true,
+      [](const Options& options) { return printDatabase(options.database, options.json, std::cout, std::cerr); }};
+  static constexpr Command kDiff = {"diff", "List what became documented or undocumented between two databases", "",
+                                    true, [](const Options& options) {
+                                      return printDatabaseDiff(options.older, options.newer, options.json, std::cout,
+                                                               std::cerr);
+                                    }};
+  CLI::App* list = app.add_subcommand(kList.name, kList.description);
+  list->add_option("--database", options.database, "API database")->type_name("FILE");
+  CLI::App* diff = list->add_subcommand(kDiff.name, kDiff.description);
+  diff->add_option("OLD", options.older)->required();
+  diff->add_option("NEW", options.newer)->required();
+  for (CLI::App* command : {list, diff})
+    command->add_flag("--json", options.json, "as JSON");
+  list->callback([list, &chosen] { chosen = list->got_subcommand(kDiff.name) ? &kDiff : &kList; });
+}
+
+int checkAll(const Options& options) {
+  std::optional<Baseline> baseline;
+  std::set<std::string> accepted;
+  try {
+    if (!options.baseline.empty()) baseline.emplace(options.baseline);
+    accepted = acceptedNames(options.accept, options.acceptFiles);
+  } catch (const std::runtime_error& error) {
+    std::cerr << "tarvo-check: " << printable(error.what()) << '\n';
+    return kFailed;
+  }
+  Verdict worst = Verdict::clean;
+  UnusedNames unused(accepted);
+  const bool all = options.all || baseline.has_value();  // what stands behind a known finding may be new
+  const std::unique_ptr<ReportWriter> writer =
+      makeWriter(Format::text, std::cout, {options.database, false, options.engineLines, options.all});
+  for (const std::string& application : options.applications) {
+    ApplicationReport report = inspect(application, {options.database, all, options.log, accepted});
+    if (baseline.has_value()) baseline->apply(report, options.applications.size() == 1);
+    unused.see(report);
+    printLog(report.log);
+    writer->add(report);
+    const bool isAllowed = report.verdict == Verdict::incomplete && options.allowIncomplete;
+    if (!isAllowed) worst = std::max(worst, report.verdict);
+  }
+  writer->end(false);
+  for (const std::string& name : unused.names())
+    std::cerr << "tarvo-check: no finding is of '" << printable(name) << "', which is accepted\n";
+  return kStatusOf[static_cast<std::size_t>(worst)];
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): no memory to read the options
@@ -96,6 +153,14 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): no memo
   app.add_flag("--engine-lines", options.engineLines, "print findings as the engine writes them on the device");
   app.add_flag("--allow-incomplete", options.allowIncomplete, "exit status 0 instead of 3");
   app.add_flag("--all", options.all, "report the calls behind one at which the engine stops, too");
+  app.add_option("--baseline", options.baseline, "earlier report, json or jsonl: only what is new counts")
+      ->type_name("FILE");
+  app.add_option("--accept", options.accept, "methods to take for documented ones")
+      ->type_name("NAME[,NAME]")
+      ->allow_extra_args(false);
+  app.add_option("--accept-file", options.acceptFiles, "the same from a file, one in a line")
+      ->type_name("FILE")
+      ->allow_extra_args(false);
   app.add_option("APPLICATION", options.applications, "zip package, directory or single file");
   const Command* chosen = nullptr;
   for (const Command& command : kCommands) {
@@ -108,6 +173,7 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): no memo
     }
     sub->callback([&chosen, &command] { chosen = &command; });
   }
+  addDatabaseCommand(app, options, chosen);
   app.require_subcommand(0, 1);
   try {
     app.parse(argc, argv);
@@ -117,17 +183,5 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): no memo
     return app.exit(error) == 0 ? kDone : kFailed;
   }
 
-  if (chosen != nullptr) return chosen->run(options);
-  Verdict worst = Verdict::clean;
-  const std::unique_ptr<ReportWriter> writer =
-      makeWriter(Format::text, std::cout, {options.database, false, options.engineLines, options.all});
-  for (const std::string& application : options.applications) {
-    const ApplicationReport report = inspect(application, {options.database, options.all, options.log, {}});
-    printLog(report.log);
-    writer->add(report);
-    const bool isAllowed = report.verdict == Verdict::incomplete && options.allowIncomplete;
-    if (!isAllowed) worst = std::max(worst, report.verdict);
-  }
-  writer->end(false);
-  return kStatusOf[static_cast<std::size_t>(worst)];
+  return chosen != nullptr ? chosen->run(options) : checkAll(options);
 }

@@ -249,7 +249,8 @@ class APIAnalysis : public IAppAnalysis {
   [[gnu::visibility("hidden")]] RunResult judge(SWFStateMentInfo& call, const CallPlace& place);
   [[gnu::visibility("hidden")]] bool watchesAll() const { return watch != nullptr && watch->all; }
   [[gnu::visibility("hidden")]] void tellOfBuiltIn(const std::string& path, int line, const CallPlace& place) const;
-  [[gnu::visibility("hidden")]] void tellOfCommonObject(const SWFStateMentInfo& binding, std::string_view text);
+  [[gnu::visibility("hidden")]] void tellOfCommonObject(const SWFStateMentInfo& binding, std::string_view text,
+                                                        const TextIndex* index);
 
   [[gnu::visibility("hidden")]] void appendScriptFunctions(const std::string& cleaned, const std::string& path);
   [[gnu::visibility("hidden")]] void findCallsOn(const SWFStateMentInfo* binding, std::string_view text,

@@ -213,7 +213,9 @@ RunResult APIAnalysis::FindAPIFunctionName4JS() {
                                             index == nullptr ? text : index->text(), textIndex);
     }
     if (common->second) {
-      if (watchesAll() && isNew) tellOfCommonObject(*binding, text);
+      if (watchesAll() && isNew) {
+        tellOfCommonObject(*binding, text, index == nullptr ? nullptr : index->forSearchOf(text.size()));
+      }
       continue;
     }
     // KEPT: a finding does not end this scanner, so one run can record several. Hosts read the whole list.
@@ -353,10 +355,10 @@ void APIAnalysis::tellOfBuiltIn(const std::string& path, int line, const CallPla
                 known_->methodNames(std::string(place.call))});
 }
 
-void APIAnalysis::tellOfCommonObject(const SWFStateMentInfo& binding, std::string_view text) {
+void APIAnalysis::tellOfCommonObject(const SWFStateMentInfo& binding, std::string_view text, const TextIndex* index) {
   const Key key = splitKey(*binding.expression);
   const Pattern pattern(callOn(withoutBlanks(key.symbol)));
-  for (MatchCursor at(pattern, text, nullptr); at.next();) {
+  for (MatchCursor at(pattern, text, index); at.next();) {
     std::string callText = at.match();
     const int line = foundSymbolLineNumber(const_cast<std::string*>(&binding.path), &callText);
     watch->found({FoundCall::On::variable, FoundCall::Verdict::common, key.classId, binding.path, text, at.view(), line,

@@ -32,7 +32,7 @@ struct FoundCall {
   std::string_view text;  // a cleaned source or a part of it; the statements of a Flash file
   std::string_view call;  // the part of that text which was found
   int line;               // as in the finding line of the call
-  std::string method;     // empty if it has none
+  std::string method;     // of a call that was passed over, what is taken for its name
 };
 
 struct CallWatch {

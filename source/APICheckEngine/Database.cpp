@@ -6,12 +6,14 @@
 
 // The assertions below hold in every build.
 #undef NDEBUG
+#include "APICheckEngine/Database.h"
+
 #include <assert.h>
 #include <sys/stat.h>
-#include <tinyxml.h>
 
 #include <algorithm>
 #include <cctype>
+#include <cstring>
 #include <new>
 #include <string_view>
 
@@ -164,14 +166,39 @@ void parse(const char* text, TiXmlDocument& document) {
 void appendFunctions(const TiXmlElement& root, APIAnalysis::Strings& list) {
   for (const TiXmlNode* group = root.FirstChild(); group != nullptr; group = group->NextSibling()) {
     for (const TiXmlNode* node = group->FirstChild(); node != nullptr; node = node->NextSibling()) {
-      const TiXmlElement* function = node->ToElement();
-      if (function == nullptr || function->ValueStr() != "Function" || function->GetText() == nullptr) continue;
-      append(list, std::make_unique<std::string>(function->GetText()));
+      const char* name = detail::documentedName(*node);
+      if (name != nullptr) append(list, std::make_unique<std::string>(name));
     }
   }
 }
 
 }  // namespace
+
+const char* detail::documentedName(const TiXmlNode& node) {
+  const TiXmlElement* element = node.ToElement();
+  return element == nullptr || element->ValueStr() != "Function" ? nullptr : element->GetText();
+}
+
+RunResult detail::readDatabase(std::FILE* file, DatabaseTree& tree) {
+  if (file == nullptr || isDirectory(file)) return RUN_DB_LOAD_FAILED;
+  (void)std::fseek(file, 0, SEEK_END);
+  const long length = std::ftell(file);
+  if (length < 1) return RUN_SUCCESS;  // an empty database documents nothing
+  const auto ftellLen = static_cast<std::size_t>(length);
+  const std::unique_ptr<char[]> dbBuff(new (std::nothrow) char[ftellLen + 1]);
+  if (dbBuff == nullptr) return RUN_DB_LOAD_FAILED;
+  std::rewind(file);
+  if (std::fread(dbBuff.get(), 1, ftellLen, file) != ftellLen) return RUN_DB_LOAD_FAILED;
+  dbBuff[ftellLen] = '\0';
+  tree.isCut = std::strlen(dbBuff.get()) < ftellLen;
+  if (!normaliseLineEnds(dbBuff.get(), ftellLen)) return RUN_DB_LOAD_FAILED;
+
+  tree.isTooDeep = Nesting(dbBuff.get()).isDeeperThan(kMaxDatabaseDepth);
+  if (tree.isTooDeep) return RUN_DB_NO_ROOT;
+  parse(dbBuff.get(), tree.document);
+  tree.root = tree.document.FirstChildElement("APIAnalysisDB");
+  return tree.root == nullptr ? RUN_DB_NO_ROOT : RUN_SUCCESS;
+}
 
 RunResult APIAnalysis::Init() {
   emptyWorkingLists();
@@ -183,25 +210,10 @@ RunResult APIAnalysis::Init() {
 
 RunResult APIAnalysis::swfloadWhiteAPIInfo(Strings& list) {
   const File file = openFile(enginePaths().database, "r");
-  if (file == nullptr || isDirectory(file.get())) return RUN_DB_LOAD_FAILED;
-  (void)std::fseek(file.get(), 0, SEEK_END);
-  const long length = std::ftell(file.get());
-  if (length < 1) return RUN_SUCCESS;  // an empty database documents nothing
-  const auto ftellLen = static_cast<std::size_t>(length);
-  const std::unique_ptr<char[]> dbBuff(new (std::nothrow) char[ftellLen + 1]);
-  if (dbBuff == nullptr) return RUN_DB_LOAD_FAILED;
-  std::rewind(file.get());
-  if (std::fread(dbBuff.get(), 1, ftellLen, file.get()) != ftellLen) return RUN_DB_LOAD_FAILED;
-  dbBuff[ftellLen] = '\0';
-  if (!normaliseLineEnds(dbBuff.get(), ftellLen)) return RUN_DB_LOAD_FAILED;
-
-  if (Nesting(dbBuff.get()).isDeeperThan(kMaxDatabaseDepth)) return RUN_DB_NO_ROOT;
-  TiXmlDocument document;
-  parse(dbBuff.get(), document);  // of a damaged file, the tree that came of it counts
-  const TiXmlElement* root = document.FirstChildElement("APIAnalysisDB");
-  if (root == nullptr) return RUN_DB_NO_ROOT;
-  appendFunctions(*root, list);
-  return RUN_SUCCESS;
+  detail::DatabaseTree tree;
+  const RunResult code = detail::readDatabase(file.get(), tree);
+  if (tree.root != nullptr) appendFunctions(*tree.root, list);
+  return code;
 }
 
 }  // namespace FlashEngine_1_00

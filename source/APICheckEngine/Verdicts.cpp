@@ -79,7 +79,7 @@ RunResult APIAnalysis::judge(SWFStateMentInfo& call, const CallPlace& place) {
   if (watch == nullptr) return code;
   using Verdict = FoundCall::Verdict;
   const std::string callText = detail::callTextOf(call);
-  std::string method = callText.empty() ? callText : known_->methodNames(callText);
+  std::string method = known_->methodNames(callText.empty() ? std::string(place.call) : callText);
   const Verdict verdict = call.expression == nullptr            ? Verdict::opening
                           : callText.empty()                    ? Verdict::unnamed
                           : code != RUN_SUCCESS                 ? Verdict::undocumented
