@@ -27,6 +27,7 @@ struct Options {
   bool engineLines = false;
   bool allowIncomplete = false;
   bool all = false;
+  std::string format = "text";
   std::vector<std::string> applications;
   std::string file;  // of a command that takes one
   bool json = false;
@@ -96,6 +97,7 @@ int main(int argc, char** argv) {
   app.add_flag("--engine-lines", options.engineLines, "print findings as the engine writes them on the device");
   app.add_flag("--allow-incomplete", options.allowIncomplete, "exit status 0 instead of 3");
   app.add_flag("--all", options.all, "report the calls behind one at which the engine stops, too");
+  app.add_option("--format", options.format, "text, json, jsonl, sarif, junit or html");
   app.add_option("APPLICATION", options.applications, "zip package, directory or single file");
   const Command* chosen = nullptr;
   for (const Command& command : kCommands) {
@@ -120,7 +122,8 @@ int main(int argc, char** argv) {
   if (chosen != nullptr) return chosen->run(options);
   Verdict worst = Verdict::clean;
   const std::unique_ptr<ReportWriter> writer =
-      makeWriter(Format::text, std::cout, {options.database, false, options.engineLines, options.all});
+      makeWriter(formatNamed(options.format).value_or(Format::text), std::cout,
+                 {options.database, false, options.engineLines, options.all, false, options.allowIncomplete});
   for (const std::string& application : options.applications) {
     const ApplicationReport report = inspect(application, {options.database, options.all, options.log, {}});
     printLog(report.log);
