@@ -93,7 +93,7 @@ class Artifacts {
     const auto [known, isNew] = known_.try_emplace({parent, path}, static_cast<int>(list_.size()));
     if (isNew) {
       const std::string uri = uriOf(path);
-      Json artifact{{"location", {{"uri", uri.empty() ? "." : uri}}}};
+      Json artifact{{"location", {{"uri", uri.empty() ? "." : uri}}}, {"roles", {"analysisTarget"}}};
       if (parent >= 0) artifact["parentIndex"] = parent;
       list_.push_back(artifact);
     }
