@@ -91,9 +91,9 @@ std::string callOf(const Call& call, const std::string& subject, const std::stri
   Call shown = call;
   shown.path = inside(call.path, application);
   return std::string("<details class=\"call ") + classes + "\"" + (isOpen ? " open" : "") + "><summary>" +
-         element("span", "method", isolated(subject)) + " <span class=\"on\">on " + isolated(call.plugin) + "</span> " +
-         element("span", "place", isolated(placeOf(shown))) + " " + element("span", "remarks", markup(remarks)) +
-         "</summary>" + sourceOf(call) + "</details>\n";
+         element("span", "method", isolated(subject)) + " <span class=\"on\">on " + isolated(call.plugin) +
+         "</span><span class=\"where\">" + isolated(placeOf(shown)) + " · " +
+         element("span", "remarks", markup(remarks)) + "</span></summary>" + sourceOf(call) + "</details>\n";
 }
 
 std::string findingsOf(const ApplicationReport& report) {
@@ -104,7 +104,8 @@ std::string findingsOf(const ApplicationReport& report) {
     calls += callOf(finding.call, finding.call.method.empty() ? finding.call.code : finding.call.method,
                     remarksOn(finding), nameOf(finding.status), report.application, i < kOpenCalls);
   }
-  return "<h3>Undocumented APIs</h3>\n" + calls;
+  const std::string heading = report.verdict == Verdict::findings ? verdictOn(report) : "Undocumented APIs";
+  return "<h3>" + heading + "</h3>\n" + calls;
 }
 
 std::string undeterminedOf(const ApplicationReport& report) {
@@ -205,12 +206,36 @@ class HtmlWriter : public ReportWriter {
 
  private:
   static std::string detailsOf(const ApplicationReport& report) {
-    return element("p", std::string("says ") + classOf(report.verdict), markup(verdictOn(report))) + "\n" +
-           findingsOf(report) + undeterminedOf(report) + hiddenOf(report) + notCheckedOf(report) + pluginsOf(report) +
-           element("p", "facts",
-                   counted(report.sources, "web source", "web sources") + " and " +
-                       counted(report.flashFiles, "Flash file", "Flash files") + " looked at in " +
-                       secondsOf(report.seconds) + " seconds");
+    const bool isSaid = report.verdict == Verdict::findings;  // as a heading
+    const std::string verdict =
+        isSaid ? "" : element("p", std::string("says ") + classOf(report.verdict), markup(verdictOn(report))) + "\n";
+    const std::string looked = counted(report.sources, "web source", "web sources") + " and " +
+                               counted(report.flashFiles, "Flash file", "Flash files") + " looked at in " +
+                               secondsOf(report.seconds) + " seconds";
+    return verdict + findingsOf(report) + undeterminedOf(report) + hiddenOf(report) + notCheckedOf(report) +
+           pluginsOf(report) + (report.verdict == Verdict::notChecked ? "" : element("p", "facts", looked));
+  }
+
+  std::string figures() const {
+    struct Figure {
+      std::size_t count;
+      const char* one;
+      const char* several;
+      bool isAlwaysShown;
+    };
+    std::string items;
+    for (const Figure& figure :
+         {Figure{totals_.of(Finding::Status::reported), "undocumented use", "undocumented uses", true},
+          Figure{methods_.size(), "undocumented method", "undocumented methods", true},
+          Figure{totals_.of(Finding::Status::accepted), "accepted use", "accepted uses", false},
+          Figure{totals_.of(Finding::Status::known), "use in the baseline", "uses in the baseline", false},
+          Figure{totals_.undetermined, "undetermined call", "undetermined calls", false},
+          Figure{totals_.notChecked, "part not checked", "parts not checked", true}}) {
+      if (figure.count == 0 && !figure.isAlwaysShown) continue;
+      items += "<li><b>" + std::to_string(figure.count) + "</b> " + (figure.count == 1 ? figure.one : figure.several) +
+               "</li>\n";
+    }
+    return "<ul class=\"figures\">\n" + items + "</ul>\n";
   }
 
   // The bar, and its legend: buttons that choose what the table shows.
@@ -234,8 +259,8 @@ class HtmlWriter : public ReportWriter {
     return "<section class=\"card\" aria-labelledby=\"verdicts\">\n<h2 id=\"verdicts\">Verdicts</h2>\n"
            "<svg class=\"verdicts\" role=\"img\" aria-label=\"" +
            words + "\" viewBox=\"0 0 " + std::to_string(std::max<std::size_t>(x, 1)) +
-           " 1\" preserveAspectRatio=\"none\">" + parts + "</svg>\n<div class=\"legend\">\n" + legend +
-           "</div>\n</section>\n";
+           " 1\" preserveAspectRatio=\"none\">" + parts + "</svg>\n<div class=\"legend\">\n" + legend + "</div>\n" +
+           figures() + "</section>\n";
   }
 
   // The most frequent methods, longest bar first.
@@ -277,7 +302,7 @@ class HtmlWriter : public ReportWriter {
     return "<section class=\"card\" aria-labelledby=\"applications\">\n<h2 id=\"applications\" "
            "tabindex=\"-1\">Applications"
            "</h2>\n<div class=\"tools\"><label for=\"search\">Search</label><input id=\"search\" type=\"search\" "
-           "placeholder=\"application, method, plug-in or file\" autocomplete=\"off\" spellcheck=\"false\">"
+           "placeholder=\"name, method, plug-in, file\" autocomplete=\"off\" spellcheck=\"false\">"
            "<button type=\"button\" id=\"unfold\">Unfold all</button><span id=\"shown\" role=\"status\"></span></div>\n"
            "<table id=\"table\">\n<thead><tr>" +
            head + "</tr></thead>\n" + applications_ + "</table>\n</section>\n";
