@@ -2,6 +2,7 @@
 
 #include "checker/formats/Sarif.h"
 
+#include <algorithm>
 #include <map>
 #include <vector>
 
@@ -72,7 +73,8 @@ Json driver() {
 class Artifacts {
  public:
   // The artifact of the file that the user knows as `path`, in `application`.
-  Json locationOf(const std::string& path, const std::string& application) {
+  Json locationOf(std::string path, const std::string& application) {
+    if (path.size() > application.size() && path.back() == '!') path.pop_back();  // an entry without a name
     // An application's own name can hold what stands between a package and its entry.
     const bool isInside = path.compare(0, application.size(), application) == 0;
     std::size_t from = isInside ? application.size() : 0;
