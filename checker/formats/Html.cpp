@@ -105,7 +105,7 @@ std::string findingsOf(const ApplicationReport& report) {
                     remarksOn(finding), nameOf(finding.status), report.application, i < kOpenCalls);
   }
   const std::string heading = report.verdict == Verdict::findings ? verdictOn(report) : "Undocumented APIs";
-  return "<h3>" + heading + "</h3>\n" + calls;
+  return "<h3>" + markup(heading) + "</h3>\n" + calls;
 }
 
 std::string undeterminedOf(const ApplicationReport& report) {

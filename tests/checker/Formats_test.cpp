@@ -328,8 +328,11 @@ TEST(Markup, IsTheSameForHostileTexts) {
     return skeleton;
   };
   for (const Format format : {Format::html, Format::junit}) {
-    const std::string page = written(format, {everythingWith(kHostile)}, {"db" + kHostile});
-    EXPECT_TRUE(skeletonOf(page) == skeletonOf(written(format, {everythingWith("harmless")}, {"db"})));
+    const auto pageWith = [&](const std::string& text) {
+      return written(format, {everythingWith(text), reportWith("b", {}, {}, text)}, {"db" + text}, true);
+    };
+    const std::string page = pageWith(kHostile);
+    EXPECT_TRUE(skeletonOf(page) == skeletonOf(pageWith("harmless")));
     EXPECT_EQ(page, utf8(page));
     EXPECT_EQ(page.find_first_of("\x1b\r"), std::string::npos);
     EXPECT_EQ(page.find("\xE2\x80\xAE"), std::string::npos);
