@@ -1,4 +1,4 @@
-// Test: tests/checker/Report_test.cpp.
+// Test: tests/checker/Formats_test.cpp.
 
 #include "checker/ReportJson.h"
 

@@ -15,8 +15,6 @@ std::vector<std::string>* g_SWFResultVector = nullptr;
 namespace FlashEngine_1_00 {
 namespace {
 
-constexpr const char* kEngineVersion = "140808_QX_1.30";
-
 struct StringListRow {
   APIAnalysis::Strings APIAnalysis::*list;
   bool ownsStrings;

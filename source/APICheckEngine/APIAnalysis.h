@@ -24,6 +24,8 @@ struct Knowledge;
 class SourceIndex;
 }  // namespace detail
 
+inline constexpr const char* kEngineVersion = "140808_QX_1.30";
+
 // The record of every web-source list and of every found call.
 struct SWFStateMentInfo {
   std::unique_ptr<std::string> expression;  // matched text, or "<class identifier>#<symbol or call text>"; may be null

@@ -60,16 +60,18 @@ TEST_F(Checker, ReportsExamplesWithTheirStatus) {
     std::string text;
   };
   const std::string undocumented =
-      "packages/undocumented.wgt!/www/js/main.js:57: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER\n"
+      "packages/undocumented.wgt!/www/js/main.js:57:16: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER "
+      "(variable)\n"
       "packages/undocumented.wgt: 1 use of undocumented APIs\n";
   for (const Row& row : std::vector<Row>{
            {"packages/clean.wgt", 0, "packages/clean.wgt: only documented APIs\n"},
            {"packages/undocumented.wgt", 1, undocumented},
            {"packages/nested.wgt", 1,
-            "packages/nested.wgt!/inner.wgt!/www/js/player.js:20: undocumented API 'GetSerial' on "
-            "MORVANE-NAVERTIX-PLAYER\npackages/nested.wgt: 1 use of undocumented APIs\n"},
+            "packages/nested.wgt!/inner.wgt!/www/js/player.js:20:16: undocumented API 'GetSerial' on "
+            "MORVANE-NAVERTIX-PLAYER (variable)\npackages/nested.wgt: 1 use of undocumented APIs\n"},
            {"packages/clean.wgt packages/undocumented.wgt", 1,
-            "packages/clean.wgt: only documented APIs\n" + undocumented},
+            "packages/clean.wgt: only documented APIs\n" + undocumented +
+                "2 applications: 1 clean, 1 with findings; 1 use of undocumented APIs\n"},
            {"--engine-lines packages/undocumented.wgt", 1,
             "../main.js(57) : UndocumentedAPI 'GetSerial' used\npackages/undocumented.wgt: 1 use of undocumented "
             "APIs\n"},
@@ -86,8 +88,9 @@ TEST_F(Checker, ChecksDirectoriesAndSingleFiles) {
   fs::create_directory("app.flash");  // the engine itself passes over packages below such a name
   fs::copy_file(kExamples + "/undocumented.wgt", "app.flash/inner.wgt");
   fs::copy_file(kExamples + "/undocumented.wgt", "www/" + std::string(250, 'n') + ".wgt");
-  const std::string inner = "/www/js/main.js:57: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER\n";
-  EXPECT_EQ(check("www").text, "www/b.js:3: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER\nwww/" +
+  const std::string inner =
+      "/www/js/main.js:57:16: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER (variable)\n";
+  EXPECT_EQ(check("www").text, "www/b.js:3:2: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER (variable)\nwww/" +
                                    std::string(250, 'n') + ".wgt!" + inner + "www: 2 uses of undocumented APIs\n");
   EXPECT_EQ(check("app.flash/inner.wgt").text,
             "app.flash/inner.wgt!" + inner + "app.flash/inner.wgt: 1 use of undocumented APIs\n");
@@ -142,7 +145,7 @@ TEST_F(Checker, NamesCannotForgeLines) {
   write("www/index.html", kPage);
   write("www/%s%n [x] \xFF\n\x1B.js", kCall);
   EXPECT_EQ(check("www").text,
-            "www/%s%n [x] \xFF\\x0a\\x1b.js:3: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER\n"
+            "www/%s%n [x] \xFF\\x0a\\x1b.js:3:2: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER (variable)\n"
             "www: 1 use of undocumented APIs\n");
 }
 

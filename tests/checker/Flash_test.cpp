@@ -46,8 +46,9 @@ TEST(FlashCommands, SayWhyAFileCannotBeRead) {
 TEST(FlashCommands, ApplicationsWithFlashAreJudged) {
   const std::string undocumented = EXAMPLES "/flash-undocumented.wgt";
   EXPECT_EQ(runCommand(CHECKER " " + undocumented).text,
-            undocumented + "!/www/movie.swf: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER\n" + undocumented +
-                ": 1 use of undocumented APIs\n");
+            undocumented +
+                "!/www/movie.swf: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER (Flash variable)\n" +
+                undocumented + ": 1 use of undocumented APIs\n");
   EXPECT_EQ(runCommand(CHECKER " " EXAMPLES "/flash-clean.wgt").status, 0);
 }
 

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+
+#include "checker/Report.h"
+
+// What several formats say of a report, in the same words. The bytes of an application stand in them as they are.
+
+// "1 use", "2 uses"
+std::string counted(std::size_t count, const char* one, const char* several);
+
+// "app.wgt!/www/js/main.js:57:8", as far as it is known
+std::string placeOf(const Call& call);
+
+// "variable", "Flash look-up"
+const char* wordFor(Call::Found found);
+
+// "undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER"
+std::string messageOf(const Call& call);
+
+// "could not determine: tv.Open(1) on MORVANE-NAVERTIX-TUNER"
+std::string messageOf(const Undetermined& item);
+
+// "variable; line 51 on the device; accepted": how it was found, and what else there is to know.
+std::string remarksOn(const Finding& finding);
+std::string remarksOn(const Undetermined& item);
+
+// "2 uses of undocumented APIs (1 accepted not counted)", "could not check: no such file or directory"
+std::string verdictOn(const ApplicationReport& report);
+
+// Counts over the applications of a run.
+struct Totals {
+  std::size_t applications = 0;
+  std::size_t verdicts[4] = {};  // of each Verdict
+  std::size_t statuses[3] = {};  // findings of each Finding::Status
+  std::size_t undetermined = 0;
+  std::size_t notChecked = 0;
+  double seconds = 0;
+
+  void add(const ApplicationReport& report);
+  std::size_t of(Verdict verdict) const { return verdicts[static_cast<std::size_t>(verdict)]; }
+  std::size_t of(Finding::Status status) const { return statuses[static_cast<std::size_t>(status)]; }
+};
+
+// "12 applications: 9 clean, 2 with findings, 1 could not be checked; 5 uses of undocumented APIs (2 accepted not
+// counted)"
+std::string summaryOf(const Totals& totals);
+
+constexpr const char* kInterrupted = "interrupted: applications that are not listed were not checked";

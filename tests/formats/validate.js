@@ -1,0 +1,83 @@
+// validate.js REPORT_SCHEMA SARIF_SCHEMA DIRECTORY: the reports that make-reports left in DIRECTORY.
+'use strict';
+const assert = require('assert');
+const crypto = require('crypto');
+const fs = require('fs');
+const path = require('path');
+const Ajv = require('ajv/dist/2020');
+const addFormats = require('ajv-formats');
+
+const [schemaFile, sarifSchemaFile, directory] = process.argv.slice(2);
+const read = (name) => fs.readFileSync(path.join(directory, name));
+const parse = (bytes) => JSON.parse(new TextDecoder('utf-8', {fatal: true}).decode(bytes));
+
+const validator = (options, schema) => {
+  const ajv = new Ajv({allErrors: true, ...options});
+  addFormats(ajv);
+  ajv.addSchema(schema, 'schema');
+  return (pointer, value, what) => {
+    const validate = ajv.getSchema('schema' + pointer);
+    assert(validate(value), `${what}: ${ajv.errorsText(validate.errors)}`);
+    console.log(`formats: ${what}: valid`);
+  };
+};
+
+// Readers pass over fields that they do not know; here all are known.
+const strict = (schema) => {
+  const closed = structuredClone(schema);
+  closed.unevaluatedProperties = false;
+  for (const [name, definition] of Object.entries(closed.$defs)) {
+    const isPart = name === 'call' || name === 'run';
+    if (!isPart && definition.type === 'object') definition.unevaluatedProperties = false;
+  }
+  closed.$defs.lastLine = {type: 'object', allOf: [{$ref: '#/$defs/run'}], unevaluatedProperties: false};
+  return closed;
+};
+
+const schema = parse(fs.readFileSync(schemaFile));
+const validate = validator({strict: true, strictRequired: false}, strict(schema));
+const report = parse(read('report.json'));
+validate('', report, 'report.json');
+assert.throws(() => validate('', {...report, surprise: 1}, 'with a field more'));
+assert.strictEqual(report.applications.length, report.summary.applications);
+
+const lines = read('report.jsonl').toString().trimEnd().split('\n').map((line) => JSON.parse(line));
+const last = lines.pop();
+lines.forEach((line, i) => {
+  assert.deepStrictEqual({...line, seconds: 0}, {...report.applications[i], seconds: 0});
+});
+validate('#/$defs/lastLine', last, 'the last line of report.jsonl');
+assert.strictEqual(lines.length, report.summary.applications);
+
+// A mark counts bytes.
+for (const {findings, undetermined} of report.applications) {
+  for (const {excerpt, code} of [...findings, ...undetermined]) {
+    const marked = Buffer.from(excerpt.text).subarray(excerpt.mark, excerpt.mark + excerpt.markLength).toString();
+    assert.strictEqual(marked, code);
+  }
+}
+
+const validateSarif = validator({strict: false}, parse(fs.readFileSync(sarifSchemaFile)));
+for (const name of ['report.sarif', 'clean.sarif']) validateSarif('', parse(read(name)), name);
+const [run] = parse(read('report.sarif')).runs;
+const calls = report.applications.flatMap(({findings, undetermined}) => [...findings, ...undetermined]);
+assert.strictEqual(run.results.length, calls.length);
+run.results.forEach(({locations: [{physicalLocation: {artifactLocation}}]}, i) => {
+  let way = '';
+  for (let index = artifactLocation.index; index !== undefined; index = run.artifacts[index].parentIndex) {
+    way = decodeURIComponent(run.artifacts[index].location.uri.replace(/%[89A-F][0-9A-F]/g, '?')) + (way && '!/' + way);
+  }
+  // Names are byte by byte there; here those that are not ASCII count as one question mark each.
+  const expected = Buffer.from(calls[i].path.replace(/\uFFFD/g, '\x80'), 'utf-8').toString('latin1')
+      .replace(/\xC2\x80/g, '?').replace(/[\x80-\xFF]/g, '?');
+  assert.strictEqual(way, expected);
+});
+
+// The page's policy names the script and the style that stand in it.
+const page = read('report.html').toString();
+for (const [element, directive] of [['style', 'style-src'], ['script', 'script-src']]) {
+  const [, text] = page.match(new RegExp(`<${element}>([^]*?)</${element}>`));
+  const hash = crypto.createHash('sha256').update(text).digest('base64');
+  assert(page.includes(`${directive} 'sha256-${hash}'`), `the hash of ${element} is ${hash}`);
+}
+console.log('formats: report.html: its policy fits');
