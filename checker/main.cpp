@@ -7,37 +7,18 @@
 #include <filesystem>
 #include <iostream>
 
+#include "checker/CheckCommand.h"
 #include "checker/EngineRun.h"
 #include "checker/Explain.h"
 #include "checker/Flash.h"
-#include "checker/Inspection.h"
-#include "checker/Report.h"
-#include "checker/ReportWriter.h"
+#include "checker/Options.h"
+#include "checker/UserError.h"
 #include "checker/formats/Text.h"
 
 namespace {
 
 constexpr int kDone = 0;
 constexpr int kFailed = 2;
-constexpr int kStatusOf[] = {0, 3, 1, 2};  // of each Verdict
-
-struct Options {
-  std::string database;
-  bool log = false;
-  bool engineLines = false;
-  bool allowIncomplete = false;
-  bool all = false;
-  std::vector<std::string> applications;
-  std::string file;  // of a command that takes one
-  bool json = false;
-};
-
-// The database that is installed with this program.
-std::string ownDatabase() {
-  std::error_code error;
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-  return (program.parent_path().parent_path() / "share/tarvo/APIAnalEngineDB.xml").string();
-}
 
 void printLog(const std::vector<LogLine>& log) {
   for (const LogLine& line : log)
@@ -45,6 +26,7 @@ void printLog(const std::vector<LogLine>& log) {
 }
 
 int explainOne(const Options& options) {
+  requireDatabase(options);
   try {
     const EngineRun run(options.database, options.file);
     if (options.log) printLog(run.log());
@@ -84,19 +66,8 @@ constexpr Command kCommands[] = {
 
 int main(int argc, char** argv) {
   Options options;
-  options.database = ownDatabase();
-  CLI::App app("Finds calls of undocumented platform APIs in web applications.");
-  app.footer(
-      "Exit status: 0 only documented APIs, 1 an undocumented one is used, 2 could not be checked at all, 3 "
-      "incomplete: "
-      "no undocumented one, but a part was not checked; of several applications the first of 2, 1, 3, 0. The commands: "
-      "0 or 2.");
-  app.add_option("--database", options.database, "API database to check against")->type_name("FILE");
-  app.add_flag("--log", options.log, "print the engine's log lines to standard error");
-  app.add_flag("--engine-lines", options.engineLines, "print findings as the engine writes them on the device");
-  app.add_flag("--allow-incomplete", options.allowIncomplete, "exit status 0 instead of 3");
-  app.add_flag("--all", options.all, "report the calls behind one at which the engine stops, too");
-  app.add_option("APPLICATION", options.applications, "zip package, directory or single file");
+  CLI::App app("Finds calls of undocumented platform APIs in web applications.", "tarvo-check");
+  addOptions(app, options);
   const Command* chosen = nullptr;
   for (const Command& command : kCommands) {
     CLI::App* sub = app.add_subcommand(command.name, command.description);
@@ -106,28 +77,29 @@ int main(int argc, char** argv) {
     } else {
       sub->add_option("--database", options.database, "API database to check against")->type_name("FILE");
     }
+    sub->footer("");
     sub->callback([&chosen, &command] { chosen = &command; });
   }
   app.require_subcommand(0, 1);
   try {
     app.parse(argc, argv);
-    if (chosen == nullptr && options.applications.empty()) throw CLI::RequiredError("APPLICATION");
+    if (chosen == nullptr || !chosen->takesJson) readConfig(app, options);
+    if (options.printConfig) {
+      std::cout << configText(app, options);
+      return kDone;
+    }
     if (chosen != nullptr && !options.applications.empty()) throw CLI::ExtrasError(options.applications);
+    if (chosen == nullptr && options.applications.empty() && options.lists.empty())
+      throw CLI::RequiredError("APPLICATION");
+    return chosen == nullptr ? check(options) : chosen->run(options);
+  } catch (const CLI::CallForHelp&) {
+    std::cout << helpText(app);
+    return kDone;
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? kDone : kFailed;
+    if (error.get_exit_code() == kDone) return app.exit(error);
+    std::cerr << "tarvo-check: " << printable(explained(app, error)) << "\nSee tarvo-check --help.\n";
+  } catch (const std::exception& error) {
+    std::cerr << "tarvo-check: " << printable(error.what()) << '\n';
   }
-
-  if (chosen != nullptr) return chosen->run(options);
-  Verdict worst = Verdict::clean;
-  const std::unique_ptr<ReportWriter> writer =
-      makeWriter(Format::text, std::cout, {options.database, false, options.engineLines, options.all});
-  for (const std::string& application : options.applications) {
-    const ApplicationReport report = inspect(application, {options.database, options.all, options.log, {}});
-    printLog(report.log);
-    writer->add(report);
-    const bool isAllowed = report.verdict == Verdict::incomplete && options.allowIncomplete;
-    if (!isAllowed) worst = std::max(worst, report.verdict);
-  }
-  writer->end(false);
-  return kStatusOf[static_cast<std::size_t>(worst)];
+  return kFailed;
 }
