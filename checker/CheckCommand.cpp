@@ -9,6 +9,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -48,12 +49,11 @@ std::vector<std::string> pathsIn(const std::string& text) {
 
 std::vector<std::string> readList(const std::string& list) {
   std::ifstream file;
-  if (list != "-") file.open(list, std::ios::binary);
+  std::error_code error;
+  if (list != "-" && !std::filesystem::is_directory(list, error)) file.open(list, std::ios::binary);
+  if (list != "-" && !file.is_open()) throw UserError("cannot read the list '" + list + "'" + didYouMeanFile(list));
   std::istream& stream = list == "-" ? std::cin : file;
-  const std::string text{std::istreambuf_iterator<char>(stream), {}};
-  // Directories can be opened, but not read.
-  if (!stream.eof() && !stream) throw UserError("cannot read the list '" + list + "'" + didYouMeanFile(list));
-  return pathsIn(text);
+  return pathsIn({std::istreambuf_iterator<char>(stream), {}});
 }
 
 std::vector<std::string> applicationsOf(const Options& options) {
@@ -184,14 +184,14 @@ class Run : public RunListener {
     return false;
   }
 
-  // "12 applications: 9 clean, 3 findings"
+  // "12 applications: 9 clean, 3 with findings"
   std::string summary() const {
+    static constexpr const char* kNames[kVerdicts] = {"clean", "incomplete", "with findings", "could not be checked"};
     std::size_t all = 0;
     std::string parts;
     for (std::size_t i = 0; i < kVerdicts; ++i) {
       all += counts_[i];
-      if (counts_[i] > 0)
-        parts += (parts.empty() ? ": " : ", ") + std::to_string(counts_[i]) + " " + nameOf(static_cast<Verdict>(i));
+      if (counts_[i] > 0) parts += (parts.empty() ? ": " : ", ") + std::to_string(counts_[i]) + " " + kNames[i];
     }
     return std::to_string(all) + (all == 1 ? " application" : " applications") + parts;
   }

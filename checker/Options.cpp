@@ -224,7 +224,8 @@ std::string configText(const CLI::App& app, const Options& options) {
     if (!option->get_configurable()) continue;
     const std::string key = option->get_lnames().front();
     const CLI::results_t& given = option->results();
-    const auto shown = [&](const std::string& value) {
+    const auto shown = [&](const std::string& value) -> std::string {
+      if (value.find_first_not_of("0123456789") == std::string::npos) return value;
       return '"' + (isPath(key) ? fs::absolute(value).string() : value) + '"';
     };
     if (option->get_expected_min() == 0) {
