@@ -140,7 +140,7 @@ void printLog(const std::vector<LogLine>& log) {
 
 // ---- the run -------------------------------------------------------------------------------------------------------
 
-// Each report passes through here, on its way from the worker to the outputs.
+// Each report passes through `take`, on its way from its worker to the outputs.
 class Run : public RunListener {
  public:
   explicit Run(const Options& options)
@@ -150,7 +150,7 @@ class Run : public RunListener {
         progress_(!options.quiet && !options.noProgress && isCapableTerminal(STDERR_FILENO)) {}
 
   bool take(ApplicationReport report) override {
-    progress_.clear();
+    if (isPrintedBesideProgress_ || !report.log.empty()) progress_.clear();
     printLog(report.log);
     outputs_.add(report);
     ++counts_[static_cast<std::size_t>(report.verdict)];
@@ -200,6 +200,7 @@ class Run : public RunListener {
   bool isQuiet_;
   Outputs outputs_;
   Progress progress_;
+  bool isPrintedBesideProgress_ = isatty(STDOUT_FILENO) == 1;
   int printError_ = 0;
   std::array<std::size_t, kVerdicts> counts_{};
 };
@@ -213,7 +214,8 @@ int check(const Options& options) {
   const Work work = [&](const std::string& application) {
     return inspect(application, {options.database, options.all, options.log, {}});
   };
-  const int signal = checkEach(applications, options.jobs, options.bounds, work, run);
+  const Signals signals;  // as long as there are files that are half written
+  const int signal = checkEach(applications, options.jobs, options.bounds, work, signals, run);
   run.end(signal != 0);
   return signal != 0 ? kSignalled + signal : run.status();
 }

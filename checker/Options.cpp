@@ -80,7 +80,7 @@ std::vector<std::string> namesOf(const CLI::App& app, bool configurableOnly) {
 bool isTrusted(const fs::path& file) {
   struct stat info {};
   struct stat directory {};
-  if (stat(file.c_str(), &info) != 0 || stat(file.parent_path().c_str(), &directory) != 0) return false;
+  if (lstat(file.c_str(), &info) != 0 || stat(file.parent_path().c_str(), &directory) != 0) return false;
   return info.st_uid == geteuid() || (directory.st_mode & S_IWOTH) == 0;
 }
 

@@ -27,6 +27,7 @@ Signals::Signals() {
   descriptor_ = signalfd(-1, &set_, SFD_CLOEXEC | SFD_NONBLOCK);
   if (descriptor_ < 0) throw UserError(std::string("cannot wait for signals: ") + std::strerror(errno));
   sigprocmask(SIG_BLOCK, &set_, &before_);
+  (void)std::signal(SIGCHLD, SIG_DFL);  // who started us may ignore it, and then no child's status is kept
   struct sigaction ignore {};
   ignore.sa_handler = SIG_IGN;
   sigaction(SIGPIPE, &ignore, &pipeBefore_);

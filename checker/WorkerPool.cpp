@@ -20,8 +20,13 @@ constexpr std::size_t kMaxWaitingBytes = std::size_t{256} << 20;
 class Pool {
  public:
   Pool(const std::vector<std::string>& applications, unsigned jobs, const WorkerBounds& bounds, const Work& work,
-       RunListener& listener)
-      : applications_(applications), jobs_(jobs), bounds_(bounds), work_(work), listener_(listener) {}
+       const Signals& signals, RunListener& listener)
+      : applications_(applications),
+        jobs_(jobs),
+        bounds_(bounds),
+        work_(work),
+        signals_(signals),
+        listener_(listener) {}
 
   int run() {
     while (endedBy_ == 0 && turn_ < applications_.size()) {
@@ -139,8 +144,8 @@ class Pool {
   const unsigned jobs_;
   const WorkerBounds bounds_;
   const Work& work_;
+  const Signals& signals_;
   RunListener& listener_;
-  Signals signals_;
   std::list<Running> running_;  // the one that was started first stands first
   std::map<std::size_t, Ended> ended_;
   std::size_t next_ = 0;  // to be started
@@ -153,6 +158,6 @@ class Pool {
 }  // namespace
 
 int checkEach(const std::vector<std::string>& applications, unsigned jobs, const WorkerBounds& bounds, const Work& work,
-              RunListener& listener) {
-  return Pool(applications, jobs, bounds, work, listener).run();
+              const Signals& signals, RunListener& listener) {
+  return Pool(applications, jobs, bounds, work, signals, listener).run();
 }

@@ -28,4 +28,4 @@ class RunListener {
 // all are done, else the signal that ended the run, SIGPIPE where the listener did. Reports that were made by then are
 // all taken.
 int checkEach(const std::vector<std::string>& applications, unsigned jobs, const WorkerBounds& bounds, const Work& work,
-              RunListener& listener);
+              const Signals& signals, RunListener& listener);

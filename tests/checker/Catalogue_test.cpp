@@ -48,13 +48,12 @@ class Catalogue : public Checker {
   }
 };
 
-// What every catalogue is made of.
 const std::string kClean = kExamples + "/clean.wgt";
+const std::string kProcess = "could not check: the process that checked it ";
 
 TEST_F(Catalogue, EachBoundAndEachEndOfAWorkerIsAReason) {
   write("bomb.wgt", craftedZip({{"a.js", std::string(3 << 20, '\0'), true}}));
   write("fits.wgt", craftedZip({{"a.js", std::string(2 << 20, ' '), true}}));
-  const std::string process = "could not check: the process that checked it ";
   struct Row {
     std::string name, options, reason;
   };
@@ -63,11 +62,11 @@ TEST_F(Catalogue, EachBoundAndEachEndOfAWorkerIsAReason) {
            {"fits", "--unpacked 2", "only documented APIs"},
            {"fault-hang", "--timeout 1", "could not check: it takes longer than the 1 seconds of --timeout"},
            {"fault-memory", "--memory 300", "could not check: it takes more memory than the 300 MiB of --memory"},
-           {"fault-crash", "", process + "was ended by SIGSEGV (Segmentation fault)"},
-           {"fault-exit", "", process + "ended with status 7"},
-           {"fault-silent", "", process + "gave no report that can be read"},
-           {"fault-garbage", "", process + "gave no report that can be read"},
-           {"fault-deep", "", process + "gave no report that can be read"},
+           {"fault-crash", "", kProcess + "was ended by SIGSEGV (Segmentation fault)"},
+           {"fault-exit", "", kProcess + "ended with status 7"},
+           {"fault-silent", "", kProcess + "gave no report that can be read"},
+           {"fault-garbage", "", kProcess + "gave no report that can be read"},
+           {"fault-deep", "", kProcess + "gave no report that can be read"},
            {"fault-flood", "", "could not check: its report is larger than 256 MiB"},
        }) {
     if (row.name == "fault-memory" && kHasSanitizer) continue;  // which takes address space by the terabyte
@@ -91,6 +90,10 @@ TEST_F(Catalogue, ReportsComeInTheOrderOfTheArguments) {
     if (i == 3) {
       write("fault-hang.wgt", "");
       add("fault-hang.wgt", "", "could not check: it takes longer than the 1 seconds of --timeout");
+    }
+    if (i == 15) {
+      write("fault-crash.wgt", "");
+      add("fault-crash.wgt", "", kProcess + "was ended by SIGSEGV (Segmentation fault)");
     }
     if (i == 20) add("missing.wgt", "", "could not check: no such file or directory");
     add("app-" + std::to_string(i) + ".wgt", kClean, "only documented APIs");
