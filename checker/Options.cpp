@@ -76,6 +76,10 @@ std::vector<std::string> namesOf(const CLI::App& app, bool configurableOnly) {
   return names;
 }
 
+bool isCheck(const CLI::App* command) {
+  return command->get_name() == kCheck;
+}
+
 // One that another user can have put there is not taken.
 bool isTrusted(const fs::path& file) {
   struct stat info {};
@@ -203,7 +207,10 @@ void addOptions(CLI::App& app, Options& options) {
 }
 
 void readConfig(CLI::App& app, const Options& options) {
-  if (options.noConfig) return;
+  const auto commands = app.get_subcommands();
+  const bool isOfUse =
+      commands.empty() || isCheck(commands.front()) || commands.front()->get_option_no_throw("--database") != nullptr;
+  if (options.noConfig || !isOfUse) return;
   const fs::path file = options.config.empty() ? nearestConfig() : fs::absolute(options.config);
   if (file.empty()) return;
   std::ifstream stream(file);
@@ -248,7 +255,7 @@ std::string configText(const CLI::App& app, const Options& options) {
 
 std::string helpText(const CLI::App& app) {
   const auto commands = app.get_subcommands();
-  const bool isAboutAll = commands.empty() || commands.front()->get_name() == kCheck;
+  const bool isAboutAll = commands.empty() || isCheck(commands.front());
   return isAboutAll ? app.get_formatter()->make_help(&app, app.get_name(), CLI::AppFormatMode::Normal) : app.help();
 }
 
@@ -257,9 +264,10 @@ std::string explained(const CLI::App& app, const CLI::ParseError& error) {
   if (dynamic_cast<const CLI::ExtrasError*>(&error) == nullptr) return text;
   for (const std::string& extra : app.remaining(true)) {
     if (extra.size() < 3 || extra.compare(0, 2, "--") != 0) continue;
-    const CLI::App* part = app.get_subcommands().empty() ? &app : app.get_subcommands().front();
+    const CLI::App* part = &app;
+    while (!part->get_subcommands().empty() && !isCheck(part->get_subcommands().front()))
+      part = part->get_subcommands().front();
     auto names = namesOf(*part, false);
-    if (part->get_name() == kCheck) names = namesOf(app, false);
     for (std::string& name : names)
       name.insert(0, "--");
     return "there is no option " + extra + didYouMean(extra.substr(0, extra.find('=')), names);

@@ -39,7 +39,8 @@ struct Options {
 void addOptions(CLI::App& app, Options& options);
 
 // Sets what the command line leaves open from the config file that it names, else from the nearest .tarvo-check.toml
-// in the working directory and the directories above. After `app.parse`. Throws UserError with file and key.
+// in the working directory and the directories above; not for a command that uses no database. After `app.parse`.
+// Throws UserError with file and key.
 void readConfig(CLI::App& app, const Options& options);
 
 // The options in effect, as a config file.

@@ -3,8 +3,10 @@
 // Exit status of an application: 2 it could not be checked at all, else 1 an undocumented API is used, else 3 a part of
 // it was not checked, else 0. Of all applications together: the first of these.
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
-#include <filesystem>
 #include <iostream>
 
 #include "checker/CheckCommand.h"
@@ -62,9 +64,18 @@ constexpr Command kCommands[] = {
      [](const Options& options) { return printFlash(options, decompile(options.file), "statements"); }},
 };
 
+// The next files that are opened must not take the place of standard streams that are closed.
+void openStandardStreams() {
+  int descriptor = 0;
+  while ((descriptor = open("/dev/null", O_RDWR)) >= 0 && descriptor <= STDERR_FILENO) {
+  }
+  if (descriptor > STDERR_FILENO) close(descriptor);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  openStandardStreams();
   Options options;
   CLI::App app("Finds calls of undocumented platform APIs in web applications.", "tarvo-check");
   addOptions(app, options);
@@ -83,7 +94,7 @@ int main(int argc, char** argv) {
   app.require_subcommand(0, 1);
   try {
     app.parse(argc, argv);
-    if (chosen == nullptr || !chosen->takesJson) readConfig(app, options);
+    readConfig(app, options);
     if (options.printConfig) {
       std::cout << configText(app, options);
       return kDone;

@@ -155,13 +155,15 @@ TEST_F(Catalogue, WorkersEndWithTheCheckerWhateverEndsIt) {
   }
 }
 
-TEST_F(Catalogue, EndsQuietlyWhenNobodyReads) {
+TEST_F(Catalogue, SurvivesStandardOutputThatIsGone) {
   const std::string many = kClean + " " + kClean + " " + kClean;
   EXPECT_EQ(runCommand("(" CHECKER " --jobs 1 " + many + " 2>&1; echo $? >status) | true; sleep 0.1; cat status").text,
             "141\n");
   const Output full = runCommand(CHECKER " " + many + " 2>&1 >/dev/full");
   EXPECT_EQ(full.text, "tarvo-check: cannot write to standard output: No space left on device\n");
   EXPECT_EQ(full.status, 2);
+  EXPECT_EQ(runCommand(CHECKER " --output r.txt " + kClean + " <&- >&- 2>&-; echo $?; cat r.txt").text,
+            "0\n" + kClean + ": only documented APIs\n");
 }
 
 }  // namespace
