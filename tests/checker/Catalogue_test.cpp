@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include "CheckerFixture.h"
+#include "checker/ReportJson.h"
+#include "checker/Worker.h"
 #include "support/CraftedZip.h"
 
 namespace {
@@ -164,6 +166,27 @@ TEST_F(Catalogue, SurvivesStandardOutputThatIsGone) {
   EXPECT_EQ(full.status, 2);
   EXPECT_EQ(runCommand(CHECKER " --output r.txt " + kClean + " <&- >&- 2>&-; echo $?; cat r.txt").text,
             "0\n" + kClean + ": only documented APIs\n");
+}
+
+TEST(WorkerReports, AreTakenOnlyIfTheyAreSound) {
+  ApplicationReport report;
+  report.application = "other.wgt";
+  report.notChecked.push_back({"part \xFF", "reason"});
+  report.findings.emplace_back().call.excerpt = {3, "tv.GetSerial()"};
+  std::string sent;
+  nlohmann::ordered_json::to_cbor(toJson(report), sent);
+  const ApplicationReport sound = reportOf("app.wgt", sent, "", 0);
+  EXPECT_EQ(sound.application, "app.wgt") << "whatever the worker calls it";
+  EXPECT_EQ(sound.verdict, Verdict::findings) << "and whatever it concludes";
+  EXPECT_EQ(sound.notChecked.at(0).part, "part \xFF");
+  for (std::size_t i = 0; i < sent.size(); ++i) {
+    EXPECT_EQ(reportOf("app.wgt", sent.substr(0, i), "", 0).verdict, Verdict::notChecked);
+    for (const char byte : {'\0', '\x5B', '\x7F', '\x9B', '\xBF', '\xFF'}) {
+      std::string damaged = sent;
+      damaged[i] = byte;
+      EXPECT_EQ(reportOf("app.wgt", damaged, "", 0).application, "app.wgt");
+    }
+  }
 }
 
 }  // namespace
