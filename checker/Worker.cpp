@@ -34,14 +34,6 @@ constexpr int kOutOfMemory = 41;
 constexpr int kUnpackedTooMuch = 42;
 constexpr int kNotSent = 43;
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kHasSanitizer = true;
-#elif defined(__has_feature)
-constexpr bool kHasSanitizer = __has_feature(address_sanitizer);
-#else
-constexpr bool kHasSanitizer = false;
-#endif
-
 // Only what can be given up again: the helper that removes the directory has no bounds.
 void bound(int resource, rlim_t value) {
   rlimit limit{};
@@ -63,8 +55,7 @@ bool sendAll(int pipe, const std::string& bytes) {
 // The worker process.
 [[noreturn]] void runWorker(const std::string& application, const WorkerBounds& bounds, const Work& work, int pipe) {
   bound(RLIMIT_CORE, 0);
-  // A sanitizer takes address space by the terabyte.
-  if (!kHasSanitizer) bound(RLIMIT_AS, rlim_t{bounds.memory} << 20);
+  if (kIsMemoryBounded) bound(RLIMIT_AS, rlim_t{bounds.memory} << 20);
   // The engine goes on without what it finds no memory for; here it has to be known.
   std::set_new_handler([] { _exit(kOutOfMemory); });
   FlashEngine_1_00::lowerExpansionBytes(std::uint64_t{bounds.unpacked} << 20, [] { _exit(kUnpackedTooMuch); });

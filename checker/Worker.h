@@ -10,6 +10,15 @@
 #include "checker/Report.h"
 #include "checker/Signals.h"
 
+// Whether the bound on memory has an effect: a sanitizer takes address space by the terabyte.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kIsMemoryBounded = false;
+#elif defined(__has_feature)
+constexpr bool kIsMemoryBounded = !__has_feature(address_sanitizer);
+#else
+constexpr bool kIsMemoryBounded = true;
+#endif
+
 // Of one worker; MiB and seconds.
 struct WorkerBounds {
   unsigned timeout = 60;
