@@ -217,8 +217,11 @@ void readConfig(CLI::App& app, const Options& options) {
   if (!fs::is_regular_file(file) || !stream)
     throw UserError("cannot read the config file '" + options.config + "'" + didYouMeanFile(options.config));
   try {
-    for (CLI::ConfigItem& item : CLI::ConfigTOML().from_config(stream))
+    std::set<std::string> taken;
+    for (CLI::ConfigItem& item : CLI::ConfigTOML().from_config(stream)) {
+      if (!taken.insert(item.name).second) throw UserError("'" + item.name + "' stands there twice");
       take(app, std::move(item), file.parent_path());
+    }
   } catch (const std::exception& error) {
     throw UserError(file.string() + ": " + error.what());
   }

@@ -38,6 +38,11 @@ class Checker : public ::testing::Test {
 
   static Output check(const std::string& arguments) { return runCommand(CHECKER " " + arguments); }
 
+  // A summary may follow the lines of the applications.
+  static void expectReports(const std::string& text, const std::string& expected) {
+    EXPECT_EQ(text.substr(0, expected.size()), expected);
+  }
+
   // Whether nothing is left in the temporary directory, or will soon be.
   bool isTidy() const {
     for (int i = 0; i < 2000 && !fs::is_empty(directory_ + "/tmp"); ++i)

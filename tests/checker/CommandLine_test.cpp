@@ -27,7 +27,7 @@ TEST_F(CommandLine, ListsNameApplications) {
            {CHECKER " --from lits 2>&1", "tarvo-check: cannot read the list 'lits'; did you mean 'list'?\n"},
            {CHECKER " --from . 2>&1", "tarvo-check: cannot read the list '.'\n"},
        }) {
-    EXPECT_EQ(runCommand(row.command).text, row.text) << row.command;
+    expectReports(runCommand(row.command).text, row.text);
   }
 }
 
@@ -114,6 +114,8 @@ TEST_F(CommandLine, ConfigFilesAreFoundAboveAndOverridden) {
            {"jobs = many", "jobs: --jobs: Value many not in range 1 to 1024"},
            {"timeout = 0", "timeout: --timeout: Value 0 not in range 1 to 1000000"},
            {"all = perhaps", "all: "},
+           {"jobs = 1\nall = true\njobs = 2", "'jobs' stands there twice"},
+           {"jobs = 1\njobs = 2", "jobs: "},
            {"database = \"a#b.xml\"", "the quotes of 'database' are not closed; '#' begins a comment"},
        }) {
     write(name, row.text);
