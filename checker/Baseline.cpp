@@ -10,6 +10,7 @@
 #include <stdexcept>
 
 #include "checker/ReportJson.h"
+#include "checker/formats/Characters.h"
 
 using Json = nlohmann::ordered_json;
 
@@ -85,7 +86,8 @@ Baseline::Baseline(const std::string& path) {
 
 Baseline::Identity Baseline::identityOf(const Finding& finding) {
   // Not the fingerprint alone: of two methods that happen to have the same one, neither must hide the other.
-  return {finding.fingerprint, finding.call.plugin, finding.call.method};
+  // As in the formats, which hold no bytes that are not UTF-8.
+  return {finding.fingerprint, utf8(finding.call.plugin), utf8(finding.call.method)};
 }
 
 // How many findings of each identity are known for this application: those under its very name, else those under its
@@ -108,7 +110,7 @@ Baseline::Counts Baseline::countsFor(const std::string& application, bool isOnly
 }
 
 void Baseline::apply(ApplicationReport& report, bool isOnlyApplication) const {
-  Counts known = countsFor(report.application, isOnlyApplication);
+  Counts known = countsFor(utf8(report.application), isOnlyApplication);
   for (Finding& finding : report.findings) {
     if (finding.status != Finding::Status::reported) continue;
     const auto excuse = known.find(identityOf(finding));

@@ -16,6 +16,7 @@
 
 #include "APICheckEngine/Verdicts.h"
 #include "checker/FileGaps.h"
+#include "checker/Suggestion.h"
 #include "platform/Limits.h"
 #include "platform/Paths.h"
 #include "tarvo/Print_Log.h"
@@ -177,7 +178,7 @@ std::string EngineRun::failure() const {
 void EngineRun::addInputs(const std::string& application) {
   std::error_code error;
   const fs::file_status status = fs::status(application, error);
-  if (!fs::exists(status)) throw std::runtime_error("no such file or directory");
+  if (!fs::exists(status)) throw std::runtime_error("no such file or directory" + didYouMeanFile(application));
   if (fs::is_regular_file(status)) {
     if (access(application.c_str(), R_OK) != 0) throw std::runtime_error(std::strerror(errno));
     return addInput(application, application);

@@ -2,6 +2,7 @@
 
 #include "checker/PrivateDirectory.h"
 
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -26,7 +27,12 @@ constexpr std::size_t kMaxRoot = 100;
 // The helper process: makes the directory, tells its name, waits until the other end is gone and removes it. Nobody can
 // be killed between the making and the waiting.
 [[noreturn]] void makeAndRemove(int other, std::string path) {
-  setsid();  // the terminal's interrupt is for the parent
+  setsid();         // the terminal's interrupt is for the parent
+  rlimit memory{};  // the parent's bound must not keep us from removing the directory
+  if (getrlimit(RLIMIT_AS, &memory) == 0) {
+    memory.rlim_cur = memory.rlim_max;
+    (void)setrlimit(RLIMIT_AS, &memory);
+  }
   if (mkdtemp(path.data()) == nullptr) _exit(errno);
   (void)send(other, path.data(), path.size(), MSG_NOSIGNAL);
   (void)!chdir("/");

@@ -3,49 +3,25 @@
 // Exit status of an application: 2 it could not be checked at all, else 1 an undocumented API is used, else 3 a part of
 // it was not checked, else 0. Of all applications together: the first of these.
 
-#include <CLI/CLI.hpp>
-#include <filesystem>
-#include <iostream>
-#include <optional>
+#include <fcntl.h>
+#include <unistd.h>
 
-#include "checker/Accept.h"
-#include "checker/Baseline.h"
+#include <CLI/CLI.hpp>
+#include <iostream>
+
+#include "checker/CheckCommand.h"
 #include "checker/DatabaseCommand.h"
 #include "checker/EngineRun.h"
 #include "checker/Explain.h"
 #include "checker/Flash.h"
-#include "checker/Inspection.h"
-#include "checker/Report.h"
-#include "checker/ReportWriter.h"
+#include "checker/Options.h"
+#include "checker/UserError.h"
 #include "checker/formats/Text.h"
 
 namespace {
 
 constexpr int kDone = 0;
 constexpr int kFailed = 2;
-constexpr int kStatusOf[] = {0, 3, 1, 2};  // of each Verdict
-
-struct Options {
-  std::string database;
-  bool log = false;
-  bool engineLines = false;
-  bool allowIncomplete = false;
-  bool all = false;
-  std::vector<std::string> applications;
-  std::string file;  // of a command that takes one
-  bool json = false;
-  std::string baseline;
-  std::vector<std::string> accept;
-  std::vector<std::string> acceptFiles;
-  std::string older, newer;  // databases to compare
-};
-
-// The database that is installed with this program.
-std::string ownDatabase() {
-  std::error_code error;
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-  return (program.parent_path().parent_path() / "share/tarvo/APIAnalEngineDB.xml").string();
-}
 
 void printLog(const std::vector<LogLine>& log) {
   for (const LogLine& line : log)
@@ -53,6 +29,7 @@ void printLog(const std::vector<LogLine>& log) {
 }
 
 int explainOne(const Options& options) {
+  requireDatabase(options);
   try {
     const EngineRun run(options.database, options.file);
     if (options.log) printLog(run.log());
@@ -102,66 +79,28 @@ void addDatabaseCommand(CLI::App& app, Options& options, const Command*& chosen)
   CLI::App* diff = list->add_subcommand(kDiff.name, kDiff.description);
   diff->add_option("OLD", options.older)->required();
   diff->add_option("NEW", options.newer)->required();
-  for (CLI::App* command : {list, diff})
+  for (CLI::App* command : {list, diff}) {
     command->add_flag("--json", options.json, "as JSON");
+    command->footer("");
+  }
   list->callback([list, &chosen] { chosen = list->got_subcommand(kDiff.name) ? &kDiff : &kList; });
 }
 
-int checkAll(const Options& options) {
-  std::optional<Baseline> baseline;
-  std::set<std::string> accepted;
-  try {
-    if (!options.baseline.empty()) baseline.emplace(options.baseline);
-    accepted = acceptedNames(options.accept, options.acceptFiles);
-  } catch (const std::runtime_error& error) {
-    std::cerr << "tarvo-check: " << printable(error.what()) << '\n';
-    return kFailed;
+// The next files that are opened must not take the place of standard streams that are closed.
+void openStandardStreams() {
+  int descriptor = 0;
+  while ((descriptor = open("/dev/null", O_RDWR)) >= 0 && descriptor <= STDERR_FILENO) {
   }
-  Verdict worst = Verdict::clean;
-  UnusedNames unused(accepted);
-  const bool all = options.all || baseline.has_value();  // what stands behind a known finding may be new
-  const std::unique_ptr<ReportWriter> writer =
-      makeWriter(Format::text, std::cout, {options.database, false, options.engineLines, options.all});
-  for (const std::string& application : options.applications) {
-    ApplicationReport report = inspect(application, {options.database, all, options.log, accepted});
-    if (baseline.has_value()) baseline->apply(report, options.applications.size() == 1);
-    unused.see(report);
-    printLog(report.log);
-    writer->add(report);
-    const bool isAllowed = report.verdict == Verdict::incomplete && options.allowIncomplete;
-    if (!isAllowed) worst = std::max(worst, report.verdict);
-  }
-  writer->end(false);
-  for (const std::string& name : unused.names())
-    std::cerr << "tarvo-check: no finding is of '" << printable(name) << "', which is accepted\n";
-  return kStatusOf[static_cast<std::size_t>(worst)];
+  if (descriptor > STDERR_FILENO) close(descriptor);
 }
 
 }  // namespace
 
-int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): no memory to read the options
+int main(int argc, char** argv) {
+  openStandardStreams();
   Options options;
-  options.database = ownDatabase();
-  CLI::App app("Finds calls of undocumented platform APIs in web applications.");
-  app.footer(
-      "Exit status: 0 only documented APIs, 1 an undocumented one is used, 2 could not be checked at all, 3 "
-      "incomplete: "
-      "no undocumented one, but a part was not checked; of several applications the first of 2, 1, 3, 0. The commands: "
-      "0 or 2.");
-  app.add_option("--database", options.database, "API database to check against")->type_name("FILE");
-  app.add_flag("--log", options.log, "print the engine's log lines to standard error");
-  app.add_flag("--engine-lines", options.engineLines, "print findings as the engine writes them on the device");
-  app.add_flag("--allow-incomplete", options.allowIncomplete, "exit status 0 instead of 3");
-  app.add_flag("--all", options.all, "report the calls behind one at which the engine stops, too");
-  app.add_option("--baseline", options.baseline, "earlier report, json or jsonl: only what is new counts")
-      ->type_name("FILE");
-  app.add_option("--accept", options.accept, "methods to take for documented ones")
-      ->type_name("NAME[,NAME]")
-      ->allow_extra_args(false);
-  app.add_option("--accept-file", options.acceptFiles, "the same from a file, one in a line")
-      ->type_name("FILE")
-      ->allow_extra_args(false);
-  app.add_option("APPLICATION", options.applications, "zip package, directory or single file");
+  CLI::App app("Finds calls of undocumented platform APIs in web applications.", "tarvo-check");
+  addOptions(app, options);
   const Command* chosen = nullptr;
   for (const Command& command : kCommands) {
     CLI::App* sub = app.add_subcommand(command.name, command.description);
@@ -171,17 +110,30 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): no memo
     } else {
       sub->add_option("--database", options.database, "API database to check against")->type_name("FILE");
     }
+    sub->footer("");
     sub->callback([&chosen, &command] { chosen = &command; });
   }
   addDatabaseCommand(app, options, chosen);
   app.require_subcommand(0, 1);
   try {
     app.parse(argc, argv);
-    if (chosen == nullptr && options.applications.empty()) throw CLI::RequiredError("APPLICATION");
+    readConfig(app, options);
+    if (options.printConfig) {
+      std::cout << configText(app, options);
+      return kDone;
+    }
     if (chosen != nullptr && !options.applications.empty()) throw CLI::ExtrasError(options.applications);
+    if (chosen == nullptr && options.applications.empty() && options.lists.empty())
+      throw CLI::RequiredError("APPLICATION");
+    return chosen == nullptr ? check(options) : chosen->run(options);
+  } catch (const CLI::CallForHelp&) {
+    std::cout << helpText(app);
+    return kDone;
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? kDone : kFailed;
+    if (error.get_exit_code() == kDone) return app.exit(error);
+    std::cerr << "tarvo-check: " << printable(explained(app, error)) << "\nSee tarvo-check --help.\n";
+  } catch (const std::exception& error) {
+    std::cerr << "tarvo-check: " << printable(error.what()) << '\n';
   }
-
-  return chosen != nullptr ? chosen->run(options) : checkAll(options);
+  return kFailed;
 }

@@ -2,6 +2,8 @@
 
 #include "unzip/expansion_budget.h"
 
+#include <algorithm>
+
 #include "platform/Limits.h"
 
 namespace FlashEngine_1_00 {
@@ -16,6 +18,7 @@ struct Budget {
 constexpr Budget kWhole{kMaxExpandedBytes, kMaxExpandedEntries, kMaxExpandedEntries};
 Budget ofARun = kWhole;
 Budget left = kWhole;
+void (*whenPassed)() = nullptr;
 
 template <typename T>
 bool take(T& from, T count) {
@@ -39,7 +42,14 @@ bool takeDirectory() {
 }
 
 bool takeBytes(std::size_t bytes) {
-  return take(left.bytes, std::uint64_t{bytes});
+  const bool isTaken = take(left.bytes, std::uint64_t{bytes});
+  if (!isTaken && whenPassed != nullptr) whenPassed();
+  return isTaken;
+}
+
+void lowerExpansionBytes(std::uint64_t bytes, void (*passed)()) {
+  ofARun.bytes = std::min(ofARun.bytes, bytes);
+  whenPassed = passed;
 }
 
 void TESTING_ONLY_setExpansionBounds(std::uint64_t bytes, std::uint32_t entries) {

@@ -16,6 +16,10 @@ bool takeEntry();
 bool takeDirectory();
 bool takeBytes(std::size_t bytes);
 
+// A bound of at most `bytes` for the runs that start from now on, for a program whose user sets one. `passed` is called
+// where a run passes it, and may end the process.
+void lowerExpansionBytes(std::uint64_t bytes, void (*passed)());
+
 // Bounds for the runs that start from now on: `bytes`, and `entries` as well as directories. With zeroes, the real
 // ones.
 void TESTING_ONLY_setExpansionBounds(std::uint64_t bytes, std::uint32_t entries);

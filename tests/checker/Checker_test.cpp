@@ -1,53 +1,17 @@
 // tarvo-check as a user runs it.
 
-#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
 #include <thread>
 
-#include "RunCommand.h"
-
-namespace fs = std::filesystem;
+#include "CheckerFixture.h"
 
 namespace {
-
-class Checker : public ::testing::Test {
- protected:
-  Checker() {
-    char name[] = "/tmp/tarvo-checker-test-XXXXXX";
-    directory_ = mkdtemp(name);
-    fs::create_directory(directory_ + "/tmp");
-    fs::create_directories(directory_ + "/cwd/www");
-    fs::current_path(directory_ + "/cwd");
-    setenv("TMPDIR", (directory_ + "/tmp").c_str(), 1);
-  }
-  ~Checker() override {
-    EXPECT_TRUE(fs::is_empty(directory_ + "/tmp")) << "something was left behind";
-    unsetenv("TMPDIR");
-    fs::current_path("/");
-    fs::remove_all(directory_);
-  }
-
-  static void write(const std::string& path, const std::string& bytes) {
-    std::ofstream(path, std::ios::binary) << bytes;
-  }
-
-  static Output check(const std::string& arguments) { return runCommand(CHECKER " " + arguments); }
-
-  std::string directory_;
-};
-
-const std::string kExamples = EXAMPLES;
-const std::string kPage = "<object id='tv' classid='MORVANE-NAVERTIX-TUNER'></object>\n";
-const std::string kCall = "function f() {\n var tv = document.getElementById('tv');\n tv.GetSerial();\n}\n";
 
 TEST_F(Checker, ReportsExamplesWithTheirStatus) {
   fs::create_directory("packages");
@@ -111,8 +75,8 @@ TEST_F(Checker, SaysWhyItCouldNotCheck) {
   } rows[] = {
       {"missing.wgt", "missing.wgt: could not check: no such file or directory\n", 2},
       {"/dev/null", "could not check: neither a file nor a directory\n", 2},
-      {"--database missing.xml www", "the database 'missing.xml' cannot be read", 2},
-      {"--database . www", "the database '.' cannot be read", 2},
+      {"--database missing.xml www 2>&1", "no database at 'missing.xml'; pass --database FILE", 2},
+      {"--database . www 2>&1", "the database '.' cannot be read; pass --database FILE", 2},
       {"--database noroot.xml www", "has no APIAnalysisDB element", 2},
       {"--database empty.xml www", "www: only documented APIs\n", 0},
       {"explain movie.swf", "\"verdict\": \"incomplete\"", 0},
@@ -127,6 +91,7 @@ TEST_F(Checker, SaysWhyItCouldNotCheck) {
       {"--allow-incomplete movie.swf", "movie.swf: incomplete, 1 part was not checked\n", 0},
       {"--allow-incomplete movie.swf " + undocumented, "movie.swf: incomplete", 1},
       {"movie.swf " + undocumented, "1 use of", 1},
+      {"www movie.swf", "movie.swf: incomplete", 3},
       {"missing.wgt " + undocumented, "1 use of", 2},
       {"www explain www 2>&1", "www", 2},
       {"missing.wgt www", "www: only documented APIs\n", 2},
@@ -189,13 +154,10 @@ TEST_F(Checker, ADirectoryOfAKilledRunIsRemovedToo) {
     execl(CHECKER, CHECKER, "--database", "slow.wgt", "app.js", nullptr);
     _exit(127);
   }
-  while (fs::is_empty(directory_ + "/tmp"))
-    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  awaitRuns(1);
   kill(checker, SIGKILL);
   waitpid(checker, nullptr, 0);
-  for (int i = 0; i < 2000 && !fs::is_empty(directory_ + "/tmp"); ++i) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(5));
-  }
-}  // the fixture expects nothing to be left
+  EXPECT_TRUE(isTidy());
+}
 
 }  // namespace

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <string>
+#include <thread>
+
+#include "RunCommand.h"
+
+namespace fs = std::filesystem;
+
+// tarvo-check in a new directory, with a temporary directory in which nothing may be left.
+class Checker : public ::testing::Test {
+ protected:
+  Checker() {
+    char name[] = "/tmp/tarvo-checker-test-XXXXXX";
+    directory_ = mkdtemp(name);
+    fs::create_directory(directory_ + "/tmp");
+    fs::create_directories(directory_ + "/cwd/www");
+    fs::current_path(directory_ + "/cwd");
+    setenv("TMPDIR", (directory_ + "/tmp").c_str(), 1);
+  }
+  ~Checker() override {
+    EXPECT_TRUE(fs::is_empty(directory_ + "/tmp")) << "something was left behind";
+    unsetenv("TMPDIR");
+    fs::current_path("/");
+    fs::remove_all(directory_);
+  }
+
+  static void write(const std::string& path, const std::string& bytes) {
+    std::ofstream(path, std::ios::binary) << bytes;
+  }
+
+  static Output check(const std::string& arguments) { return runCommand(CHECKER " " + arguments); }
+
+  // A summary may follow the lines of the applications.
+  static void expectReports(const std::string& text, const std::string& expected) {
+    EXPECT_EQ(text.substr(0, expected.size()), expected);
+  }
+
+  // Whether nothing is left in the temporary directory, or will soon be.
+  bool isTidy() const {
+    for (int i = 0; i < 2000 && !fs::is_empty(directory_ + "/tmp"); ++i)
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    return fs::is_empty(directory_ + "/tmp");
+  }
+
+  // Waits until that many runs have their directories, and stay.
+  void awaitRuns(std::size_t count) const {
+    std::set<fs::path> before, runs;
+    do {
+      before = std::move(runs);
+      std::this_thread::sleep_for(std::chrono::milliseconds(200));
+      runs.clear();
+      for (const fs::directory_entry& entry : fs::directory_iterator(directory_ + "/tmp"))
+        runs.insert(entry.path());
+    } while (runs.size() != count || runs != before);
+  }
+
+  std::string directory_;
+};
+
+inline const std::string kExamples = EXAMPLES;
+inline const std::string kPage = "<object id='tv' classid='MORVANE-NAVERTIX-TUNER'></object>\n";
+inline const std::string kCall = "function f() {\n var tv = document.getElementById('tv');\n tv.GetSerial();\n}\n";
