@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <climits>
 #include <new>
 #include <string_view>
 
@@ -184,9 +185,10 @@ RunResult APIAnalysis::Init() {
 RunResult APIAnalysis::swfloadWhiteAPIInfo(Strings& list) {
   const File file = openFile(enginePaths().database, "r");
   if (file == nullptr || isDirectory(file.get())) return RUN_DB_LOAD_FAILED;
-  std::fseek(file.get(), 0, SEEK_END);
-  const long length = std::ftell(file.get());
-  if (length < 1) return RUN_SUCCESS;  // an empty database documents nothing
+  (void)fseeko(file.get(), 0, SEEK_END);
+  const off_t length = ftello(file.get());
+  if (length < 1) return RUN_SUCCESS;                // an empty database documents nothing
+  if (length >= INT_MAX) return RUN_DB_LOAD_FAILED;  // more than a process of 32 bits can hold
   const auto ftellLen = static_cast<std::size_t>(length);
   const std::unique_ptr<char[]> dbBuff(new (std::nothrow) char[ftellLen + 1]);
   if (dbBuff == nullptr) return RUN_DB_LOAD_FAILED;
