@@ -8,7 +8,6 @@
 #undef NDEBUG
 #include <assert.h>
 #include <sys/stat.h>
-#include <tinyxml.h>
 
 #include <algorithm>
 #include <cctype>
@@ -17,6 +16,7 @@
 #include <string_view>
 
 #include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/DatabaseXml.h"
 #include "platform/File.h"
 #include "platform/Limits.h"
 #include "platform/Log.h"
@@ -153,23 +153,15 @@ bool holdsWholeCharacters(std::string_view text) {
 
 // The parser passes over as many bytes as the first one of a UTF-8 character announces, be they markup or behind the
 // end of the text. A text with such bytes is read byte by byte, whatever it says about its encoding.
-void parse(const char* text, TiXmlDocument& document) {
+bool appendFunctions(const char* text, APIAnalysis::Strings& list) {
   static constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   const std::string_view view = text;
   const bool isWhole = holdsWholeCharacters(view);
   const bool skipsMark = !isWhole && view.substr(0, kByteOrderMark.size()) == kByteOrderMark;
-  document.Parse(text + (skipsMark ? kByteOrderMark.size() : 0), nullptr,
-                 isWhole ? TIXML_DEFAULT_ENCODING : TIXML_ENCODING_LEGACY);
-}
-
-void appendFunctions(const TiXmlElement& root, APIAnalysis::Strings& list) {
-  for (const TiXmlNode* group = root.FirstChild(); group != nullptr; group = group->NextSibling()) {
-    for (const TiXmlNode* node = group->FirstChild(); node != nullptr; node = node->NextSibling()) {
-      const TiXmlElement* function = node->ToElement();
-      if (function == nullptr || function->ValueStr() != "Function" || function->GetText() == nullptr) continue;
-      append(list, std::make_unique<std::string>(function->GetText()));
-    }
-  }
+  const auto appendName = [](void* names, const char* name) {
+    append(*static_cast<APIAnalysis::Strings*>(names), std::make_unique<std::string>(name));
+  };
+  return detail::readFunctions(text + (skipsMark ? kByteOrderMark.size() : 0), isWhole, appendName, &list);
 }
 
 }  // namespace
@@ -198,12 +190,7 @@ RunResult APIAnalysis::swfloadWhiteAPIInfo(Strings& list) {
   if (!normaliseLineEnds(dbBuff.get(), ftellLen)) return RUN_DB_LOAD_FAILED;
 
   if (Nesting(dbBuff.get()).isDeeperThan(kMaxDatabaseDepth)) return RUN_DB_NO_ROOT;
-  TiXmlDocument document;
-  parse(dbBuff.get(), document);  // of a damaged file, the tree that came of it counts
-  const TiXmlElement* root = document.FirstChildElement("APIAnalysisDB");
-  if (root == nullptr) return RUN_DB_NO_ROOT;
-  appendFunctions(*root, list);
-  return RUN_SUCCESS;
+  return appendFunctions(dbBuff.get(), list) ? RUN_SUCCESS : RUN_DB_NO_ROOT;
 }
 
 }  // namespace FlashEngine_1_00
