@@ -2,6 +2,8 @@
 
 #include "checker/DatabaseCommand.h"
 
+#include <tinyxml.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -12,11 +14,13 @@
 #include <stdexcept>
 
 #include "APICheckEngine/Database.h"
+#include "APICheckEngine/DatabaseXml.h"
 #include "checker/formats/Text.h"
 #include "platform/File.h"
 
-using FlashEngine_1_00::detail::DatabaseTree;
+using FlashEngine_1_00::detail::DatabaseText;
 using FlashEngine_1_00::detail::documentedName;
+using FlashEngine_1_00::detail::parseDatabase;
 using FlashEngine_1_00::detail::readDatabase;
 using Json = nlohmann::ordered_json;
 
@@ -75,14 +79,25 @@ class KeptWhiteSpace {
   KeptWhiteSpace& operator=(const KeptWhiteSpace&) = delete;
 };
 
+// A database with the parser's tree of it.
+struct DatabaseTree {
+  explicit DatabaseTree(std::FILE* file) : code(readDatabase(file, text)) {
+    if (text.xml != nullptr) root = parseDatabase(text.xml, text.detectsEncoding, document);
+  }
+
+  DatabaseText text;
+  RunResult code;  // of its reader
+  TiXmlDocument document;
+  const TiXmlElement* root = nullptr;
+};
+
 // The names as they stand in the file, by line and column of their elements.
 using WrittenNames = std::map<std::pair<int, int>, std::string>;
 
 WrittenNames writtenNames(std::FILE* file) {
   WrittenNames names;
   const KeptWhiteSpace kept;
-  DatabaseTree tree;
-  (void)readDatabase(file, tree);
+  const DatabaseTree tree(file);
   if (tree.root == nullptr) return names;
   for (const TiXmlNode* node = tree.root; node != nullptr; node = nextBelow(*tree.root, node)) {
     const char* name = documentedName(*node);
@@ -96,7 +111,7 @@ class Reader {
   Reader(const DatabaseTree& tree, WrittenNames written) : tree_(tree), written_(std::move(written)) {}
 
   DatabaseListing list() {
-    if (tree_.isTooDeep) {
+    if (tree_.text.isTooDeep) {
       unusable("its elements nest too deep");
     } else if (tree_.root == nullptr && tree_.document.NoChildren() && !tree_.document.Error()) {
       warn(1, "the file is empty: it documents nothing");
@@ -107,7 +122,7 @@ class Reader {
       warn(tree_.document.ErrorRow(),
            std::string("what follows is") + kNotRead + "the XML is damaged here: " + tree_.document.ErrorDesc());
     }
-    if (tree_.isCut)
+    if (tree_.text.isCut)
       warn(1, std::string("what stands behind its first zero byte is") + kNotRead + "the text ends there");
     std::stable_sort(listing_.warnings.begin(), listing_.warnings.end(),
                      [](const DatabaseWarning& a, const DatabaseWarning& b) { return a.line < b.line; });
@@ -352,8 +367,8 @@ DatabaseListing listDatabase(const std::string& path) {
   errno = 0;
   const FlashEngine_1_00::File file = FlashEngine_1_00::openFile(path, "r");
   const int error = errno;
-  DatabaseTree tree;
-  if (readDatabase(file.get(), tree) == RUN_DB_LOAD_FAILED)
+  const DatabaseTree tree(file.get());
+  if (tree.code == RUN_DB_LOAD_FAILED)
     throw std::runtime_error(file == nullptr ? std::strerror(error) : "cannot be read as a file");
   return Reader(tree, writtenNames(file.get())).list();
 }

@@ -34,11 +34,11 @@ constexpr std::string_view kCommonObjects[] = {"Common.API.Plugin", "Common.API.
 constexpr std::ptrdiff_t kCommonWindow = 50;
 
 // What may stand before a variable; of a longer name that ends in it, only "_" may.
-const std::string kSeparator = R"([\+\-\_\*\/\%\(\{\[\;\:\,\?\s])";
+constexpr const char* kSeparator = R"([\+\-\_\*\/\%\(\{\[\;\:\,\?\s])";
 // `Execute( "Start"`; not `Execute (`.
-const std::string kExecuteCall = R"(Execute\(\s*["']*[\w\s\_]*["']*)";
+constexpr const char* kExecuteCall = R"(Execute\(\s*["']*[\w\s\_]*["']*)";
 // `getElementById("tv` and `$_('tv`; not `embeds[1]`.
-const std::string kLookedUpId = R"((getElementById|[\$]\s*[\_]*)\s*[(]["'\s]*[\w\_]+)";
+constexpr const char* kLookedUpId = R"((getElementById|[\$]\s*[\_]*)\s*[(]["'\s]*[\w\_]+)";
 
 // A call on `variable`, with arguments or without: " tv.SetVolume(x, 1)", "(tv.GetModel()"; not "mytv.GetModel()".
 std::string callOn(const std::string& variable) {

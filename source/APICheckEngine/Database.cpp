@@ -13,11 +13,13 @@
 
 #include <algorithm>
 #include <cctype>
+#include <climits>
 #include <cstring>
 #include <new>
 #include <string_view>
 
 #include "APICheckEngine/APIAnalysis.h"
+#include "APICheckEngine/DatabaseXml.h"
 #include "platform/File.h"
 #include "platform/Limits.h"
 #include "platform/Log.h"
@@ -152,52 +154,34 @@ bool holdsWholeCharacters(std::string_view text) {
   return true;
 }
 
-// The parser passes over as many bytes as the first one of a UTF-8 character announces, be they markup or behind the
-// end of the text. A text with such bytes is read byte by byte, whatever it says about its encoding.
-void parse(const char* text, TiXmlDocument& document) {
-  static constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-  const std::string_view view = text;
-  const bool isWhole = holdsWholeCharacters(view);
-  const bool skipsMark = !isWhole && view.substr(0, kByteOrderMark.size()) == kByteOrderMark;
-  document.Parse(text + (skipsMark ? kByteOrderMark.size() : 0), nullptr,
-                 isWhole ? TIXML_DEFAULT_ENCODING : TIXML_ENCODING_LEGACY);
-}
-
-void appendFunctions(const TiXmlElement& root, APIAnalysis::Strings& list) {
-  for (const TiXmlNode* group = root.FirstChild(); group != nullptr; group = group->NextSibling()) {
-    for (const TiXmlNode* node = group->FirstChild(); node != nullptr; node = node->NextSibling()) {
-      const char* name = detail::documentedName(*node);
-      if (name != nullptr) append(list, std::make_unique<std::string>(name));
-    }
-  }
-}
-
 }  // namespace
 
-const char* detail::documentedName(const TiXmlNode& node) {
-  const TiXmlElement* element = node.ToElement();
-  return element == nullptr || element->ValueStr() != "Function" ? nullptr : element->GetText();
-}
-
-RunResult detail::readDatabase(std::FILE* file, DatabaseTree& tree) {
+RunResult detail::readDatabase(std::FILE* file, DatabaseText& text) {
   if (file == nullptr || isDirectory(file)) return RUN_DB_LOAD_FAILED;
-  (void)std::fseek(file, 0, SEEK_END);
-  const long length = std::ftell(file);
-  if (length < 1) return RUN_SUCCESS;  // an empty database documents nothing
+  (void)fseeko(file, 0, SEEK_END);
+  const off_t length = ftello(file);
+  if (length < 1) return RUN_SUCCESS;                // an empty database documents nothing
+  if (length >= INT_MAX) return RUN_DB_LOAD_FAILED;  // more than a process of 32 bits can hold
   const auto ftellLen = static_cast<std::size_t>(length);
-  const std::unique_ptr<char[]> dbBuff(new (std::nothrow) char[ftellLen + 1]);
+  text.dbBuff.reset(new (std::nothrow) char[ftellLen + 1]);
+  char* const dbBuff = text.dbBuff.get();
   if (dbBuff == nullptr) return RUN_DB_LOAD_FAILED;
   std::rewind(file);
-  if (std::fread(dbBuff.get(), 1, ftellLen, file) != ftellLen) return RUN_DB_LOAD_FAILED;
+  if (std::fread(dbBuff, 1, ftellLen, file) != ftellLen) return RUN_DB_LOAD_FAILED;
   dbBuff[ftellLen] = '\0';
-  tree.isCut = std::strlen(dbBuff.get()) < ftellLen;
-  if (!normaliseLineEnds(dbBuff.get(), ftellLen)) return RUN_DB_LOAD_FAILED;
+  text.isCut = std::strlen(dbBuff) < ftellLen;
+  if (!normaliseLineEnds(dbBuff, ftellLen)) return RUN_DB_LOAD_FAILED;
 
-  tree.isTooDeep = Nesting(dbBuff.get()).isDeeperThan(kMaxDatabaseDepth);
-  if (tree.isTooDeep) return RUN_DB_NO_ROOT;
-  parse(dbBuff.get(), tree.document);
-  tree.root = tree.document.FirstChildElement("APIAnalysisDB");
-  return tree.root == nullptr ? RUN_DB_NO_ROOT : RUN_SUCCESS;
+  text.isTooDeep = Nesting(dbBuff).isDeeperThan(kMaxDatabaseDepth);
+  if (text.isTooDeep) return RUN_DB_NO_ROOT;
+  // The parser passes over as many bytes as the first one of a UTF-8 character announces, be they markup or behind the
+  // end of the text. A text with such bytes is read byte by byte, whatever it says about its encoding.
+  static constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  const std::string_view view = dbBuff;
+  text.detectsEncoding = holdsWholeCharacters(view);
+  const bool skipsMark = !text.detectsEncoding && view.substr(0, kByteOrderMark.size()) == kByteOrderMark;
+  text.xml = dbBuff + (skipsMark ? kByteOrderMark.size() : 0);
+  return RUN_SUCCESS;
 }
 
 RunResult APIAnalysis::Init() {
@@ -210,10 +194,14 @@ RunResult APIAnalysis::Init() {
 
 RunResult APIAnalysis::swfloadWhiteAPIInfo(Strings& list) {
   const File file = openFile(enginePaths().database, "r");
-  detail::DatabaseTree tree;
-  const RunResult code = detail::readDatabase(file.get(), tree);
-  if (tree.root != nullptr) appendFunctions(*tree.root, list);
-  return code;
+  detail::DatabaseText text;
+  const RunResult code = detail::readDatabase(file.get(), text);
+  if (code != RUN_SUCCESS || text.xml == nullptr) return code;
+  const auto appendName = [](void* names, const char* name) {
+    append(*static_cast<Strings*>(names), std::make_unique<std::string>(name));
+  };
+  const bool hasRoot = detail::readFunctions(text.xml, text.detectsEncoding, appendName, &list);
+  return hasRoot ? RUN_SUCCESS : RUN_DB_NO_ROOT;
 }
 
 }  // namespace FlashEngine_1_00

@@ -1,28 +1,24 @@
 #pragma once
 
-#include <tinyxml.h>
-
 #include <cstdio>
+#include <memory>
 
 #include "tarvo/RunResult.h"
 
-// How the API database is read, for whoever wants more of it than the names: the parser, with the guards that keep a
-// hostile file from harming it, and what in the parser's tree is a documented name.
+// How the file of an API database is read, for whoever wants more of it than the names.
 
 namespace FlashEngine_1_00::detail {
 
-struct DatabaseTree {
-  TiXmlDocument document;
-  const TiXmlElement* root = nullptr;  // null if the engine finds none, and for an empty file
-  bool isTooDeep = false;              // elements nest deeper than is parsed; there is no tree then
-  bool isCut = false;                  // there is a zero byte, at which the text ends
+// A database as the parser (DatabaseXml.h) can take it: nothing in it that would harm that.
+struct DatabaseText {
+  std::unique_ptr<char[]> dbBuff;
+  const char* xml = nullptr;     // what is parsed, in dbBuff; null for an empty file, and if it is too deep
+  bool detectsEncoding = false;  // the document's own encoding counts, else it is read byte by byte
+  bool isTooDeep = false;        // elements nest deeper than is parsed
+  bool isCut = false;            // there is a zero byte, at which the text ends
 };
 
-// Reads `file`, which may be null: RUN_SUCCESS, RUN_DB_LOAD_FAILED or RUN_DB_NO_ROOT. Of a damaged file, the tree that
-// came of it counts.
-RunResult readDatabase(std::FILE* file, DatabaseTree& tree);
-
-// The name that a child of a group documents; null if it documents none.
-const char* documentedName(const TiXmlNode& node);
+// Reads `file`, which may be null: RUN_SUCCESS, RUN_DB_LOAD_FAILED, or RUN_DB_NO_ROOT if it is too deep.
+RunResult readDatabase(std::FILE* file, DatabaseText& text);
 
 }  // namespace FlashEngine_1_00::detail

@@ -31,15 +31,15 @@ constexpr const char* kExtensionsWithTags[] = {"html", "HTML", "htm", "HTM", "cs
 constexpr const char* kNoId = "_NO_CLASSID_FOUND_";
 
 // "<object id='tv'>", "< n; }\n if (m >".
-const std::string kTag = "<.*>";
+constexpr const char* kTag = "<.*>";
 // "<OBJECT"; not "< object".
-const std::string kObjectStart = "<[Oo][Bb][Jj][Ee][Cc][Tt]";
+constexpr const char* kObjectStart = "<[Oo][Bb][Jj][Ee][Cc][Tt]";
 // "</object>"; not "object >".
-const std::string kObjectEnd = "[Oo][Bb][Jj][Ee][Cc][Tt]>";
+constexpr const char* kObjectEnd = "[Oo][Bb][Jj][Ee][Cc][Tt]>";
 // `id="tv"`, `pid = "a b"`; not `classid="clsid:X"`.
-const std::string kDoubleQuotedId = R"(id\s*=\s*"[\w\s\_]*")";
+constexpr const char* kDoubleQuotedId = R"(id\s*=\s*"[\w\s\_]*")";
 // `id='tv'`; not `id='tv-1'`.
-const std::string kSingleQuotedId = R"(id\s*=\s*'[\w\s\_]*')";
+constexpr const char* kSingleQuotedId = R"(id\s*=\s*'[\w\s\_]*')";
 
 // A call with `symbol` among its arguments: "init ( 'tv', 3)"; not "init(a + tv)".
 std::string callWithArgument(const std::string& symbol) {
@@ -155,7 +155,7 @@ RunResult APIAnalysis::ObjectStartIDChecker(bool& hasStart, bool& hasEnd, std::s
 
 std::string APIAnalysis::parseObjectID(std::string element) {
   std::vector<std::string> matches;
-  for (const std::string& attribute : {kDoubleQuotedId, kSingleQuotedId}) {
+  for (const char* attribute : {kDoubleQuotedId, kSingleQuotedId}) {
     const Pattern pattern(attribute);
     for (MatchCursor at(pattern, element.c_str()); at.next();)
       matches.push_back(at.match());

@@ -23,7 +23,7 @@ constexpr std::size_t kBlockLead = 100;
 constexpr std::string_view kFunctionKeyword = "function";
 
 // "function init(a, b)", "function (e)", "init : function (a)"; not "function init(a = 1)".
-const std::string kFunctionHeader =
+constexpr const char* kFunctionHeader =
     R"((function\s*[\w\_]*\s*\([\w\_"'\s,]*\))|([\w\_]+\s*[\:]\s*function\s*\([\w\_"'\s,]*\)))";
 
 bool isSpace(char c) {

@@ -29,19 +29,19 @@ constexpr const char* kScanned[] = {"html", "HTML", "htm", "HTM", "js", "JS", "x
 constexpr off_t kMostAtOnce = 64 << 20;  // bytes of a file that are asked for by its size
 
 // "tv = document.getElementById('tv').GetVolume("; not "document.getElementById(id + 1)".
-const std::string kGetElementById =
+constexpr const char* kGetElementById =
     R"((([\w\_]+)[\.]*)*\s*=*\s*document\s*\.\s*getElementById\s*[(][\"'\s]*[\w\_]+[\"'\s]*\)\s*\.*[\w\d\s\_]*\(*[\"'\s]*[\w\_]*[\"'\s]*)";
 
 // "tv = $('tv')", "$_(tv).Play("; not "$('#tv')".
-const std::string kDollar =
+constexpr const char* kDollar =
     R"((([\w\_]+)[\.]*)*\s*=*\s*[\$]\s*[\_]*\s*[(]["'\s]*[\w\_]+["'\s]*\)\s*\.*[\w\d\s\_]*\(*[\"'\s]*[\w\_]*[\"'\s]*)";
 
 // "tv = document.embeds[1]"; not "document.embeds['tv']".
-const std::string kEmbeds =
+constexpr const char* kEmbeds =
     R"((([\w\_]+)[\.]*)*\s*=*\s*document\s*\.\s*embeds\s*\[\s*[\d]*\s*\]\s*\.*[\w\d\s\_]*\(*[\"'\s]*[\w\_]*[\"'\s]*)";
 
 std::string accessPattern() {
-  return "(" + kGetElementById + ")|(" + kDollar + ")";
+  return std::string("(") + kGetElementById + ")|(" + kDollar + ")";
 }
 
 template <std::size_t N>
@@ -158,7 +158,7 @@ std::string readText(std::FILE* file) {
   struct stat status {};
   const bool hasSize = fstat(fileno(file), &status) == 0 && status.st_size > 0 && status.st_size < kMostAtOnce;
   text.resize(hasSize ? static_cast<std::size_t>(status.st_size) + 1 : kFirstRead);
-  for (std::size_t size = 0;; text.resize(2 * size)) {
+  for (std::size_t size = 0;; text.resize(std::min<std::size_t>(2 * size, INT_MAX))) {
     const std::size_t read = std::fread(text.data() + size, 1, text.size() - size, file);
     const void* zero = std::memchr(text.data() + size, '\0', read);
     size += read;

@@ -28,12 +28,12 @@ using detail::without;
 using detail::withoutBlanks;
 
 // A look-up whose result is used on the spot: `document.getElementById("tv").`, `$("tv") .`; not `$("tv") +`.
-const std::string kDirectUse = R"((\s*document\s*\.\s*getElementById\s*[(][\"'\s]*[\w\_]+[\"'\s]*\)\s*\.+))"
-                               "|"
-                               R"((\s*[\$]\s*[(]["'\s]*[\w\_]+["'\s]*\)\s*\.+))";
+constexpr const char* kDirectUse = R"((\s*document\s*\.\s*getElementById\s*[(][\"'\s]*[\w\_]+[\"'\s]*\)\s*\.+))"
+                                   "|"
+                                   R"((\s*[\$]\s*[(]["'\s]*[\w\_]+["'\s]*\)\s*\.+))";
 
 // "this.tv ="; in "tv == null", "tv =" and then the second "=" alone, which names nothing.
-const std::string kAssignment = R"((([\w\_]+)[\.]*)*\s*(=))";
+constexpr const char* kAssignment = R"((([\w\_]+)[\.]*)*\s*(=))";
 
 // The symbol in parentheses, quoted or not: ("tv"), ( tv ); not (tv2).
 std::string parenthesised(const std::string& symbol) {

@@ -16,7 +16,7 @@ namespace FlashEngine_1_00 {
 namespace {
 
 // "tv.GetModel (1)"; not "GetModel(1)", which has no dot.
-const std::string kMethodCall = R"([\.]\s*[\w\d\_]+\s*\()";
+constexpr const char* kMethodCall = R"([\.]\s*[\w\d\_]+\s*\()";
 
 constexpr std::size_t kHiddenComponents = 4;  // tmp, the package's number, and two more
 

@@ -12,7 +12,7 @@
 // does not compile matches nothing. For patterns that cannot match empty.
 class Pattern {
  public:
-  explicit Pattern(const std::string& text) : expression_(trex_compile(text.c_str(), nullptr), trex_free) {}
+  explicit Pattern(std::string_view text) : expression_(trex_compile(std::string(text).c_str(), nullptr), trex_free) {}
 
   // The leftmost match in the zero-terminated `text`, into which the view points; a null view if there is none.
   std::string_view search(const char* text) const { return searchRange(text, endOf(text)); }

@@ -102,12 +102,15 @@ TEST_F(Database, OneThatCannotBeReadIsAFailureAndLogged) {
   mkdir((directory() + "/database.xml").c_str(), 0755);
   EXPECT_EQ(engine().Init(), RUN_DB_LOAD_FAILED);
   std::filesystem::remove(directory() + "/database.xml");
+  setDatabaseText("<APIAnalysisDB/>");
+  std::filesystem::resize_file(directory() + "/database.xml", std::uintmax_t{5} << 30);  // 1 GiB in 32 bits
+  EXPECT_EQ(engine().Init(), RUN_DB_LOAD_FAILED);
   setDatabaseText("<x/>");
   EXPECT_EQ(engine().Init(), RUN_DB_NO_ROOT);
   EXPECT_EQ(log("loadDeviceAPIInfo"),
             (Texts{"Init:  loadDeviceAPIInfo Error [1010] ", "Init:  loadDeviceAPIInfo Error [1010] ",
-                   "Init:  loadDeviceAPIInfo Error [1012] "}));
-  EXPECT_EQ(log("Time [Init]").size(), 3U);
+                   "Init:  loadDeviceAPIInfo Error [1010] ", "Init:  loadDeviceAPIInfo Error [1012] "}));
+  EXPECT_EQ(log("Time [Init]").size(), 4U);
 }
 
 }  // namespace

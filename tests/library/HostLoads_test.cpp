@@ -6,17 +6,21 @@
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <minizip/zip.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdarg>
+#include <cstdint>
 #include <cstdio>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <regex>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -34,6 +38,7 @@ constexpr const char* kResultFile = "/tmp/AnalysisResult";
 constexpr const char* kPackage = "/tmp/app.wgt";
 
 Texts hostLog;
+int linesUntilThrow = -1;  // the host's log function throws where this is 0
 
 }  // namespace
 
@@ -45,6 +50,7 @@ void Print_Log(const char* function, unsigned, char* format, ...) {
   std::vsnprintf(text, sizeof text, format, arguments);
   va_end(arguments);
   hostLog.push_back(std::string(function) + ": " + text);
+  if (linesUntilThrow-- == 0) throw std::runtime_error("the log is full");
 }
 
 namespace {
@@ -94,6 +100,8 @@ class Host {
     EXPECT_NE(found, nullptr) << name;
     return reinterpret_cast<T*>(found);
   }
+
+  void close() { EXPECT_EQ(dlclose(library_), 0); }
 
   // One application from the first call to the last; its findings are in `findings` afterwards.
   RunResult analyse(Texts files) {
@@ -244,6 +252,138 @@ TEST(HostLoads, LinesOfAHostWithoutALogAreDiscarded) {
   const std::string printed(output, std::fread(output, 1, sizeof output, pipe));
   EXPECT_EQ(pclose(pipe), 0);
   EXPECT_EQ(printed, "");
+}
+
+// ---- hosts that misuse the interface (docs/device.md)
+// ------------------------------------------------------------------
+
+// A device with the page as a package; its run has one finding, kFinding.
+const Texts kFinding = {"../index.html(12) : UndocumentedAPI 'GetModel' used\n"};
+
+void enterDeviceWithPage() {
+  const std::string database = readFile(DATABASE);
+  enterDevice();
+  writeFile(kDatabase, database);
+  zipOneFile("app/www/index.html", kPage);
+}
+
+TEST(HostMisuses, SecondRunsAndSecondEnginesShareOneList) {
+  child::run([] {
+    const Host host;
+    enterDeviceWithPage();
+    const Texts& list = *host.symbol<decltype(createResultVector)>("createResultVector")();
+    Texts files{kPackage};
+    Texts noFiles;
+    IAppAnalysis* engines[2];
+    for (IAppAnalysis*& engine : engines)
+      engine = host.symbol<decltype(createInstance)>("createInstance")();
+    EXPECT_EQ(engines[0]->StartAnalysis(&files), RUN_UNDOCUMENTED_API);
+    EXPECT_EQ(list, kFinding);
+    EXPECT_EQ(engines[0]->StartAnalysis(&files), RUN_UNDOCUMENTED_API);
+    EXPECT_EQ(list, (Texts{"../index.html(-1) : UndocumentedAPI 'GetModel' used\n"}));  // paths of both, texts of one
+    EXPECT_EQ(engines[1]->StartAnalysis(&noFiles), RUN_SUCCESS);
+    EXPECT_EQ(list, Texts{});
+    host.symbol<decltype(destoryInstance)>("destoryInstance")(engines[0]);
+    EXPECT_EQ(engines[1]->StartAnalysis(&files), RUN_UNDOCUMENTED_API);
+    EXPECT_EQ(list, kFinding);
+    host.symbol<decltype(destoryInstance)>("destoryInstance")(engines[1]);
+    host.symbol<decltype(destoryResultVector)>("destoryResultVector")();
+  });
+}
+
+TEST(HostMisuses, AnExceptionOfTheLogReachesTheHostAndLeavesNothing) {
+  child::run([] {
+    Host host;
+    enterDeviceWithPage();
+    EXPECT_EQ(host.analyse({kPackage}), RUN_UNDOCUMENTED_API);
+    const auto isOfRun = [](const std::string& line) { return line.rfind("~APIAnalysis", 0) != 0; };
+    const auto lines = static_cast<int>(std::count_if(hostLog.begin(), hostLog.end(), isOfRun));
+    ASSERT_GT(lines, 10);
+    host.symbol<decltype(createResultVector)>("createResultVector")();
+    for (int line = 0; line < lines; ++line) {
+      SCOPED_TRACE(line);
+      IAppAnalysis* engine = nullptr;
+      Texts files{kPackage};
+      linesUntilThrow = line;
+      EXPECT_THROW(
+          {
+            engine = host.symbol<decltype(createInstance)>("createInstance")();
+            engine->StartAnalysis(&files);
+          },
+          std::runtime_error);
+      linesUntilThrow = -1;
+      host.symbol<decltype(destoryInstance)>("destoryInstance")(engine);
+      EXPECT_EQ(filesInTmp(), (Texts{"AnalysisResult", "app.wgt"}));
+    }
+    host.symbol<decltype(destoryResultVector)>("destoryResultVector")();
+    EXPECT_EQ(host.analyse({kPackage}), RUN_UNDOCUMENTED_API);
+    EXPECT_EQ(host.findings, kFinding);
+  });
+}
+
+TEST(HostMisuses, LoadingAThousandTimesLeavesNothing) {
+  child::run([] {
+    const auto useOnce = [] {
+      Host host;
+      host.symbol<decltype(createResultVector)>("createResultVector")();
+      host.symbol<decltype(destoryInstance)>("destoryInstance")(
+          host.symbol<decltype(createInstance)>("createInstance")());
+      host.symbol<decltype(destoryResultVector)>("destoryResultVector")();
+      host.close();
+      hostLog = {};
+    };
+    useOnce();  // what the loader keeps for itself
+    const std::string name = fs::path(LIBRARY).filename();
+    const std::size_t before = mallinfo2().uordblks;
+    for (int i = 0; i < 1000; ++i)
+      useOnce();
+    EXPECT_LE(mallinfo2().uordblks, before + 16'384);  // less than the smallest block for each time
+    EXPECT_EQ(readFile("/proc/self/maps").find(name), std::string::npos) << "still mapped";
+  });
+}
+
+// ---- what a host compiled long ago relies on
+// ---------------------------------------------------------------------------
+
+static_assert(sizeof(RunResult) == 4 && RUN_SUCCESS == 1000 && RUN_TIME_LIMIT == 1027);
+
+// A host's own idea of the object: its first word leads to the slots.
+struct EngineView {
+  struct Slots {
+    void (*destroyInPlace)(EngineView*);
+    void (*destroy)(EngineView*);
+    std::int32_t (*startAnalysis)(EngineView*, Texts*);
+  };
+  const Slots* slots;
+};
+
+#if defined(__clang__)
+__attribute__((no_sanitize("function", "vptr")))
+#endif
+void runThroughSlots(EngineView* engine) {
+  Texts files;
+  EXPECT_EQ(engine->slots->startAnalysis(engine, &files), RUN_DB_LOAD_FAILED);
+  EXPECT_EQ(hostLog.back(), "StartAnalysis: [0][StartAnalysis] returnCode [1010] ");
+  engine->slots->destroy(engine);
+  EXPECT_EQ(hostLog.back(), "~APIAnalysis: ### All Symbol Table data is Successfully deleted!! ###");
+}
+
+TEST(HostReliesOn, SlotsAndClockOfTheObject) {
+  child::run([] {
+    const Host host;
+    enterDevice();
+    host.symbol<decltype(createResultVector)>("createResultVector")();
+    IAppAnalysis* engine = host.symbol<decltype(createInstance)>("createInstance")();
+    const auto& start = *host.symbol<timespec>("firstCheckTime");
+    char line[128];
+    std::snprintf(line, sizeof line, "APIAnalysis: [APIAnalysis] [sec:usec] : %lld:%lld ",
+                  static_cast<long long>(start.tv_sec), static_cast<long long>(start.tv_nsec));
+    EXPECT_EQ(hostLog.back(), line);
+    const long long microseconds = start.tv_nsec / 1000 + 1'000'000LL * start.tv_sec;
+    EXPECT_EQ(*host.symbol<std::uint32_t>("firstTimeVal"), static_cast<std::uint32_t>(microseconds));
+    runThroughSlots(reinterpret_cast<EngineView*>(engine));
+    host.symbol<decltype(destoryResultVector)>("destoryResultVector")();
+  });
 }
 
 }  // namespace

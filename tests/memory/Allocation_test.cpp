@@ -46,8 +46,19 @@ long failing = 0;           // the number of the allocation that fails, counted 
 bool leakOfOthers = false;  // it failed where a library that is not ours leaks
 int troubles = 0;           // log lines about something that could not be done
 
+// On 32-bit ARM the frames end where C begins: each allocation of zlib's then passes for one of minizip's.
+bool isUnseenZlib(void* caller) {
+#ifdef __arm__
+  Dl_info info{};
+  return dladdr(caller, &info) != 0 && std::strstr(info.dli_fname, "libz.so") != nullptr;
+#else
+  return caller == nullptr;
+#endif
+}
+
 // TinyXML forgets the nodes that it is parsing, minizip its buffer if zlib has no memory.
-bool isInALeakyPlace() {
+bool isInALeakyPlace(void* caller) {
+  if (isUnseenZlib(caller)) return true;
   void* frames[64];
   const int count = backtrace(frames, static_cast<int>(std::size(frames)));
   return std::any_of(frames, frames + count, [](void* frame) {
@@ -58,9 +69,9 @@ bool isInALeakyPlace() {
   });
 }
 
-bool fails() {
+bool fails(void* caller) {
   if (++allocations != failing) return false;
-  leakOfOthers = isInALeakyPlace();
+  leakOfOthers = isInALeakyPlace(caller);
   errno = ENOMEM;
   return true;
 }
@@ -85,7 +96,7 @@ FlashEngine_1_00::EnginePaths paths;
 
 #ifdef TARVO_ONLY_NEW
 void* operator new(std::size_t size) {
-  void* block = fails() ? nullptr : std::malloc(size);
+  void* block = fails(__builtin_return_address(0)) ? nullptr : std::malloc(size);
   if (block == nullptr) throw std::bad_alloc();
   return counted(block);
 }
@@ -108,13 +119,13 @@ void* __libc_realloc(void* block, std::size_t size);
 void __libc_free(void* block);
 
 void* malloc(std::size_t size) noexcept {
-  return fails() ? nullptr : counted(__libc_malloc(size));
+  return fails(__builtin_return_address(0)) ? nullptr : counted(__libc_malloc(size));
 }
 void* calloc(std::size_t count, std::size_t size) noexcept {
-  return fails() ? nullptr : counted(__libc_calloc(count, size));
+  return fails(__builtin_return_address(0)) ? nullptr : counted(__libc_calloc(count, size));
 }
 void* realloc(void* block, std::size_t size) noexcept {
-  if (fails()) return nullptr;
+  if (fails(__builtin_return_address(0))) return nullptr;
   uncount(block);
   void* moved = __libc_realloc(block, size);
   return counted(moved == nullptr ? block : moved);
@@ -157,7 +168,7 @@ class Allocation : public ::testing::Test {
     files_ = {directory_ + "/app.wgt"};
     write(files_[0], craftedZip({{"a/index.html", page, true}, {"inner.zip", craftedZip({{"movie.swf", movie}})}}));
     // What is made once for all is made now.
-    (void)isInALeakyPlace();
+    (void)isInALeakyPlace(__builtin_return_address(0));
     EXPECT_EQ(runWithFailure(0), RUN_UNDOCUMENTED_API);
   }
   ~Allocation() override {
