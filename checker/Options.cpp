@@ -34,7 +34,8 @@ Exit status:
   2  an application could not be checked at all, or the program could not do its work
   3  incomplete: no undocumented API was found, but a part was not looked at
 Of several applications together it is the first of 2, 1, 3 and 0; 128 and the signal's number
-if a signal ended the run. The commands other than check give 0 or 2.
+if a signal ended the run. explain, disassemble and decompile give 0 or 2, database also 1 for a warning
+or a difference.
 
 Examples:
   tarvo-check app.wgt                             one application

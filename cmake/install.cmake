@@ -1,7 +1,7 @@
 # What `cmake --install` puts where, in three components, which are the three Debian packages too:
 #
 #   library      the shared library, and the database at its fixed path
-#   checker      tarvo-check with a database of its own, manual page and completions
+#   checker      tarvo-check with a database of its own, schema of its reports, manual page and completions
 #   development  headers, files for find_package and pkg-config, manual page
 #
 # The library has no version in its name, and its SONAME is that name: hosts load libtarvo-api-check-engine.so, hosts
@@ -41,7 +41,8 @@ endfunction()
 file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/man)
 if(NOT TARVO_HOST_LIBRARY)
   install(TARGETS tarvo-check RUNTIME COMPONENT checker)
-  install(FILES data/APIAnalEngineDB.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/tarvo COMPONENT checker)
+  install(FILES data/APIAnalEngineDB.xml data/tarvo-check-report.schema.json
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/tarvo COMPONENT checker)
   tarvo_manual(${CMAKE_SOURCE_DIR}/docs/man/tarvo-check.1 checker)
 
   # File name and place are each shell's own. Debian's zsh has another place for packages than for what is built here.
