@@ -22,7 +22,7 @@ std::string remarksOn(const Call& call) {
 
 }  // namespace
 
-std::string counted(std::size_t count, const char* one, const char* several) {
+std::string counted(std::uint64_t count, const char* one, const char* several) {
   return std::to_string(count) + ' ' + (count == 1 ? one : several);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "checker/Report.h"
@@ -7,7 +8,7 @@
 // What several formats say of a report, in the same words. The bytes of an application stand in them as they are.
 
 // "1 use", "2 uses"
-std::string counted(std::size_t count, const char* one, const char* several);
+std::string counted(std::uint64_t count, const char* one, const char* several);
 
 // "app.wgt!/www/js/main.js:57:8", as far as it is known
 std::string placeOf(const Call& call);

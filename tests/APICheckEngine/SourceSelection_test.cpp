@@ -1,6 +1,10 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
 
 #include "support/EngineFixture.h"
 
@@ -43,6 +47,31 @@ TEST_F(SourceSelection, UnusualFilesArePassedOverOrCut) {
   EXPECT_EQ(texts(engine().worthfulSourceList), (Texts{std::string("ab", 3), std::string("\n\n", 3),
                                                        std::string("\xEF\xBB\xBFx\xFF", 6), std::string("$", 2)}));
   EXPECT_EQ(log("Open Error"), (Texts{"CheckFileAnalysisWorth:  file[" + directory() + "/missing.js] Open Error "}));
+}
+
+// More than off_t, long and int hold in a process of 32 bits, unless asked for. Almost all of it is a hole.
+TEST_F(SourceSelection, FilesOfThreeGiBAreReadLikeOthers) {
+  constexpr std::uintmax_t kHole = std::uintmax_t{3} << 30;
+  const auto grow = [](const std::string& path) {
+    std::error_code refused;
+    std::filesystem::resize_file(path, std::filesystem::file_size(path) + kHole, refused);
+    return !refused;
+  };
+  const std::string source = addScript("tv.a(1);");
+  const std::string bytes = zipBytes({{"app/www/packed.js", "tv.b(1);"}});
+  const std::size_t end = bytes.size() - 22;  // its last record holds where the directory of the entries is
+  const std::size_t directoryAt = bytes.find("PK\1\2");
+  const std::string package = addFile("app.wgt", bytes.substr(0, directoryAt));
+  if (!grow(source) || !grow(package)) GTEST_SKIP() << "the file system refuses them";
+  std::string directoryAndEnd = bytes.substr(directoryAt);
+  const auto moved = static_cast<std::uint32_t>(directoryAt + kHole);
+  for (std::size_t i = 0; i < 4; ++i)
+    directoryAndEnd[end - directoryAt + 16 + i] = static_cast<char>(moved >> 8 * i);
+  std::ofstream(package, std::ios::binary | std::ios::app) << directoryAndEnd;
+
+  EXPECT_EQ(run(), RUN_SUCCESS);
+  EXPECT_EQ(texts(engine().worthfulSourceList), (Texts{std::string("tv.a(1);", 9), std::string("tv.b(1);", 9)}));
+  EXPECT_EQ(engine().cutFiles, Texts{source});
 }
 
 TEST_F(SourceSelection, CollectsAccessesOfEachForm) {

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <malloc.h>
 #include <minizip/zip.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -254,8 +255,7 @@ TEST(HostLoads, LinesOfAHostWithoutALogAreDiscarded) {
   EXPECT_EQ(printed, "");
 }
 
-// ---- hosts that misuse the interface (docs/device.md)
-// ------------------------------------------------------------------
+// ---- hosts that misuse the interface (docs/device.md) --------------------------------------------------------------
 
 // A device with the page as a package; its run has one finding, kFinding.
 const Texts kFinding = {"../index.html(12) : UndocumentedAPI 'GetModel' used\n"};
@@ -321,6 +321,38 @@ TEST(HostMisuses, AnExceptionOfTheLogReachesTheHostAndLeavesNothing) {
   });
 }
 
+// The two uses of the list that end the process, in a process for which that is no news.
+TEST(HostMisuses, RunningWithoutAListOrDestroyingItTwiceEndsTheProcess) {
+  constexpr int kSurvived = 42;
+  const auto withoutList = [](const Host& host) {
+    Texts files;
+    (void)host.symbol<decltype(createInstance)>("createInstance")()->StartAnalysis(&files);
+  };
+  const auto listDestroyedTwice = [](const Host& host) {
+    host.symbol<decltype(createResultVector)>("createResultVector")()->push_back("of a run");
+    for (int i = 0; i < 2; ++i)
+      host.symbol<decltype(destoryResultVector)>("destoryResultVector")();
+  };
+  void (*const misuses[])(const Host&) = {withoutList, listDestroyedTwice};
+  for (const auto misuse : misuses) {
+    child::run([&] {
+      const Host host;
+      enterDevice();
+      const pid_t process = fork();
+      if (process == 0) {
+        const rlimit noCore{};
+        setrlimit(RLIMIT_CORE, &noCore);
+        std::fclose(stderr);  // what an emulator or a sanitizer says of it
+        misuse(host);
+        _exit(kSurvived);
+      }
+      int status = 0;
+      EXPECT_EQ(waitpid(process, &status, 0), process);
+      EXPECT_FALSE(WIFEXITED(status) && (WEXITSTATUS(status) == kSurvived || WEXITSTATUS(status) == 0));
+    });
+  }
+}
+
 TEST(HostMisuses, LoadingAThousandTimesLeavesNothing) {
   child::run([] {
     const auto useOnce = [] {
@@ -342,8 +374,7 @@ TEST(HostMisuses, LoadingAThousandTimesLeavesNothing) {
   });
 }
 
-// ---- what a host compiled long ago relies on
-// ---------------------------------------------------------------------------
+// ---- what a host compiled long ago relies on -----------------------------------------------------------------------
 
 static_assert(sizeof(RunResult) == 4 && RUN_SUCCESS == 1000 && RUN_TIME_LIMIT == 1027);
 
