@@ -148,7 +148,7 @@ class Fingerprint {
 
   std::string text() const {
     char digits[17];
-    std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(hash_));
+    (void)std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(hash_));
     return digits;
   }
 

@@ -92,7 +92,7 @@ bool isTrusted(const fs::path& file) {
 fs::path nearestConfig() {
   std::error_code error;
   for (fs::path directory = fs::current_path(error); !error; directory = directory.parent_path()) {
-    const fs::path file = directory / kConfigName;
+    fs::path file = directory / kConfigName;
     if (fs::is_regular_file(file, error)) {
       if (isTrusted(file)) return file;
       throw UserError("'" + file.string() +

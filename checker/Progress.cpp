@@ -5,6 +5,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
@@ -52,12 +53,12 @@ std::string endOf(const std::string& path, std::size_t width) {
 }
 
 std::string timeText(double seconds) {
-  const auto whole = static_cast<long long>(seconds + 0.5);
+  const auto whole = std::llround(seconds);
   char text[64];
   if (whole >= 3600) {
-    std::snprintf(text, sizeof text, "%lld:%02lld:%02lld", whole / 3600, whole / 60 % 60, whole % 60);
+    (void)std::snprintf(text, sizeof text, "%lld:%02lld:%02lld", whole / 3600, whole / 60 % 60, whole % 60);
   } else {
-    std::snprintf(text, sizeof text, "%lld:%02lld", whole / 60, whole % 60);
+    (void)std::snprintf(text, sizeof text, "%lld:%02lld", whole / 60, whole % 60);
   }
   return text;
 }
@@ -74,7 +75,7 @@ std::string progressLine(const RunState& state, double seconds, std::size_t widt
   if (state.done > 0 && seconds > 0) {
     const double rate = static_cast<double>(state.done) / seconds;
     char text[64];
-    std::snprintf(text, sizeof text, "  %.1f/s  ", rate);
+    (void)std::snprintf(text, sizeof text, "  %.1f/s  ", rate);
     line += text + timeText(static_cast<double>(state.total - state.done) / rate) + " left";
   }
   if (line.size() > width) return line.substr(0, width);

@@ -96,7 +96,7 @@ void openStandardStreams() {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): no memory to read the options
   openStandardStreams();
   Options options;
   CLI::App app("Finds calls of undocumented platform APIs in web applications.", "tarvo-check");

@@ -47,7 +47,7 @@ std::string isolated(const std::string& text) {
 
 std::string secondsOf(double seconds) {
   char text[64];
-  std::snprintf(text, sizeof text, "%.2f", seconds);
+  (void)std::snprintf(text, sizeof text, "%.2f", seconds);
   return text;
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 std::string secondsOf(double seconds) {
   char text[64];
-  std::snprintf(text, sizeof text, "%.3f", seconds);
+  (void)std::snprintf(text, sizeof text, "%.3f", seconds);
   return text;
 }
 

@@ -123,7 +123,7 @@ std::unique_ptr<ReportWriter> makeJsonLinesWriter(std::ostream& out, const Write
 
 std::string jsonText(const Json& json, int indent) {
   constexpr int kStep = 2;
-  const std::string text = json.dump(indent < 0 ? -1 : kStep, ' ', false, Json::error_handler_t::replace);
+  std::string text = json.dump(indent < 0 ? -1 : kStep, ' ', false, Json::error_handler_t::replace);
   if (indent <= kStep) return text;
   std::string indented;
   for (const char c : text) {

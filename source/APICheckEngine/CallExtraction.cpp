@@ -295,8 +295,8 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
   std::unordered_map<const SWFStateMentInfo*, Lookup> lookups;              // by declaration
   const Pattern lookedUp(kLookedUpId);
   for (SWFStateMentInfo* declared : declareList) {
-    const auto [place, isNew] = lookups.try_emplace(declared, Lookup{{}, nullptr, nullptr, 0});
-    Lookup& lookup = place->second;
+    const auto [entry, isNew] = lookups.try_emplace(declared, Lookup{{}, nullptr, nullptr, 0});
+    Lookup& lookup = entry->second;
     if (isNew) {
       const Key key = splitKey(*declared->expression);
       const std::string id = lookedUpId(lookedUp, key.symbol);

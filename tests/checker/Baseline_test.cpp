@@ -114,7 +114,7 @@ TEST_F(Baselines, AreReadFromBothFormats) {
     read(text).apply(now, true);
     EXPECT_EQ(now.verdict, Verdict::clean) << text;
   }
-  EXPECT_THROW(Baseline("/no/such/file"), std::runtime_error);
+  EXPECT_THROW(const Baseline missing("/no/such/file"), std::runtime_error);
   for (const std::string& text :
        {std::string(), std::string("{}"), std::string("[1]"), std::string("3"), std::string("<html>"),
         "{\"applications\": [" + line + "]}", "{\"version\": 2, \"applications\": [" + line + "]}",

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <deque>
 #include <fstream>
@@ -20,9 +21,11 @@ class CallPlaces : public ::testing::Test {
   // What the engine makes of a file of these bytes.
   std::string clean(std::string bytes) const {
     std::ofstream(path_, std::ios::binary) << bytes;
-    bytes = bytes.substr(0, bytes.find('\0')) + '\0';
+    bytes.resize(std::min(bytes.find('\0'), bytes.size()));
+    bytes.push_back('\0');
     const int length = delete_comment(bytes.data(), static_cast<int>(bytes.size()), bytes.data());
-    return bytes.substr(0, static_cast<std::size_t>(length)).c_str();
+    bytes.resize(std::min(bytes.find('\0'), static_cast<std::size_t>(length)));
+    return bytes;
   }
 
   // The call in a file of these bytes that is `code` for the engine.

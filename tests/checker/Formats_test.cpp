@@ -120,7 +120,6 @@ TEST(Formats, AreKnownByNameAndBySuffix) {
 }
 
 TEST(Text, SaysWhatIsKnownInOneLine) {
-  const std::string name = "app: ";
   Finding behind = findingOf("app!/a.js", 7, "Get");
   behind.isOnDevice = false;
   Finding moved = findingOf("app!/a.js", 7, "Get");

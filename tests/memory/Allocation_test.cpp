@@ -47,7 +47,7 @@ bool leakOfOthers = false;  // it failed where a library that is not ours leaks
 int troubles = 0;           // log lines about something that could not be done
 
 // On 32-bit ARM the frames end where C begins: each allocation of zlib's then passes for one of minizip's.
-bool isUnseenZlib(void* caller) {
+bool isUnseenZlib(const void* caller) {
 #ifdef __arm__
   Dl_info info{};
   return dladdr(caller, &info) != 0 && std::strstr(info.dli_fname, "libz.so") != nullptr;
