@@ -8,6 +8,8 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "checker/Suggestion.h"
+
 namespace {
 
 // Adds the text without blanks around it, if anything is left.
@@ -39,7 +41,8 @@ void addFile(const std::string& path, std::set<std::string>& names) {
     (void)addName(line.substr(0, line.find('#')), names);
   }
   if (!file.is_open() || file.bad()) {
-    throw std::runtime_error("--accept-file '" + path + "' cannot be read: " + std::strerror(errno));
+    throw std::runtime_error("--accept-file '" + path + "' cannot be read: " + std::strerror(errno) +
+                             didYouMeanFile(path));
   }
 }
 

@@ -6,10 +6,10 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 #include "checker/ReportJson.h"
+#include "checker/Suggestion.h"
 #include "checker/formats/Characters.h"
 
 using Json = nlohmann::ordered_json;
@@ -21,9 +21,13 @@ constexpr int kVersion = 1;  // of the formats that are read
 std::string textOf(const std::string& path) {
   errno = 0;
   std::ifstream file(path, std::ios::binary);
-  std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  std::string text;
+  char part[4096];
+  while (file.read(part, sizeof part) || file.gcount() > 0)
+    text.append(part, static_cast<std::size_t>(file.gcount()));
   if (!file.is_open() || file.bad()) {
-    throw std::runtime_error("the baseline '" + path + "' cannot be read: " + std::strerror(errno));
+    throw std::runtime_error("the baseline '" + path + "' cannot be read: " + std::strerror(errno) +
+                             didYouMeanFile(path));
   }
   return text;
 }

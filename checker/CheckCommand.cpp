@@ -94,7 +94,10 @@ class Outputs {
     WriterOptions writerOptions{
         options.database, false, options.engineLines, options.all, !options.baseline.empty(), options.allowIncomplete};
     bool isFormatTaken = false;
+    std::set<std::filesystem::path> taken;
     for (const std::string& path : options.outputs) {
+      if (!taken.insert(std::filesystem::absolute(path).lexically_normal()).second)
+        throw UserError("--output '" + path + "' is given twice; a file holds one report");
       std::optional<Format> format = formatOfFile(path);
       if (!format) {
         if (options.format.empty())

@@ -275,6 +275,9 @@ std::string explained(const CLI::App& app, const CLI::ParseError& error) {
   std::string text = error.what();
   if (dynamic_cast<const CLI::ExtrasError*>(&error) == nullptr) return text;
   for (const std::string& extra : app.remaining(true)) {
+    std::error_code noFile;
+    if (!extra.empty() && extra.front() == '-' && fs::exists(extra, noFile))
+      return "there is no option " + extra + "; the file is ./" + extra;
     if (extra.size() < 3 || extra.compare(0, 2, "--") != 0) continue;
     const CLI::App* part = &app;
     while (!part->get_subcommands().empty() && !isCheck(part->get_subcommands().front()))

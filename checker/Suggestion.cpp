@@ -40,6 +40,7 @@ std::string didYouMean(const std::string& name, const std::vector<std::string>& 
   for (const std::string& candidate : candidates) {
     if (candidate.size() >= name.size() + fewest) continue;
     const std::size_t count = slips(name, candidate);
+    if (count == 0) return "";  // it was meant
     if (count >= fewest) continue;
     fewest = count;
     nearest = candidate;

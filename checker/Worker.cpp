@@ -186,7 +186,8 @@ void Worker::receive() {
 void Worker::checkTime() {
   if (Clock::now() < deadline_) return;
   if (isKilled_) return end();  // whoever still holds the pipe is none of ours
-  fail("it takes longer than the " + std::to_string(bounds_.timeout) + " seconds of --timeout");
+  fail("it takes longer than the " + std::to_string(bounds_.timeout) + (bounds_.timeout == 1 ? " second" : " seconds") +
+       " of --timeout");
 }
 
 void Worker::end() {

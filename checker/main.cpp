@@ -36,7 +36,7 @@ int explainOne(const Options& options) {
     std::cout << explain(run) << '\n';
     return run.verdict() == Verdict::notChecked ? kFailed : kDone;
   } catch (const std::exception& error) {
-    std::cerr << "tarvo-check: " << options.file << ": " << error.what() << '\n';
+    std::cerr << "tarvo-check: " << printable(options.file + ": " + error.what()) << '\n';
     return kFailed;
   }
 }
@@ -77,8 +77,8 @@ void addDatabaseCommand(CLI::App& app, Options& options, const Command*& chosen)
   CLI::App* list = app.add_subcommand(kList.name, kList.description);
   list->add_option("--database", options.database, "API database")->type_name("FILE");
   CLI::App* diff = list->add_subcommand(kDiff.name, kDiff.description);
-  diff->add_option("OLD", options.older)->required();
-  diff->add_option("NEW", options.newer)->required();
+  diff->add_option("OLD", options.older, "the database that was in use")->type_name("")->required();
+  diff->add_option("NEW", options.newer, "the one that takes its place")->type_name("")->required();
   for (CLI::App* command : {list, diff}) {
     command->add_flag("--json", options.json, "as JSON");
     command->footer("");
@@ -94,6 +94,13 @@ void openStandardStreams() {
   if (descriptor > STDERR_FILENO) close(descriptor);
 }
 
+// `status`, if all that was printed has arrived.
+int printedWith(int status) {
+  if (std::cout.flush()) return status;
+  std::cerr << "tarvo-check: cannot write all to standard output\n";
+  return kFailed;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): no memory to read the options
@@ -104,7 +111,7 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): no memo
   const Command* chosen = nullptr;
   for (const Command& command : kCommands) {
     CLI::App* sub = app.add_subcommand(command.name, command.description);
-    sub->add_option(command.argument, options.file, "")->required();
+    sub->add_option(command.argument, options.file, "")->type_name("")->required();
     if (command.takesJson) {
       sub->add_flag("--json", options.json, "as JSON, bytes as the code points U+0000 to U+00FF");
     } else {
@@ -120,17 +127,17 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): no memo
     readConfig(app, options);
     if (options.printConfig) {
       std::cout << configText(app, options);
-      return kDone;
+      return printedWith(kDone);
     }
     if (chosen != nullptr && !options.applications.empty()) throw CLI::ExtrasError(options.applications);
     if (chosen == nullptr && options.applications.empty() && options.lists.empty())
       throw CLI::RequiredError("APPLICATION");
-    return chosen == nullptr ? check(options) : chosen->run(options);
+    return chosen == nullptr ? check(options) : printedWith(chosen->run(options));
   } catch (const CLI::CallForHelp&) {
     std::cout << helpText(app);
-    return kDone;
+    return printedWith(kDone);
   } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == kDone) return app.exit(error);
+    if (error.get_exit_code() == kDone) return printedWith(app.exit(error));
     std::cerr << "tarvo-check: " << printable(explained(app, error)) << "\nSee tarvo-check --help.\n";
   } catch (const std::exception& error) {
     std::cerr << "tarvo-check: " << printable(error.what()) << '\n';

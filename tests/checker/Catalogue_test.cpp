@@ -54,7 +54,7 @@ TEST_F(Catalogue, EachBoundAndEachEndOfAWorkerIsAReason) {
   for (const Row& row : std::vector<Row>{
            {"bomb", "--unpacked 2", "could not check: its packages unpack to more than the 2 MiB of --unpacked"},
            {"fits", "--unpacked 2", "only documented APIs"},
-           {"fault-hang", "--timeout 1", "could not check: it takes longer than the 1 seconds of --timeout"},
+           {"fault-hang", "--timeout 1", "could not check: it takes longer than the 1 second of --timeout"},
            {"fault-memory", "--memory 300", "could not check: it takes more memory than the 300 MiB of --memory"},
            {"fault-crash", "", kProcess + "was ended by SIGSEGV (Segmentation fault)"},
            {"fault-exit", "", kProcess + "ended with status 7"},
@@ -83,7 +83,7 @@ TEST_F(Catalogue, ReportsComeInTheOrderOfTheArguments) {
   for (int i = 0; i < 60; ++i) {
     if (i == 3) {
       write("fault-hang.wgt", "");
-      add("fault-hang.wgt", "", "could not check: it takes longer than the 1 seconds of --timeout");
+      add("fault-hang.wgt", "", "could not check: it takes longer than the 1 second of --timeout");
     }
     if (i == 15) {
       write("fault-crash.wgt", "");

@@ -33,6 +33,8 @@ TEST_F(CommandLine, ListsNameApplications) {
 
 TEST_F(CommandLine, MistakesAreExplained) {
   write("application.wgt", "");
+  write("-x.wgt", "");
+  write("www/index.html", kPage);
   struct Row {
     std::string arguments, part;
   };
@@ -49,10 +51,15 @@ TEST_F(CommandLine, MistakesAreExplained) {
            {"--format text --output www application.wgt", "cannot write 'www': Is a directory"},
            {"--timeout 0 application.wgt", "--timeout: Value 0 not in range 1 to"},
            {"--color sometimes application.wgt", "--color: sometimes not in {auto,always,never}"},
+           {"--output r.txt --output ./r.txt application.wgt", "--output './r.txt' is given twice"},
+           {"-x.wgt", "there is no option -x.wgt; the file is ./-x.wgt"},
+           {"--baseline www application.wgt", "the baseline 'www' cannot be read: Is a directory\n"},
+           {"explain www >/dev/full", "cannot write all to standard output"},
+           {"--help >/dev/full", "cannot write all to standard output"},
            {"--config no.toml application.wgt", "cannot read the config file 'no.toml'"},
            {"explain --database no.xml application.wgt", "no database at 'no.xml'; pass --database FILE, or install"},
        }) {
-    const Output output = check(row.arguments + " 2>&1");
+    const Output output = check("2>&1 " + row.arguments);
     EXPECT_NE(output.text.find(row.part), std::string::npos) << output.text;
     EXPECT_EQ(output.status, 2) << row.arguments;
   }
