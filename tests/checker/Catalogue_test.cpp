@@ -126,7 +126,7 @@ TEST_F(Catalogue, AnInterruptedRunPrintsWhatWasDone) {
                   kClean + ": only documented APIs\nmissing.wgt: could not check: no such file or directory\n");
     EXPECT_TRUE(fs::is_empty(directory_ + "/tmp"));
   }
-  const Started ignoring = start("--timeout 1 fault-hang.wgt", "trap '' INT; ");
+  const Started ignoring = start("--timeout 3 fault-hang.wgt", "trap '' INT; ");
   awaitRuns(1);
   kill(ignoring.process, SIGINT);
   EXPECT_EQ(ignoring.status(), 2) << "as with nohup";

@@ -50,12 +50,17 @@ class Checker : public ::testing::Test {
     return fs::is_empty(directory_ + "/tmp");
   }
 
-  // Waits until that many runs have their directories, and stay.
+  // Waits until that many runs have their directories, and stay. Under an emulator, even a quick one takes 0.3 s.
+#ifdef TARVO_EMULATED
+  static constexpr std::chrono::milliseconds kLongerThanAQuickRun{1000};
+#else
+  static constexpr std::chrono::milliseconds kLongerThanAQuickRun{200};
+#endif
   void awaitRuns(std::size_t count) const {
     std::set<fs::path> before, runs;
     do {
       before = std::move(runs);
-      std::this_thread::sleep_for(std::chrono::milliseconds(200));
+      std::this_thread::sleep_for(kLongerThanAQuickRun);
       runs.clear();
       for (const fs::directory_entry& entry : fs::directory_iterator(directory_ + "/tmp"))
         runs.insert(entry.path());
