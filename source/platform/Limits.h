@@ -17,6 +17,10 @@ constexpr std::int64_t kMaxSwfBytes = 256LL << 20;
 constexpr std::size_t kMaxListingBytes = std::size_t{256} << 20;
 constexpr std::size_t kMaxReplayBytes = std::size_t{64} << 20;
 
+// Flash files: bytes of statements of one that are searched, counted again for each variable that is searched for. As
+// many as are made of the longest replay, for sixteen variables; a listing that is read in its time makes far fewer.
+constexpr std::uint64_t kMaxFlashSearchBytes = std::uint64_t{1} << 30;
+
 // What a line of a listing takes in memory: its string object, which holds up to 15 bytes itself; for longer ones also
 // a block with the text, a terminator and what the allocator adds. Most records are one line of 12 bytes, so that the
 // text alone would be a third of it. The values are those of 64-bit systems: a file is cut at the same line on all.
@@ -44,6 +48,11 @@ constexpr int kMaxDatabaseDepth = 1000;
 // function, and for every look-up of an element, all with the same text. Nothing that a host sees depends on how many
 // there are, only on which comes first and, for functions, which comes last.
 constexpr int kMaxEqualRecords = 64;
+
+// Records of calls on look-ups that differ in nothing but the line of the look-up. The rules make one for each call and
+// each look-up of its element, so that a script of a megabyte could ask for a thousand million. All were judged with
+// the first look-up; those beyond this number are dropped.
+constexpr std::size_t kMaxLookupRecords = 65'536;
 
 // Bytes of sources that get an index for many searches, which takes four to eight times as many bytes of memory. Those
 // for which no room is left are searched without one.

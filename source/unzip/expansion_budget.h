@@ -1,27 +1,44 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
-// What the packages of one run may still expand to, all together (Limits.h). Of the process, like the time budget: one
-// run works at a time.
+#include "platform/Limits.h"
 
 namespace FlashEngine_1_00 {
 
-// A run begins: everything may be used again.
-void startExpansionBudget();
+// What the packages of one run expand to at most, all together.
+struct ExpansionBounds {
+  std::uint64_t bytes = kMaxExpandedBytes;
+  std::uint32_t entries = kMaxExpandedEntries;
+  std::uint32_t directories = kMaxExpandedEntries;  // made for entries that name them only as a part of their path
+};
 
-// Whether one more entry, one more directory, `bytes` more may be written; if so, they count as written.
-bool takeEntry();
-bool takeDirectory();
-bool takeBytes(std::size_t bytes);
+// What is left of these bounds. Each `take` says whether so much more may be written; if so, it counts as written.
+class ExpansionBudget {
+ public:
+  explicit ExpansionBudget(const ExpansionBounds& bounds = {}) : left_(bounds) {}
 
-// A bound of at most `bytes` for the runs that start from now on, for a program whose user sets one. `passed` is called
-// where a run passes it, and may end the process.
-void lowerExpansionBytes(std::uint64_t bytes, void (*passed)());
+  bool takeEntry() { return take(left_.entries, 1U); }
+  bool takeDirectory() { return take(left_.directories, 1U); }
+  bool takeBytes(std::uint64_t bytes) {
+    const bool isTaken = take(left_.bytes, bytes);
+    passedBytes_ = passedBytes_ || !isTaken;
+    return isTaken;
+  }
 
-// Bounds for the runs that start from now on: `bytes`, and `entries` as well as directories. With zeroes, the real
-// ones.
-void TESTING_ONLY_setExpansionBounds(std::uint64_t bytes, std::uint32_t entries);
+  // Whether it was the bytes that did not suffice at some time.
+  bool passedBytes() const { return passedBytes_; }
+
+ private:
+  template <typename T>
+  static bool take(T& left, T count) {
+    if (count > left) return false;
+    left -= count;
+    return true;
+  }
+
+  ExpansionBounds left_;
+  bool passedBytes_ = false;
+};
 
 }  // namespace FlashEngine_1_00

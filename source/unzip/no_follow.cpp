@@ -1,3 +1,5 @@
+// Files and directories below a directory that others can write to. A path is gone through component by component, each
+// opened in the one before without following a link, so that nobody can exchange a directory in between.
 // Test: tests/APICheckEngine/HostilePackages_test.cpp.
 
 #include "unzip/no_follow.h"
@@ -8,7 +10,6 @@
 #include <cerrno>
 
 #include "platform/Descriptor.h"
-#include "unzip/expansion_budget.h"
 
 namespace FlashEngine_1_00 {
 namespace {
@@ -16,9 +17,9 @@ namespace {
 constexpr unsigned kMadeMode = 0775;
 constexpr int kDirectoryFlags = O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
-// A new directory `name` in `parent`; the entries of the run pay for it.
-Descriptor makeDirectory(int parent, const char* name) {
-  if (!takeDirectory()) {
+// A new directory `name` in `parent`, taken from `budget`.
+Descriptor makeDirectory(int parent, const char* name, ExpansionBudget& budget) {
+  if (!budget.takeDirectory()) {
     errno = EDQUOT;
     return Descriptor();
   }
@@ -31,13 +32,13 @@ bool isLink(int parent, const char* name) {
   return fstatat(parent, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISLNK(status.st_mode);
 }
 
-// The directory `name` of `parent`. With `make`, a missing one is made, and one takes the place of a link.
-Descriptor openDirectory(int parent, const char* name, bool make) {
+// The directory `name` of `parent`. With a budget, a missing one is made, and one takes the place of a link.
+Descriptor openDirectory(int parent, const char* name, ExpansionBudget* budget) {
   Descriptor directory(openat(parent, name, kDirectoryFlags));
-  if (directory || !make) return directory;
+  if (directory || budget == nullptr) return directory;
   const int error = errno;
   const bool missing = error == ENOENT || (isLink(parent, name) && unlinkat(parent, name, 0) == 0);
-  if (missing) return makeDirectory(parent, name);
+  if (missing) return makeDirectory(parent, name, *budget);
   errno = error;
   return directory;
 }
@@ -48,12 +49,12 @@ struct Place {
   std::string name;
 };
 
-Place findPlace(const std::string& path, bool make) {
+Place findPlace(const std::string& path, ExpansionBudget* budget) {
   const std::size_t last = path.find_last_not_of('/');
   const std::string whole = path.substr(0, last == std::string::npos ? 0 : last + 1);
   Place place{Descriptor(open(path.rfind('/', 0) == 0 ? "/" : ".", O_PATH | O_DIRECTORY | O_CLOEXEC)), whole};
   for (std::size_t slash; place.parent && (slash = place.name.find('/')) != std::string::npos;) {
-    if (slash > 0) place.parent = openDirectory(place.parent.number(), place.name.substr(0, slash).c_str(), make);
+    if (slash > 0) place.parent = openDirectory(place.parent.number(), place.name.substr(0, slash).c_str(), budget);
     place.name.erase(0, slash + 1);
   }
   return place;
@@ -76,23 +77,23 @@ int enterDirectory(const std::string& path) {
 }
 
 int createDirectory(const std::string& path) {
-  const Place place = findPlace(path, false);
+  const Place place = findPlace(path, nullptr);
   return place.parent ? mkdirat(place.parent.number(), place.name.c_str(), kMadeMode) : -1;
 }
 
-int createDirectories(const std::string& path) {
-  const Place place = findPlace(path, true);
-  return place.parent && openDirectory(place.parent.number(), place.name.c_str(), true) ? 0 : -1;
+int createDirectories(const std::string& path, ExpansionBudget& budget) {
+  const Place place = findPlace(path, &budget);
+  return place.parent && openDirectory(place.parent.number(), place.name.c_str(), &budget) ? 0 : -1;
 }
 
 bool isThere(const std::string& path) {
   struct stat status {};
-  const Place place = findPlace(path, false);
+  const Place place = findPlace(path, nullptr);
   return place.parent && fstatat(place.parent.number(), place.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
-File createFile(const std::string& path, bool& replaced) {
-  const Place place = findPlace(path, true);
+File createFile(const std::string& path, ExpansionBudget& budget, bool& replaced) {
+  const Place place = findPlace(path, &budget);
   if (!place.parent) return nullptr;
   replaced = unlinkat(place.parent.number(), place.name.c_str(), 0) == 0;
   constexpr int kNew = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;

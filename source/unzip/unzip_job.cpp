@@ -1,4 +1,9 @@
-// Package extraction over minizip. Test: tests/APICheckEngine/PackageExpansion_test.cpp.
+// Package extraction over minizip.
+//
+// minizip walks the package's directory, compares it with the headers of the entries and opens them; deflated data are
+// inflated here (deflated_entry.h). The job goes on to the first entry that cannot be extracted. What of an entry does
+// not fit, or leads other readers to another file, is logged, and told to whoever observes the run.
+// Tests: tests/APICheckEngine/PackageExpansion_test.cpp, HostilePackages_test.cpp.
 
 #include "unzip/unzip_job.h"
 
@@ -17,8 +22,9 @@
 #include "platform/File.h"
 #include "platform/Limits.h"
 #include "platform/Log.h"
-#include "unzip/expansion_budget.h"
+#include "unzip/deflated_entry.h"
 #include "unzip/no_follow.h"
+#include "unzip/package_layout.h"
 
 namespace FlashEngine_1_00 {
 namespace {
@@ -70,7 +76,7 @@ class Package {
 };
 
 struct Job {
-  ExtractOptions options{false, false, nullptr, nullptr};
+  ExtractOptions options{false, false, nullptr, nullptr, nullptr};
   bool list = false;
   const char* directory = nullptr;
   const char* package = nullptr;
@@ -118,6 +124,21 @@ bool isUnsafe(std::string_view name) {
 
 constexpr uLong kEncryptedFlag = 1;  // ZIP APPNOTE 4.4.4, general purpose bit flag
 
+// ZIP APPNOTE 4.4.2 and 4.4.15: systems whose file modes stand in the upper half of the external attributes.
+constexpr uLong kUnix = 3;
+constexpr uLong kDarwin = 19;
+
+bool isLink(const unz_file_info64& info) {
+  const uLong system = info.version >> 8 & 0xFF;
+  return (system == kUnix || system == kDarwin) && S_ISLNK(info.external_fa >> 16);
+}
+
+// Whether the entry of a directory has data; two bytes are a deflate stream of none.
+bool holdsData(const unz_file_info64& info) {
+  const ZPOS64_T empty = info.compression_method == Z_DEFLATED ? 2 : 0;
+  return info.uncompressed_size > 0 || info.compressed_size > empty;
+}
+
 struct Entry {
   std::string name;  // cut at kMaxEntryName bytes and at its first zero byte
   unz_file_info64 info{};
@@ -130,26 +151,24 @@ int readEntry(unzFile package, Entry& entry) {
   return code;
 }
 
-// Copies the open entry to `output` by way of `buffer`, of kEntryBuffer bytes. UNZ_OK, UNZ_ERRNO if writing fails,
-// kBoundPassed, or minizip's code.
-int copyEntry(unzFile package, File output, char* buffer) {
+void emit(const ExtractOptions& options, Gap gap, const Entry& entry, int code = 0) {
+  PartObserver* const observer = options.run->observer;
+  if (observer != nullptr) observer->notRead({gap, options.run->package, entry.name, code});
+}
+
+// Copies what `read` gives to `output` by way of `buffer`, of kEntryBuffer bytes. UNZ_OK, UNZ_ERRNO if writing fails,
+// kBoundPassed, or the code of `read`.
+template <typename Read>
+int copyEntry(const Read& read, ExpansionBudget& budget, File output, char* buffer) {
   (void)std::setvbuf(output.get(), buffer + kCopyChunk, _IOFBF, kWriteBuffer);
   int length = 0;
-  while ((length = unzReadCurrentFile(package, buffer, kCopyChunk)) > 0) {
+  while ((length = read(buffer, kCopyChunk)) > 0) {
     const auto bytes = static_cast<std::size_t>(length);
-    if (!takeBytes(bytes)) return kBoundPassed;
+    if (!budget.takeBytes(bytes)) return kBoundPassed;
     if (std::fwrite(buffer, 1, bytes, output.get()) != bytes) return UNZ_ERRNO;
   }
   if (std::fclose(output.release()) != 0) return UNZ_ERRNO;
   return length;
-}
-
-// Whether the open entry has no more data than its directory's size lets us read. Of deflated data, less than a block
-// of minizip's may be left unseen.
-bool readWhole(unzFile package, const unz_file_info64& info, ZPOS64_T begin) {
-  const bool stored = info.compression_method == 0;
-  if (stored && info.compressed_size > info.uncompressed_size) return false;
-  return unzGetCurrentFileZStreamPos64(package) - begin >= info.compressed_size;
 }
 
 // The name in the open entry's own header, which ends where its data begin; as readEntry would have it.
@@ -169,6 +188,46 @@ void reportOtherName(unzFile package, const Entry& entry, ZPOS64_T data, const E
   const std::string name = localName(package, entry, data, options.stream);
   if (name == entry.name) return;
   TARVO_LOG_AS(kExtractEntry, " entry [%s] is named [%s] in its own header ", entry.name.c_str(), name.c_str());
+  emit(options, Gap::entryOtherName, entry);
+}
+
+// Tells of an entry with another name in a field for names in Unicode, in the directory or in its own header.
+void emitOtherUnicodeName(unzFile package, const Entry& entry, const ExtractOptions& options) {
+  if (options.run->observer == nullptr) return;
+  std::string extra(entry.info.size_file_extra, '\0');
+  (void)unzGetCurrentFileInfo64(package, nullptr, nullptr, 0, extra.data(), extra.size(), nullptr, 0);
+  const int size = unzGetLocalExtrafield(package, nullptr, 0);
+  std::string local(static_cast<std::size_t>(std::max(size, 0)), '\0');
+  if (!local.empty()) (void)unzGetLocalExtrafield(package, local.data(), static_cast<unsigned>(local.size()));
+  for (const std::string& name : {unicodeName(extra), unicodeName(local)}) {
+    if (!name.empty() && !areOneName(entry.name, name)) return emit(options, Gap::entryOtherUnicode, entry);
+  }
+}
+
+// How the data of an entry came out.
+struct Copied {
+  int code;
+  bool isWhole;  // there are no more of them than the headers say
+};
+
+// Writes the data of the open entry, which begin at `begin`, to `output`. Deflated ones are inflated here, to know
+// where their stream ends.
+Copied writeEntry(unzFile package, const Entry& entry, ZPOS64_T begin, File output, const ExtractOptions& options,
+                  char* buffer) {
+  ExpansionBudget& budget = options.run->budget;
+  if (entry.info.compression_method == Z_DEFLATED && options.password == nullptr && options.stream != nullptr) {
+    const std::unique_ptr<DeflatedEntry> data(new (std::nothrow) DeflatedEntry(options.stream, begin, entry.info));
+    if (data == nullptr) return {Z_MEM_ERROR, true};
+    const auto inflateNext = [&](char* piece, unsigned room) { return data->read(piece, room); };
+    const int code = copyEntry(inflateNext, budget, std::move(output), buffer);
+    if (code != UNZ_OK) return {code, true};
+    return {data->checksum(), data->endsWithItsSizes()};
+  }
+  const auto readNext = [&](char* piece, unsigned room) { return unzReadCurrentFile(package, piece, room); };
+  const int code = copyEntry(readNext, budget, std::move(output), buffer);
+  const bool holdsMore =
+      entry.info.compression_method == 0 && entry.info.compressed_size > entry.info.uncompressed_size;
+  return {code, options.password != nullptr || !holdsMore};
 }
 
 int extractFile(unzFile package, const Entry& entry, const std::string& path, const ExtractOptions& options,
@@ -178,23 +237,47 @@ int extractFile(unzFile package, const Entry& entry, const std::string& path, co
   if (code != UNZ_OK) return code;
   const ZPOS64_T begin = unzGetCurrentFileZStreamPos64(package);
   reportOtherName(package, entry, begin, options);
+  emitOtherUnicodeName(package, entry, options);
   bool replaced = false;
-  File output = createFile(path, replaced);
-  if (replaced) TARVO_LOG_AS(kExtractEntry, " entry [%s] replaces an earlier one ", entry.name.c_str());
-  code = output == nullptr ? UNZ_ERRNO : copyEntry(package, std::move(output), buffer);
-  const bool whole = readWhole(package, entry.info, begin) || options.password != nullptr;
-  const int closed = unzCloseCurrentFile(package);  // a wrong checksum shows here
-  if (code != UNZ_OK) return code;
+  File output = createFile(path, options.run->budget, replaced);
+  if (replaced) {
+    TARVO_LOG_AS(kExtractEntry, " entry [%s] replaces an earlier one ", entry.name.c_str());
+    emit(options, Gap::entryReplaced, entry);
+  }
+  if (output == nullptr) {
+    (void)unzCloseCurrentFile(package);
+    return UNZ_ERRNO;
+  }
+  const Copied copied = writeEntry(package, entry, begin, std::move(output), options, buffer);
+  const int closed = unzCloseCurrentFile(package);  // a wrong checksum shows here, or before
+  if (copied.code != UNZ_OK && copied.code != UNZ_CRCERROR) return copied.code;
   change_file_date(path.c_str(), entry.info.tmu_date);
-  if (closed == UNZ_OK && !whole) {
+  code = copied.code != UNZ_OK ? copied.code : closed;
+  if (code == UNZ_OK && !copied.isWhole) {
     TARVO_LOG_AS(kExtractEntry, " entry [%s] holds more than the [%llu] bytes of its header ", entry.name.c_str(),
                  static_cast<unsigned long long>(entry.info.uncompressed_size));
+    emit(options, Gap::entryHoldsMore, entry);
   }
-  return closed;
+  if (options.run->observer != nullptr) {
+    if (isLink(entry.info)) emit(options, Gap::entryIsLink, entry);
+    options.run->observer->entryExtracted(options.run->package, entry.name, path);
+  }
+  return code;
+}
+
+// Tells of an entry after which extraction ended, by the code for which it did.
+void emitEnd(const ExtractOptions& options, const Entry& entry, int code) {
+  const Gap gap = code == UNZ_ERRNO                   ? Gap::entryUnwritable
+                  : code == kEncrypted                ? Gap::entryEncrypted
+                  : code == UNZ_END_OF_LIST_OF_FILE   ? Gap::entryUncounted
+                  : code != kBoundPassed              ? Gap::entryDamaged
+                  : options.run->budget.passedBytes() ? Gap::entryPastBytes
+                                                      : Gap::entryPastEntries;
+  emit(options, gap, entry, code);
 }
 
 // The package's end record says how many entries it has. Tells of the first one behind these, if there is one.
-void reportEntriesBehind(unzFile package, uLong count) {
+void reportEntriesBehind(unzFile package, uLong count, const ExtractOptions& options) {
   Entry last;
   ZPOS64_T behind = unzGetOffset64(package);
   if (count > 0) {
@@ -204,11 +287,17 @@ void reportEntriesBehind(unzFile package, uLong count) {
   }
   if (unzSetOffset64(package, behind) != UNZ_OK || readEntry(package, last) != UNZ_OK) return;
   TARVO_LOG_AS("do_extract", " entry [%s] not extracted [%d] ", last.name.c_str(), UNZ_END_OF_LIST_OF_FILE);
+  emitEnd(options, last, UNZ_END_OF_LIST_OF_FILE);
 }
 
 }  // namespace
 
 int do_UnzipJob(int argc, char** argv) {
+  Extraction extraction;
+  return runUnzipJob(argc, argv, extraction);
+}
+
+int runUnzipJob(int argc, char** argv, Extraction& extraction) {
   if (argc == 1) return kDone;
   if (argc < 1) return kFailed;
   Job job = parseArguments(argc, argv);
@@ -217,6 +306,8 @@ int do_UnzipJob(int argc, char** argv) {
   if (package.get() == nullptr) return kFailed;
   if (job.list) return do_list(package.get());
   job.options.stream = package.stream();
+  job.options.run = &extraction;
+  extraction.package = job.package;
   // KEPT: the working directory stays in the extraction directory. Hosts pass absolute paths because of it.
   // (test WorkingDirectoryStaysInTheLastExtractionDirectory)
   if (job.directory != nullptr && enterDirectory(job.directory) != 0) return kFailed;
@@ -235,9 +326,13 @@ int do_extract(unzFile package, const ExtractOptions& options) {
     Entry entry;  // its name stays empty where the package's directory is damaged
     (void)readEntry(package, entry);
     const bool isEncrypted = (entry.info.flag & kEncryptedFlag) != 0 && code != UNZ_ERRNO && code != kBoundPassed;
-    TARVO_LOG(" entry [%s] not extracted [%d] ", entry.name.c_str(), isEncrypted ? kEncrypted : code);
+    code = isEncrypted ? kEncrypted : code;
+    TARVO_LOG(" entry [%s] not extracted [%d] ", entry.name.c_str(), code);
+    emitEnd(options, entry, code);
   } else {
-    reportEntriesBehind(package, info.number_entry);
+    reportEntriesBehind(package, info.number_entry, options);
+    if (options.run->observer != nullptr && options.stream != nullptr && holdsMoreThanItsEntries(options.stream))
+      options.run->observer->notRead({Gap::packageHoldsMore, options.run->package});
   }
   return kDone;
 }
@@ -251,15 +346,20 @@ int do_extract_currentfile(unzFile package, const ExtractOptions& options) {
   Entry entry;
   const int code = readEntry(package, entry);
   if (code != UNZ_OK) return code;
-  if (!takeEntry()) return kBoundPassed;
+  if (!options.run->budget.takeEntry()) return kBoundPassed;
   const std::unique_ptr<char[]> buffer(new (std::nothrow) char[kEntryBuffer]);
   if (buffer == nullptr) return UNZ_INTERNALERROR;
   if (isUnsafe(entry.name)) {
     TARVO_LOG(" unsafe entry [%s] skipped ", entry.name.c_str());
+    emit(options, Gap::entryUnsafe, entry);
     return UNZ_OK;
   }
-  if (entry.info.size_filename > entry.name.size()) TARVO_LOG(" entry [%s] has a longer name ", entry.name.c_str());
+  if (entry.info.size_filename > entry.name.size()) {
+    TARVO_LOG(" entry [%s] has a longer name ", entry.name.c_str());
+    emit(options, Gap::entryNameCut, entry);
+  }
   if (!entry.name.empty() && isSlash(entry.name.back())) {
+    if (holdsData(entry.info)) emit(options, Gap::directoryHoldsData, entry);
     if (!options.withoutDirectories) (void)mymkdir(entry.name.c_str());
     return UNZ_OK;
   }
@@ -282,7 +382,8 @@ int do_list(unzFile package) {
 }
 
 int makedir(const char* path) {
-  return createDirectories(path) == 0 ? 1 : 0;
+  ExpansionBudget budget;
+  return createDirectories(path, budget) == 0 ? 1 : 0;
 }
 
 int mymkdir(const char* path) {

@@ -3,13 +3,16 @@
 #include <minizip/unzip.h>
 
 #include <cstdio>
+#include <string>
+
+#include "platform/PartObserver.h"
+#include "unzip/expansion_budget.h"
 
 // One extraction job over one zip package, driven by command-line-style arguments. ZIP APPNOTE 6.3.
 //
 // A job works relative to the process's current directory, which it changes to its extraction directory and leaves
 // there. No entry's name leads out of that directory: one that is absolute or has a ".." component, between slashes of
-// either kind, is skipped with a log line. No link is followed (no_follow.h), and what all jobs of a run write together
-// is bounded (expansion_budget.h).
+// either kind, is skipped with a log line. No link is followed (no_follow.h).
 
 namespace FlashEngine_1_00 {
 
@@ -18,8 +21,18 @@ namespace FlashEngine_1_00 {
 //   o  overwrite existing files      d DIR extraction directory             p WORD password
 // The first other argument is the package (at most 255 bytes; tried again with ".zip" appended), the second one entry
 // of it. Returns 0, or 1 on a usage or open failure. An entry that cannot be extracted ends the job, and that is
-// logged with minizip's code; it does not fail it.
+// logged with minizip's code; it does not fail it. The job alone may write as much as a run (expansion_budget.h).
 int do_UnzipJob(int argc, char** argv);
+
+// What the jobs of one run share.
+struct Extraction {
+  ExpansionBudget budget;
+  PartObserver* observer = nullptr;  // told of what is extracted and of what is not; or null
+  std::string package = {};          // of the job that runs
+};
+
+// A job of a run with several.
+int runUnzipJob(int argc, char** argv, Extraction& extraction);
 
 // Codes beside minizip's: of an entry that passes a bound of the run; in the log, of one that is encrypted.
 constexpr int kBoundPassed = -200;
@@ -30,6 +43,7 @@ struct ExtractOptions {
   bool overwrite;
   const char* password;  // null: none
   std::FILE* stream;     // of the package, for a look at what minizip does not show; null: none
+  Extraction* run;
 };
 
 // Extract every entry, in stored order; one named entry; the entry at the cursor. The first returns 0, the others

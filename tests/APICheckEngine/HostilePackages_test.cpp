@@ -8,19 +8,15 @@
 #include "platform/Limits.h"
 #include "support/CraftedZip.h"
 #include "support/EngineFixture.h"
-#include "unzip/expansion_budget.h"
 #include "unzip/unzip_job.h"
 
 namespace fs = std::filesystem;
 using FlashEngine_1_00::kMaxEntryName;
-using FlashEngine_1_00::TESTING_ONLY_setExpansionBounds;
 
 namespace {
 
 class HostilePackages : public EngineTest {
  protected:
-  ~HostilePackages() override { TESTING_ONLY_setExpansionBounds(0, 0); }
-
   // Expands one package; what is in the extraction directories then, "path=content" or "path/", sorted.
   Texts expand(const std::string& bytes) {
     clearLog();
@@ -252,10 +248,12 @@ TEST_F(HostilePackages, ADirectoryThatBecameALinkIsNotEntered) {
 
 class Bombs : public HostilePackages {
  protected:
+  void setBounds(std::uint64_t bytes, std::uint32_t entries) { engine().expansionBounds = {bytes, entries, entries}; }
+
   // Expands a package under bounds of so many bytes and entries; the bytes and files that came of it.
   std::pair<std::uintmax_t, std::size_t> expandWithin(std::uint64_t bytes, std::uint32_t entries,
                                                       const std::string& package) {
-    TESTING_ONLY_setExpansionBounds(bytes, entries);
+    setBounds(bytes, entries);
     clearLog();
     engine().extractedFileList.clear();
     engine().addFilePathbyUnzipping({addFile("app.wgt", package)});
@@ -305,7 +303,7 @@ TEST_F(Bombs, ExpandToTheBoundsOfTheRunOnly) {
 }
 
 TEST_F(Bombs, BoundsAreThoseOfOneRunAndAllItsPackages) {
-  TESTING_ONLY_setExpansionBounds(100, 3);
+  setBounds(100, 3);
   const std::string two = craftedZip({{"a", "a"}, {"b", "b"}});
   const Texts both{addFile("1.wgt", two), addFile("2.wgt", two)};
   for (int round = 0; round < 2; ++round) {
@@ -322,7 +320,7 @@ TEST_F(Bombs, APackageThatContainsItselfEnds) {
     if (line.find("zip file found") != std::string::npos || engine().extractedFileList.empty()) return;
     writeFile(engine().extractedFileList.back(), package);
   });
-  TESTING_ONLY_setExpansionBounds(1 << 20, 200);
+  setBounds(1 << 20, 200);
   EXPECT_EQ(run(), RUN_SUCCESS);
   EXPECT_EQ(engine().extractedDirList.size(), 201U);
   EXPECT_EQ(engine().extractedFileList.size(), 200U);

@@ -39,12 +39,12 @@ struct Data {
 };
 
 // ZIP APPNOTE 4.3.7: what the local header and the directory's have in common, from the version on.
-std::string common(const CraftedEntry& entry, const Data& data, const std::string& name) {
+std::string common(const CraftedEntry& entry, const Data& data, const std::string& name, std::size_t extraSize) {
   return number(20, 2) + number(entry.flags, 2) + number(entry.deflated ? 8 : 0, 2) + number(0, 4) +
          number(entry.crc.value_or(static_cast<std::uint32_t>(data.crc)), 4) +
          number(entry.packedSize.value_or(static_cast<std::uint32_t>(data.packed.size())), 4) +
          number(entry.size.value_or(static_cast<std::uint32_t>(entry.content.size())), 4) + number(name.size(), 2) +
-         number(0, 2);
+         number(extraSize, 2);
 }
 
 }  // namespace
@@ -60,10 +60,12 @@ std::string craftedZip(const std::vector<CraftedEntry>& entries, std::optional<u
     if (!entry.dataOf) {
       data.at = bytes.size();
       const std::string localName = entry.localName.value_or(entry.name);
-      bytes += "PK\3\4" + common(entry, data, localName) + localName + data.packed;
+      bytes += "PK\3\4" + common(entry, data, localName, 0) + localName + data.packed;
     }
-    directory += "PK\1\2" + number(20, 2) + common(entries[owner], data, entry.name) + std::string(10, '\0') +
-                 number(data.at, 4) + entry.name;
+    constexpr unsigned kUnix = 3 << 8;
+    directory += "PK\1\2" + number(entry.mode == 0 ? 20 : kUnix | 20, 2) +
+                 common(entries[owner], data, entry.name, entry.extra.size()) + std::string(6, '\0') +
+                 number(std::uint64_t{entry.mode} << 16, 4) + number(data.at, 4) + entry.name + entry.extra;
   }
   const unsigned claimed = count.value_or(static_cast<unsigned>(entries.size()));
   return bytes + directory + std::string("PK\5\6\0\0\0\0", 8) + number(claimed, 2) + number(claimed, 2) +

@@ -16,6 +16,8 @@ struct CraftedEntry {
   std::optional<std::uint32_t> size = {};
   std::optional<std::uint32_t> packedSize = {};
   std::optional<std::size_t> dataOf = {};  // no local header of its own: that of the entry with this index
+  std::string extra = {};                  // extra fields in the directory
+  unsigned mode = 0;                       // of the file, on a Unix system; 0: not said
 };
 
 // The bytes of a package of these entries. `count` is what its end record claims, their number if not set.

@@ -69,6 +69,15 @@ class EngineTest : public ::testing::Test {
   std::unique_ptr<APIAnalysis> engine_;
 };
 
+// An observer that keeps what was not read, "path" or "path!entry".
+class GapList : public FlashEngine_1_00::Observer {
+ public:
+  void notRead(const FlashEngine_1_00::NotRead& part) override {
+    texts.push_back(part.path + (part.entry.empty() ? "" : "!" + std::string(part.entry)));
+  }
+  Texts texts;
+};
+
 // The bytes of a zip package with these entries, stored or deflated, in this order.
 std::string zipBytes(const std::vector<std::pair<std::string, std::string>>& entries);
 std::string readFile(const std::string& path);
