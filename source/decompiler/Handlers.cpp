@@ -1,6 +1,6 @@
 // Action handlers: what each record does to the stack, the registers and the statements.
 //
-// Those that only pop and push a placeholder are rows of SimpleHandlers.h. Test: tests/decompiler/Handlers_test.cpp.
+// Those that only pop and push a placeholder are rows of SimpleHandlers.h. Test: tests/decompiler/DeCompiler_test.cpp.
 
 #include <algorithm>
 #include <cstdint>

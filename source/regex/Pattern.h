@@ -47,7 +47,7 @@ class MatchCursor {
       : MatchCursor(pattern, {text, static_cast<std::size_t>(Pattern::endOf(text) - text)}, nullptr) {}
 
   // In `text`, behind which a byte must be readable, with an index of that text or one around it or null.
-  MatchCursor(const Pattern& pattern, std::string_view text, const TextIndex* index) {
+  MatchCursor(const Pattern& pattern, std::string_view text, TextIndex* index) {
     if (pattern.expression_ != nullptr) {
       finder_.emplace(*pattern.expression_, text.data(), text.data() + text.size(), index);
     }

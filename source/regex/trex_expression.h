@@ -44,6 +44,14 @@ struct TrexAnchor {
   TrexByteSet after;
 };
 
+// What became of the elements behind a repetition in its group, once they were tried from where it had ended.
+struct TrexRest {
+  std::uint32_t search = 0;        // the search in which they were; 0: in none
+  std::int32_t continuation = -1;  // the node that was to be matched behind the group
+  const char* from = nullptr;
+  const char* to = nullptr;  // where the group ended; null if they did not match
+};
+
 // How far a repetition went, so that a later attempt that comes to it in the same place need not go there again.
 struct TrexRun {
   std::uint32_t search = 0;         // the search in which it went
@@ -53,6 +61,7 @@ struct TrexRun {
   const char* to = nullptr;         // ... and how far it, or what went on from there, got
   std::vector<const char*> places;  // of more: where it stood between its rounds
   std::vector<const char*> fresh;   // the same of the attempt that is under way
+  TrexRest rest;
 };
 
 struct TrexExpression {

@@ -1,10 +1,13 @@
-// Test: tests/regex/trex_differential_test.cpp.
+// Search by anchors: every match holds one of the expression's literals, with known bytes in front of it. The next
+// place of each literal is looked for, and from there back over the bytes that may stand before it; only the places in
+// between can begin a match that holds it. Those before the nearest such stretch need not be tried. Test:
+// tests/regex/trex_differential_test.cpp.
 
 #include "regex/trex_find.h"
 
 #include <algorithm>
 
-TrexFinder::TrexFinder(TrexExpression& expression, const char* begin, const char* end, const TextIndex* index)
+TrexFinder::TrexFinder(TrexExpression& expression, const char* begin, const char* end, TextIndex* index)
     : e_(expression), at_(begin), end_(end), index_(index), search_(++expression.search) {}
 
 bool TrexFinder::nextIn(const char* begin, const char* limit, std::string_view& match) {

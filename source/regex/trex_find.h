@@ -14,7 +14,7 @@
 class TrexFinder {
  public:
   // With an index of a text around [begin, end], or null.
-  TrexFinder(TrexExpression& expression, const char* begin, const char* end, const TextIndex* index);
+  TrexFinder(TrexExpression& expression, const char* begin, const char* end, TextIndex* index);
 
   // The next match; false if there is none.
   bool next(std::string_view& match) { return nextIn(at_, end_, match); }
@@ -38,7 +38,7 @@ class TrexFinder {
   TrexExpression& e_;
   const char* at_;
   const char* end_;
-  const TextIndex* index_;
+  TextIndex* index_;
   std::uint32_t search_;
   std::array<Window, kMaxAnchors> windows_{};
   const char* required_ = nullptr;  // the next place of the literal that every match holds, as far as it is known

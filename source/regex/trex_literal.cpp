@@ -1,16 +1,25 @@
-// Test: tests/regex/trex_differential_test.cpp.
+// Literals: how rare one is in script, and where it stands next in a text.
+//
+// Without an index, the rarest byte of a literal is looked for with memchr and the rest is compared there. With one,
+// the literal's rarest piece is looked up, and the literal is compared at each place of that piece. Test:
+// tests/regex/trex_differential_test.cpp.
 
 #include "regex/trex_literal.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 
 namespace {
 
-constexpr std::size_t kIndexed = 3;  // bytes looked up together
+// Lengths of indexed pieces, each about half as long again as the one before. Of a literal between two of them, a piece
+// of the shorter one still covers most, so that few other literals share it.
+constexpr std::size_t kLengths[] = {3, 5, 8, 12, 18, 27, 40, 60, 90};
 constexpr unsigned kMostBucketBits = 16;
 constexpr std::size_t kFrequentShare = 128;  // of one byte in so many, a search from place to place saves nothing
+constexpr std::size_t kFewPlaces = 32;       // of which longer pieces would save nothing
+constexpr std::size_t kCostOfPieces = 4;     // to index them, in bytes searched for each byte of the text
 constexpr std::size_t kLongLiteral = 32;
 
 // The bytes of script, the frequent ones first.
@@ -24,51 +33,86 @@ std::size_t rarity(char byte) {
 
 }  // namespace
 
-TextIndex::TextIndex(std::string_view text) : text_(text) {
-  if (text.size() < kIndexed) return;
+TextIndex::TextIndex(std::string_view text, std::size_t& room) : text_(text), room_(room) {
+  if (text.size() < kLengths[0]) return;
+  pieces_.emplace_back(text, kLengths[0]);
+  room_ -= std::min(room_, text.size());
+}
+
+TextIndex::Pieces::Pieces(std::string_view text, std::size_t length) : length_(length) {
+  constexpr std::uint32_t kFactor = 0x01000193;  // odd, so that no byte of a piece is lost from its hash
+  for (std::size_t i = 1; i < length; ++i)
+    leaving_ *= kFactor;
   while (bucketBits_ < kMostBucketBits && text.size() >> bucketBits_ > 1)
     ++bucketBits_;
   bucketEnds_.resize((std::size_t{1} << bucketBits_) + 1);
-  const std::size_t count = text.size() - kIndexed + 1;
-  for (std::size_t i = 0; i < count; ++i)
-    ++bucketEnds_[bucketOf(text.data() + i) + 1];
+  forEachBucket(text, [&](std::size_t, std::size_t bucket) { ++bucketEnds_[bucket + 1]; });
   for (std::size_t bucket = 1; bucket < bucketEnds_.size(); ++bucket)
     bucketEnds_[bucket] += bucketEnds_[bucket - 1];
-  places_.resize(count);
+  places_.resize(text.size() - length + 1);
   std::vector<std::uint32_t> next(bucketEnds_.begin(), bucketEnds_.end() - 1);
-  for (std::size_t i = 0; i < count; ++i)
-    places_[next[bucketOf(text.data() + i)]++] = static_cast<std::uint32_t>(i);
+  forEachBucket(text,
+                [&](std::size_t at, std::size_t bucket) { places_[next[bucket]++] = static_cast<std::uint32_t>(at); });
 }
 
-std::size_t TextIndex::bucketOf(const char* three) const {
-  const auto byte = [&](int i) { return static_cast<std::uint32_t>(static_cast<unsigned char>(three[i])); };
-  const std::uint32_t hash = (byte(0) | byte(1) << 8 | byte(2) << 16) * 0x9E3779B1u;
-  return std::uint64_t{hash} >> (32 - bucketBits_);
+// The hash of a piece is that of its bytes as the digits of a number, from which those of its neighbour follow.
+template <typename Use>
+void TextIndex::Pieces::forEachBucket(std::string_view text, const Use& use) const {
+  constexpr std::uint32_t kFactor = 0x01000193;
+  std::uint32_t hash = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (i >= length_) hash -= leaving_ * static_cast<unsigned char>(text[i - length_]);
+    hash = hash * kFactor + static_cast<unsigned char>(text[i]);
+    if (i + 1 >= length_)
+      use(i + 1 - length_, static_cast<std::uint64_t>(std::uint32_t{hash * 0x9E3779B1u}) >> (32 - bucketBits_));
+  }
 }
 
-TextIndex::Places TextIndex::placesOf(const char* three) const {
-  const std::size_t bucket = bucketOf(three);
-  return {places_.data() + bucketEnds_[bucket], places_.data() + bucketEnds_[bucket + 1]};
+TextIndex::Places TextIndex::Pieces::fewest(std::string_view literal) const {
+  Places fewest{nullptr, nullptr, literal.size()};
+  forEachBucket(literal, [&](std::size_t offset, std::size_t bucket) {
+    const Places places{places_.data() + bucketEnds_[bucket], places_.data() + bucketEnds_[bucket + 1], offset};
+    if (fewest.offset == literal.size() || places.count() < fewest.count()) fewest = places;
+  });
+  return fewest;
 }
 
-std::size_t TextIndex::find(std::string_view literal, std::size_t from, std::size_t to) const {
+// Those of the shortest pieces that tell enough.
+TextIndex::Places TextIndex::fewestPlaces(std::string_view literal) {
+  Places fewest = pieces_[0].fewest(literal);
+  for (std::size_t i = 1; fewest.count() > kFewPlaces; ++i) {
+    if (i == pieces_.size() && !addLongerPieces(literal.size())) break;
+    if (pieces_[i].length() > literal.size()) break;
+    fewest = pieces_[i].fewest(literal);
+  }
+  return fewest;
+}
+
+// Whether there are pieces now that are longer than all before, but not longer than `most`.
+bool TextIndex::addLongerPieces(std::size_t most) {
+  if (pieces_.size() == std::size(kLengths) || spent_ / kCostOfPieces < text_.size()) return false;
+  const std::size_t length = kLengths[pieces_.size()];
+  if (length > std::min(most, text_.size()) || text_.size() > room_) return false;
+  pieces_.emplace_back(text_, length);
+  room_ -= text_.size();
+  spent_ = 0;
+  return true;
+}
+
+std::size_t TextIndex::find(std::string_view literal, std::size_t from, std::size_t to) {
   const std::string_view text = text_.substr(0, to);
-  if (literal.size() < kIndexed || places_.empty()) return text.find(literal, from);
-  std::size_t offset = 0;
-  Places fewest = placesOf(literal.data());
-  for (std::size_t i = 1; i + kIndexed <= literal.size(); ++i) {
-    const Places places = placesOf(literal.data() + i);
-    if (places.end - places.begin >= fewest.end - fewest.begin) continue;
-    fewest = places;
-    offset = i;
+  if (literal.size() < kLengths[0] || pieces_.empty()) return text.find(literal, from);
+  const Places places = fewestPlaces(literal);
+  if (places.count() > text_.size() / kFrequentShare) {
+    const std::size_t found = text.find(literal, from);
+    spent_ += std::min(found, text.size()) - std::min(from, text.size());
+    return found;
   }
-  if (static_cast<std::size_t>(fewest.end - fewest.begin) > text_.size() / kFrequentShare) {
-    return text.find(literal, from);
-  }
-  for (auto place = std::lower_bound(fewest.begin, fewest.end, from + offset);
-       place != fewest.end && *place - offset < text.size(); ++place) {
-    const std::size_t begin = *place - offset;
-    if (text.substr(begin, literal.size()) == literal) return begin;
+  for (auto place = std::lower_bound(places.begin, places.end, from + places.offset);
+       place != places.end && *place - places.offset < text.size(); ++place) {
+    const std::size_t begin = *place - places.offset;
+    if (text.compare(begin, literal.size(), literal) == 0) return begin;
+    ++spent_;
   }
   return std::string_view::npos;
 }
@@ -87,7 +131,7 @@ int TrexLiteral::rarity() const {
   return static_cast<int>(bits);
 }
 
-const char* TrexLiteral::find(const char* begin, const char* end, const TextIndex* index) const {
+const char* TrexLiteral::find(const char* begin, const char* end, TextIndex* index) const {
   const auto room = static_cast<std::size_t>(end - begin);
   if (text_.size() > room) return end;
   if (text_.empty()) return begin;

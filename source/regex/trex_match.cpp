@@ -102,15 +102,23 @@ class Matcher {
       record = &e_.subMatches[static_cast<std::size_t>(e_.groupCounter++)];
       record->begin = position;
     }
-    const char* at = position;
-    for (std::int32_t i = group.left; i != kNone && at != nullptr; i = node(i).next) {
-      at = matchNode(i, at, node(i).next != kNone ? node(i).next : continuation);
-    }
+    const char* const at = remembers_ ? matchElementsOnce(group.left, position, continuation)
+                                      : matchElements(group.left, position, continuation);
     if (record != nullptr) {
       *record =
           at == nullptr ? TrexSubMatch{nullptr, 0} : TrexSubMatch{position, static_cast<std::int32_t>(at - position)};
     }
     return at;
+  }
+
+  const char* matchElements(std::int32_t first, const char* at, std::int32_t continuation) {
+    for (std::int32_t i = first; i != kNone && at != nullptr; i = node(i).next)
+      at = matchNode(i, at, behindElement(i, continuation));
+    return at;
+  }
+
+  std::int32_t behindElement(std::int32_t index, std::int32_t continuation) const {
+    return node(index).next != kNone ? node(index).next : continuation;
   }
 
   const char* matchAlternation(const TrexNode& alternation, const char* position) {
@@ -181,8 +189,46 @@ class Matcher {
 
   // ---- repetitions of a search that remembers ----------------------------------------------------------------------
   //
-  // How a repetition goes on from a place depends on nothing but the place. So once it went from one place to another
-  // and the attempt failed later, an attempt that enters it in between ends up where that one did.
+  // A search makes an attempt at every place where a match could start, and most of them go over the same bytes: those
+  // of a long name, or of the blanks before a look-up. Three things are remembered for the attempts to come, for each
+  // repetition and for the continuation that it had. All of them rest on this: with one search, one continuation and no
+  // groups to fill, what a node does at a place depends on nothing but the place. No node looks back (patterns that
+  // test for the begin of the text are not searched this way), and none has an effect on another one. So:
+  //
+  // - A repetition of a single byte takes one byte a round, and whether it takes another depends on where it stands,
+  //   not on where it began. If it went from `from` to `to`, one that begins in between comes to `to` as well, unless
+  //   the cap on rounds ends one of them first: matchRun walks on from `to` if it was the cap that ended the other, and
+  //   cuts back to `most` rounds if it ends this one. The first round of a repetition does not look ahead: one that
+  //   begins exactly at `to`, where looking ahead ended the other, therefore takes a walk of its own.
+  // - A repetition of more, which does not look ahead, stands at the same places from the first one on that it has in
+  //   common with an earlier walk. matchRounds follows that walk, and continues it if only the cap had ended it.
+  // - Where a repetition ended, the elements behind it in its group come next. If they were tried from that place
+  //   before, their outcome is known, be it a match or not: matchElementsOnce.
+  //
+  // What is given up because the pattern is nested too deeply leaves nothing behind: the attempt is counted as another
+  // search. At one node the depth is always the same, so that what is remembered was not nearer to the bound.
+
+  // The elements of a group from `first` on, one behind the other.
+  const char* matchElementsOnce(std::int32_t first, const char* at, std::int32_t continuation) {
+    std::int32_t i = first;
+    for (; i != kNone && at != nullptr; i = node(i).next) {
+      at = matchNode(i, at, behindElement(i, continuation));
+      if (at == nullptr || node(i).kind != TREX_NODE_REPEAT || node(i).next == kNone) continue;
+      TrexRest& rest = e_.runs[static_cast<std::size_t>(i)].rest;
+      if (rest.search == e_.search && rest.continuation == continuation && rest.from == at) {
+        at = rest.to;
+        break;
+      }
+      rest = {0, continuation, at, nullptr};  // of no search until its outcome is there
+    }
+    for (std::int32_t passed = first; passed != i; passed = node(passed).next) {
+      TrexRest& rest = e_.runs[static_cast<std::size_t>(passed)].rest;
+      if (node(passed).kind != TREX_NODE_REPEAT || rest.search != 0) continue;
+      rest.search = e_.search;
+      rest.to = at;
+    }
+    return at;
+  }
 
   static bool isByte(const TrexNode& node) {
     return node.kind < TREX_NODE_REPEAT || node.kind == TREX_NODE_ANY || node.kind == TREX_NODE_CLASS ||

@@ -576,6 +576,31 @@ void DeAssembler::getActionBlock(const ByteView& block, Position base, std::vect
   walk(block, base, label, list, addRest, stop);
 }
 
+bool branchesIntoRecord(const ByteView& block) {
+  Util util;
+  std::vector<bool> starts(static_cast<std::size_t>(block.size()) + 1);  // of records; the end counts as one
+  starts.back() = true;
+  bool branches = false;
+  const auto ignoreLines = [](const Lines&) {};
+  const auto goOn = [] { return false; };
+  walk(
+      block, 0, [&](Position at) { starts[static_cast<std::size_t>(at)] = true; },
+      [&](const DeAssembler::Record& record) { branches = branches || record.code == kJump || record.code == kIf; },
+      ignoreLines, goOn);
+  if (!branches) return false;
+  bool intoRecord = false;
+  const auto checkTarget = [&](const DeAssembler::Record& record) {
+    if (record.code != kJump && record.code != kIf) return;
+    std::int16_t offset = 0;
+    const Position target = branchTarget(util, record, &offset);
+    const bool isInside = target >= 0 && target < block.size();
+    intoRecord = intoRecord || (isInside && !starts[static_cast<std::size_t>(target)]);
+  };
+  walk(
+      block, 0, [](Position) {}, checkTarget, ignoreLines, [&] { return intoRecord; });
+  return intoRecord;
+}
+
 void DeAssembler::printActionRecord(const Record& record, std::vector<std::string>& lines) {
   const ActionRow& row = rowOf(record.code);
   const std::string_view name = row.name;

@@ -194,7 +194,7 @@ RunResult DeAssembler::SWFDeAssemble(const ByteView& data, std::vector<std::stri
       movieClipTagParse(data, position, lines);
       addLine(lines, kSpriteEnd);
     } else {
-      util_.skipTagLengh(data, position, length, data.size());
+      skipTag(data, position, length);
     }
   }
   return RUN_SUCCESS;
@@ -217,8 +217,28 @@ void DeAssembler::TagHeaderParsing(const ByteView& data, Position& position, int
 // Lists a script block of `length` bytes, as far as they are there.
 void DeAssembler::listScript(const ByteView& data, Position& position, std::uint32_t length,
                              std::vector<std::string>& lines) {
-  getActionBlock(data.slice(position, length), position + static_cast<Position>(kSignatureBytes), lines);
+  const ByteView block = data.slice(position, length);
+  if (visit_ != nullptr) {
+    (*visit_)(position, block);
+  } else {
+    getActionBlock(block, position + static_cast<Position>(kSignatureBytes), lines);
+  }
   position += length;
+}
+
+void DeAssembler::skipTag(const ByteView& data, Position& position, std::uint32_t length) {
+  if (visit_ != nullptr) {
+    position += length;
+  } else {
+    util_.skipTagLengh(data, position, length, data.size());
+  }
+}
+
+void DeAssembler::visitScripts(const ByteView& data, const Visit& visit) {
+  std::vector<std::string> none;
+  visit_ = &visit;
+  (void)SWFDeAssemble(data, none);
+  visit_ = nullptr;
 }
 
 void DeAssembler::movieClipTagParse(const ByteView& data, Position& position, std::vector<std::string>& lines) {
@@ -228,7 +248,7 @@ void DeAssembler::movieClipTagParse(const ByteView& data, Position& position, st
   std::uint32_t length = 0;
   while (nextTag(data, position, &code, &length)) {
     if (code != kTagDoAction) {
-      util_.skipTagLengh(data, position, length, data.size());
+      skipTag(data, position, length);
     } else if (length != 0 && length <= kMaxScriptBlock) {
       listScript(data, position, length, lines);
     }
@@ -257,7 +277,7 @@ void DeAssembler::resetMemberVariable() {
 }
 
 bool DeAssembler::stops() const {
-  return listingFull_ || timeBudgetSpent();
+  return visit_ == nullptr && (listingFull_ || timeBudgetSpent());
 }
 
 // Makes room for `count` more lines, or as many as still fit. While a list grows it stands twice in memory: where it
@@ -270,6 +290,7 @@ void DeAssembler::makeRoom(std::vector<std::string>& lines, std::size_t count) c
 }
 
 void DeAssembler::addLine(std::vector<std::string>& lines, std::string line) {
+  if (visit_ != nullptr) return;
   const std::size_t bytes = bytesOf(line);
   listingFull_ = listingFull_ || bytes > kMaxListingBytes - listedBytes_;
   if (listingFull_) return;

@@ -3,6 +3,7 @@
 #include <bitset>
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -63,6 +64,11 @@ class DeAssembler {
   // Whether kMaxListingBytes cut the listing of the last file.
   [[gnu::visibility("hidden")]] bool isCut() const { return listingFull_; }
 
+  // Calls `visit` with the place and the bytes of each script block that SWFDeAssemble lists of `data`, one behind the
+  // other. Neither the time budget nor a bound ends it, and nothing is logged.
+  using Visit = std::function<void(Position place, const ByteView& block)>;
+  [[gnu::visibility("hidden")]] void visitScripts(const ByteView& data, const Visit& visit);
+
   // ---- listing: ActionListing.cpp -----------------------------------------------------------------------------------
 
   // Appends the listing of one script block, whose first byte has the position `base`.
@@ -90,6 +96,7 @@ class DeAssembler {
   [[gnu::visibility("hidden")]] void addLine(std::vector<std::string>& lines, std::string line);
   [[gnu::visibility("hidden")]] bool nextTag(const ByteView& data, Position& position, int* code,
                                              std::uint32_t* length);
+  [[gnu::visibility("hidden")]] void skipTag(const ByteView& data, Position& position, std::uint32_t length);
   [[gnu::visibility("hidden")]] void listScript(const ByteView& data, Position& position, std::uint32_t length,
                                                 std::vector<std::string>& lines);
   [[gnu::visibility("hidden")]] RunResult readImage(std::FILE* file, std::vector<unsigned char>& image);
@@ -101,6 +108,10 @@ class DeAssembler {
   bool listingFull_ = false;
   std::vector<std::string> constantPool_;
   bool poolSeen_ = false;
+  const Visit* visit_ = nullptr;  // instead of a listing
 };
+
+// Whether a branch of a script block leads into the middle of a record, where a player runs what no listing shows.
+bool branchesIntoRecord(const ByteView& block);
 
 }  // namespace FlashEngine_1_00

@@ -5,7 +5,7 @@
 namespace FlashEngine_1_00 {
 
 // clang-format off
-const std::array<TagName, kTagNameCount> kTagNames = {{
+constexpr std::array<TagName, kTagNameCount> kTagNames = {{
     {0, "TAG_END"},
     {1, "TAG_SHOWFRAME"},
     {2, "TAG_DEFINESHAPE"},
@@ -80,5 +80,17 @@ const std::array<TagName, kTagNameCount> kTagNames = {{
     {1023, "TAG_DEFINEBITSPTR"},
 }};
 // clang-format on
+
+namespace {
+
+constexpr bool isAscending() {
+  for (std::size_t i = 1; i < kTagNames.size(); ++i) {
+    if (kTagNames[i - 1].code >= kTagNames[i].code) return false;
+  }
+  return true;
+}
+static_assert(isAscending());  // a row too few would leave one of zeroes at the end
+
+}  // namespace
 
 }  // namespace FlashEngine_1_00
