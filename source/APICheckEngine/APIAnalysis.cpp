@@ -45,7 +45,7 @@ constexpr APIAnalysis::Records APIAnalysis::*kCallLists[] = {
 
 }  // namespace
 
-APIAnalysis::APIAnalysis() : known_(std::make_unique<detail::Knowledge>(*this)) {
+APIAnalysis::APIAnalysis() : known_(std::make_unique<detail::Knowledge>(whiteAPIList, resultList, worthfulPathList)) {
   TARVO_LOG("Engine Version [%s] ", kEngineVersion);
   startTimeBudget();
   // KEPT: the label says usec, the value is nanoseconds. Hosts parse the line. (test ConstructorLogsItsClock)
@@ -64,6 +64,7 @@ APIAnalysis::~APIAnalysis() {
   TARVO_LOG_TEXT("[DeviceAPI]==============================================================");
   for (const auto list : kCallLists)
     releaseAll(this->*list);
+  releaseAll(behindStop_);
   TARVO_LOG_TEXT("### All Symbol Table data is Successfully deleted!! ###");
 }
 
@@ -76,8 +77,9 @@ void APIAnalysis::releaseTexts(bool alsoThoseThatSurviveInit) {
 }
 
 void APIAnalysis::emptyWorkingLists() {
-  cutFiles.clear();
   known_->forget();
+  stop_ = {};
+  releaseAll(behindStop_);
   releaseTexts(false);
   releaseAll(functionBlockList);
   for (const auto list : kObjectLists)

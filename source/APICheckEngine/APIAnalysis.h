@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -8,42 +7,30 @@
 #include <string_view>
 #include <vector>
 
-#include "APICheckEngine/CallWatch.h"
+#include "APICheckEngine/Observer.h"
+#include "APICheckEngine/Records.h"
 #include "decompiler/DeCompiler.h"
 #include "swf/DeAssembler.h"
 #include "tarvo/CStringUtil.h"
 #include "tarvo/IAppAnalysis.h"
+#include "unzip/expansion_budget.h"
 
+class Pattern;
 class TextIndex;
 
 namespace FlashEngine_1_00 {
 
+struct Extraction;
+
 namespace detail {
 struct FoundCalls;
+struct Key;
 struct Knowledge;
+class LookupCallFinder;
 class SourceIndex;
 }  // namespace detail
 
 inline constexpr const char* kEngineVersion = "140808_QX_1.30";
-
-// The record of every web-source list and of every found call.
-struct SWFStateMentInfo {
-  std::unique_ptr<std::string> expression;  // matched text, or "<class identifier>#<symbol or call text>"; may be null
-  std::string scope;                        // "Global", "Func", "Src" or empty
-  std::string_view text;                    // body of the script function around a binding; like FlashFunctionInfo's
-  std::string path;                         // file in which it was found
-  std::string access;                       // the element look-up expression
-  std::int32_t line = 0;                    // 1-based; 0: not found, -1: unknown file
-};
-
-// A script function defined in a web source. Its texts are parts of a text of cleanedSourceList, which is emptied
-// together with functionBlockList; its path is one of worthfulPathList.
-struct FlashFunctionInfo {
-  std::string_view header;  // "function init(a, b)" or "init : function (a)"
-  std::string_view body;    // from the end of the header through the brace that closes the function
-  std::string_view path;
-  const std::string* source;  // the text of cleanedSourceList
-};
 
 // The engine: one application in, finding lines out.
 //
@@ -219,69 +206,95 @@ class APIAnalysis : public IAppAnalysis {
   std::vector<std::string> extractedFileList;
   std::vector<std::string> extractedDirList;
 
-  // Files of the last run that were not looked at whole: sources with a zero byte or of INT_MAX bytes and more, and
-  // Flash files whose listing, replay or search for calls a bound or the time budget cut.
-  std::vector<std::string> cutFiles;
+  // What the packages of one run may expand to, for a program whose user sets bounds. Set before a run.
+  ExpansionBounds expansionBounds;
 
   // Set before a run by a program that shows more than the host needs, and there until the run is over; else null.
-  const CallWatch* watch = nullptr;
+  Observer* observer = nullptr;
 
  private:
   // Steps of the members above; not exported.
   [[gnu::visibility("hidden")]] RunResult runStages(std::vector<std::string>& workingList);
+  [[gnu::visibility("hidden")]] RunResult analyseFlashFiles(const std::vector<std::string>& files);
+  [[gnu::visibility("hidden")]] void analyseFlashBehindStop(const std::vector<std::string>& files, RunResult code);
   [[gnu::visibility("hidden")]] RunResult analyseFlashFile(const std::string& path);
+  [[gnu::visibility("hidden")]] void tellBeforeRemoval(const std::vector<std::string>& files);
   [[gnu::visibility("hidden")]] void removeExtracted();
   [[gnu::visibility("hidden")]] std::vector<std::string> writeResultFile();
-  [[gnu::visibility("hidden")]] bool expandPackage(const std::string& path, std::vector<std::string>& found);
+  [[gnu::visibility("hidden")]] bool expandPackage(const std::string& path, Extraction& extraction,
+                                                   std::vector<std::string>& found);
   [[gnu::visibility("hidden")]] void emptyWorkingLists();
   [[gnu::visibility("hidden")]] void releaseTexts(bool alsoThoseThatSurviveInit);
   [[gnu::visibility("hidden")]] std::unique_ptr<std::string> nameLookupCall(const std::string& classId,
                                                                             const std::string& callText,
                                                                             std::string dummyCall);
 
-  // Where a call was found, for those who watch.
+  // Where a call was found, for the observer.
   struct CallPlace {
     FoundCall::On on;
     const std::string& classId;
     std::string_view text;
     std::string_view call;
+    bool isRepeated = false;  // an equal one was judged before
   };
+  class Aliases;        // of ObjectDiscovery.cpp
+  struct Bindings;      // of VariableBinding.cpp
+  struct SearchedText;  // of CallExtraction.cpp, like the next two
+  struct Lookup;
+  class LookupRecords;
+
   [[gnu::visibility("hidden")]] RunResult report(Records& list, std::unique_ptr<SWFStateMentInfo> call,
                                                  const CallPlace& place);
   [[gnu::visibility("hidden")]] RunResult judge(SWFStateMentInfo& call, const CallPlace& place);
-  [[gnu::visibility("hidden")]] bool watchesAll() const { return watch != nullptr && watch->all; }
-  [[gnu::visibility("hidden")]] void tellOfBuiltIn(const std::string& path, int line, const CallPlace& place) const;
-  [[gnu::visibility("hidden")]] void tellOfCommonObject(const SWFStateMentInfo& binding, std::string_view text,
-                                                        const TextIndex* index);
+  [[gnu::visibility("hidden")]] bool observesAll() const { return observer != nullptr && observer->all; }
+  [[gnu::visibility("hidden")]] void observe(FoundCall::Verdict verdict, const std::string& path, int line,
+                                             const CallPlace& place, std::string method) const;
+  [[gnu::visibility("hidden")]] void observeBuiltIn(const std::string& path, int line, const CallPlace& place) const;
+  [[gnu::visibility("hidden")]] void observeCommonObject(const SWFStateMentInfo& binding, const SearchedText& searched);
+  [[gnu::visibility("hidden")]] void notRead(Gap gap, const std::string& path, int code = 0) const {
+    if (observer != nullptr) observer->notRead({gap, path, {}, code});
+  }
+
+  // With Observer::all, a scanner goes on where it stops for a host. What it then finds is kept apart from the lists.
+  struct Stop {
+    RunResult code = RUN_SUCCESS;  // with which the scanner ends for a host
+    bool isPassed() const { return code != RUN_SUCCESS; }
+  };
+  [[gnu::visibility("hidden")]] Records& keptIn(Records& list) { return stop_.isPassed() ? behindStop_ : list; }
+  [[gnu::visibility("hidden")]] bool keep(detail::EqualRecords<SWFStateMentInfo>& record, Records& list);
+  [[gnu::visibility("hidden")]] RunResult endScan(const Stop& outer);
 
   [[gnu::visibility("hidden")]] void appendScriptFunctions(const std::string& cleaned, const std::string& path);
+  [[gnu::visibility("hidden")]] void declareLookUps(const std::vector<detail::Key>& symbols);
+  [[gnu::visibility("hidden")]] void declareEmbeds(const std::vector<detail::Key>& symbols);
+  [[gnu::visibility("hidden")]] detail::EqualRecords<SWFStateMentInfo>& bindingOf(const SWFStateMentInfo& declared,
+                                                                                  std::string& variable,
+                                                                                  Bindings& bindings);
+  [[gnu::visibility("hidden")]] SearchedText textOf(const SWFStateMentInfo& binding);
   [[gnu::visibility("hidden")]] void findCallsOn(const SWFStateMentInfo* binding, std::string_view text,
                                                  detail::SourceIndex* source, const std::string& path, FoundCall::On on,
                                                  detail::FoundCalls& found);
   [[gnu::visibility("hidden")]] RunResult findCalls(const std::string& classId, const std::string& variable,
-                                                    std::string_view text, const TextIndex* index,
-                                                    const std::string& path, FoundCall::On on);
+                                                    std::string_view text, TextIndex* index, const std::string& path,
+                                                    FoundCall::On on);
+  [[gnu::visibility("hidden")]] std::unique_ptr<SWFStateMentInfo> makeVariableCall(const std::string& classId,
+                                                                                   std::string callText,
+                                                                                   std::string path);
+  [[gnu::visibility("hidden")]] Lookup lookupIn(SWFStateMentInfo& declared, const Pattern& lookedUp,
+                                                detail::LookupCallFinder& finder);
+  [[gnu::visibility("hidden")]] RunResult reportCallsOn(const Lookup& lookup, LookupRecords& records);
+  [[gnu::visibility("hidden")]] std::unique_ptr<SWFStateMentInfo> makeLookupCall(const Lookup& lookup,
+                                                                                 const std::string& callText);
 
   // The text of `sources` (list 5 or 6) at the position of `path` in list 4; null if either is missing.
   [[gnu::visibility("hidden")]] const std::string* sourceOf(const std::string& path, const Strings& sources) const;
 
   std::unique_ptr<detail::Knowledge> known_;
+  Stop stop_;           // of the scanner that works
+  Records behindStop_;  // what it found from there on
 };
 
-// Empties a list that owns what it points to, even if one thing stands in it several times.
-template <typename T>
-void releaseAll(std::vector<T*>& list) {
-  std::sort(list.begin(), list.end());
-  list.erase(std::unique(list.begin(), list.end()), list.end());
-  for (; !list.empty(); list.pop_back())
-    delete list.back();
-}
-
-// Appends `item` to a list that owns what it points to.
-template <typename T>
-void append(std::vector<T*>& list, std::unique_ptr<T> item) {
-  list.push_back(item.get());
-  (void)item.release();
-}
+// Whether a run reads a file of this name as a Flash file. Defined in Driver.cpp.
+bool isFlashFile(const std::string& path);
 
 }  // namespace FlashEngine_1_00

@@ -2,6 +2,10 @@
 //
 // Pure functions of their arguments. Test: tests/APICheckEngine/CallParameters_test.cpp.
 
+#include "APICheckEngine/CallParameters.h"
+
+#include <vector>
+
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/Keys.h"
 
@@ -46,22 +50,31 @@ std::string cleaned(std::string argument) {
 
 }  // namespace
 
-int APIAnalysis::funcParameterParsing(std::string callText, std::string symbol, std::string& functionName) {
+detail::PassedArgument detail::passedArgument(const std::string& callText, const std::string& symbol) {
   const std::size_t parenthesis = callText.find('(');
-  if (parenthesis != std::string::npos) functionName = callText.substr(0, parenthesis);
+  PassedArgument passed{callText.substr(0, parenthesis == std::string::npos ? 0 : parenthesis), 1};
   const std::string wanted = cleaned(symbol);
-  int position = 1;
   for (const std::string& argument : splitArguments(callText)) {
     if (cleaned(argument) == wanted) break;
-    ++position;
+    ++passed.position;
   }
-  return position;
+  return passed;
 }
 
-std::string APIAnalysis::getParamterByPosition(std::string callText, int position) {
+std::string detail::argumentAt(const std::string& callText, int position) {
   const std::vector<std::string> arguments = splitArguments(callText);
   if (position < 1 || static_cast<std::size_t>(position) > arguments.size()) return std::string();
   return arguments[static_cast<std::size_t>(position) - 1];
+}
+
+int APIAnalysis::funcParameterParsing(std::string callText, std::string symbol, std::string& functionName) {
+  detail::PassedArgument passed = detail::passedArgument(callText, symbol);
+  if (callText.find('(') != std::string::npos) functionName = std::move(passed.function);
+  return passed.position;
+}
+
+std::string APIAnalysis::getParamterByPosition(std::string callText, int position) {
+  return detail::argumentAt(callText, position);
 }
 
 }  // namespace FlashEngine_1_00

@@ -5,7 +5,7 @@
 #include <unordered_map>
 #include <utility>
 
-// What script and Flash calls on an element look-up have in common (CallExtraction.cpp).
+// The texts of calls: the patterns that find them, and what a found one says.
 
 namespace FlashEngine_1_00 {
 struct SWFStateMentInfo;
@@ -19,10 +19,20 @@ struct FoundCalls {
   std::unordered_map<const SWFStateMentInfo*, std::pair<std::size_t, std::size_t>> positions;  // by binding
 };
 
+// The pattern of a call on `variable`, with arguments or without: " tv.SetVolume(x, 1)", "(tv.GetModel()"; not
+// "mytv.GetModel()".
+std::string callOn(const std::string& variable);
+
 // The pattern of a look-up of `id` up to the dot behind it: `("tv").`.
 std::string lookupOf(const std::string& id);
 
+// The pattern of a call on a look-up of `id`: `("tv").GetModel(`.
+std::string callOnLookupOf(const std::string& id);
+
 // Whether `callText` calls a built-in function: one of SystemFunctionPool stands before a "(".
 bool holdsBuiltIn(const std::string& callText);
+
+// The method that an "Execute" call of the extension plug-in carries; empty if there is none.
+std::string executedMethod(const std::string& callText);
 
 }  // namespace FlashEngine_1_00::detail

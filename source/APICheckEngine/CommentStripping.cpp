@@ -1,4 +1,6 @@
-// Test: tests/APICheckEngine/CommentStripping_test.cpp.
+// Comment removal: the text is cut at its slashes, and what stays is handed over run by run, to the copy that the
+// engine makes and to whoever wants to know where the runs came from. Test:
+// tests/APICheckEngine/CommentStripping_test.cpp.
 
 #include "APICheckEngine/CommentStripping.h"
 

@@ -71,7 +71,7 @@ class Nesting {
       } else if (startsWith("![CDATA[")) {
         skipBehind("]]>");
       } else if (startsWith("?")) {
-        if (!skipDeclaration()) return true;
+        skipDeclaration();
       } else if (startsWith("/")) {
         depth_ = std::max(depth_ - 1, 0);
         skipBehind(">");
@@ -81,7 +81,7 @@ class Nesting {
         ++depth_;
       }
     }
-    return depth_ > most;
+    return depth_ > most || isUnclear_;
   }
 
  private:
@@ -111,17 +111,66 @@ class Nesting {
     return std::isalpha(c) != 0 || c == '_' || c > 126;
   }
 
-  // Skips a declaration. False if its ">" may stand in quotes, which count for some attributes only.
-  bool skipDeclaration() {
-    const std::string_view text = rest_.substr(0, rest_.find('>'));
-    if (text.find('&') != std::string_view::npos) return false;
-    for (const char quote : {'"', '\''}) {
-      const std::size_t last = text.rfind(quote);
-      if (last == std::string_view::npos) continue;
-      const std::size_t before = text.substr(0, last).rfind(quote) + 1;  // 0 if it is the only one
-      if (text.substr(before, last - before).find('=') != std::string_view::npos) return false;
+  static bool isBlank(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
+
+  // To the parser, three characters of UTF-8 are blanks, too, but not in every encoding.
+  void skipBlanks() {
+    while (!rest_.empty() && isBlank(rest_.front()))
+      rest_.remove_prefix(1);
+    isUnclear_ = isUnclear_ || startsWith("\xEF");
+  }
+
+  // Skips what may be a name: letters, digits, "_", "-", "." and ":", all bytes above 126 with them.
+  void skipName() {
+    const auto belongs = [](char c) {
+      const auto byte = static_cast<unsigned char>(c);
+      return std::isalnum(byte) != 0 || byte > 126 || std::strchr("_-.:", c) != nullptr;
+    };
+    while (!rest_.empty() && belongs(rest_.front()))
+      rest_.remove_prefix(1);
+  }
+
+  bool startsWithWord(std::string_view small) const {
+    const auto isSame = [](char a, char b) { return a == std::tolower(static_cast<unsigned char>(b)); };
+    return rest_.size() >= small.size() && std::equal(small.begin(), small.end(), rest_.begin(), isSame);
+  }
+
+  // Skips a declaration, in which quotes count for three attributes only, or an instruction, in which they count for
+  // none. As the parser does it: "<?xml-stylesheet" is a declaration to it.
+  void skipDeclaration() {
+    if (!startsWithWord("?xml")) {
+      skipBehind(">");
+      return;
     }
-    skipBehind(">");
+    rest_.remove_prefix(std::strlen("?xml"));
+    while (!rest_.empty() && rest_.front() != '>') {
+      skipBlanks();
+      if (startsWithWord("version") || startsWithWord("encoding") || startsWithWord("standalone")) {
+        if (!skipAttribute()) rest_ = {};  // the parser gives up
+      } else {
+        while (!rest_.empty() && rest_.front() != '>' && !isBlank(rest_.front()))
+          rest_.remove_prefix(1);
+      }
+    }
+    rest_.remove_prefix(std::min<std::size_t>(rest_.size(), 1));
+  }
+
+  // Skips a name, "=" and a value. False if they are none.
+  bool skipAttribute() {
+    skipName();
+    skipBlanks();
+    if (!startsWith("=")) return false;
+    rest_.remove_prefix(1);
+    skipBlanks();
+    if (startsWith("\"") || startsWith("'")) {
+      const char quote = rest_.front();
+      rest_.remove_prefix(1);
+      return skipTextBehind(quote);
+    }
+    while (!rest_.empty() && !isBlank(rest_.front()) && rest_.front() != '/' && rest_.front() != '>') {
+      if (rest_.front() == '"' || rest_.front() == '\'') return false;
+      rest_.remove_prefix(1);
+    }
     return true;
   }
 
@@ -140,6 +189,7 @@ class Nesting {
 
   std::string_view rest_;
   int depth_ = 0;
+  bool isUnclear_ = false;
 };
 
 // Whether each byte that begins a UTF-8 character has the others behind it.

@@ -14,6 +14,7 @@
 #include "platform/Paths.h"
 #include "platform/RemoveTree.h"
 #include "platform/TimeBudget.h"
+#include "swf/UnlistedScript.h"
 #include "tarvo/api_check_engine.h"
 
 namespace FlashEngine_1_00 {
@@ -30,6 +31,11 @@ File openResultFile(const std::string& path) {
 }
 
 }  // namespace
+
+bool isFlashFile(const std::string& path) {
+  const std::string extension = CStringUtil().findFileExtention(path);
+  return extension == "SWF" || extension == "swf";
+}
 
 RunResult APIAnalysis::StartAnalysis(std::vector<std::string>* files) {
   RunResult code = RUN_SUCCESS;
@@ -69,6 +75,7 @@ RunResult APIAnalysis::runStages(std::vector<std::string>& workingList) {
     return code;
   }
   code = StartRun(&workingList);
+  tellBeforeRemoval(workingList);
   if (code != RUN_SUCCESS) {
     TARVO_LOG_AS(kDriver, "[%s] StartRun-returnCode [%d] ", kDriver, static_cast<int>(code));
     return code;
@@ -125,18 +132,36 @@ RunResult APIAnalysis::APIAnalysisFromSWFMain(std::vector<std::string>* files) {
   code = FindAPIFunctionName4JS();
   if (code != RUN_SUCCESS) return code;
   code = FindAPIFunctionName4JSSpe();
-  if (code != RUN_SUCCESS) return code;
+  if (code != RUN_SUCCESS) {
+    if (observesAll()) analyseFlashBehindStop(*files, code);
+    return code;
+  }
   PrintProcessingTime("AfterFindAPIFunctionName4JS");
+  code = analyseFlashFiles(*files);
+  PrintProcessingTime("Finished");
+  return code;
+}
 
-  for (const std::string& path : *files) {
-    const std::string extension = stringUtil_.findFileExtention(path);
-    if (extension != "SWF" && extension != "swf") continue;
+// The code of the last one, RUN_SUCCESS if there is none.
+RunResult APIAnalysis::analyseFlashFiles(const std::vector<std::string>& files) {
+  RunResult code = RUN_SUCCESS;
+  for (const std::string& path : files) {
+    if (!isFlashFile(path)) continue;
     // KEPT: only the last Flash file's code counts, so an earlier 1001 is lost; its finding is published all the same.
     // Hosts read both. (test CodeIsThatOfTheLastFlashFile)
     code = analyseFlashFile(path);
   }
-  PrintProcessingTime("Finished");
   return code;
+}
+
+// For an observer that wants what stands behind a stop. Nothing of it is kept in a list.
+void APIAnalysis::analyseFlashBehindStop(const std::vector<std::string>& files, RunResult code) {
+  observer->stopPassed();
+  const Stop outer = stop_;
+  stop_.code = code;
+  (void)analyseFlashFiles(files);
+  (void)endScan(outer);
+  observer->stageEnded();
 }
 
 RunResult APIAnalysis::analyseFlashFile(const std::string& path) {
@@ -146,11 +171,23 @@ RunResult APIAnalysis::analyseFlashFile(const std::string& path) {
   const RunResult read = deAssembler_.SWFDeAssemblerMain(path, lines);
   if (read != RUN_SUCCESS) {
     TARVO_LOG_AS("APIAnalysisFromSWFMain", " file[%s] not read whole [%d] ", path.c_str(), static_cast<int>(read));
+    notRead(Gap::flashUnread, path, read);
   }
   auto code = static_cast<RunResult>(deCompiler_.SWFDeCompilerMain(lines, statements));
+  if (observer != nullptr && (deAssembler_.isCut() || deCompiler_.isCut() || timeBudgetSpent()))
+    notRead(Gap::flashCut, path);
   if (code == RUN_SUCCESS) code = FindAPIFunctionName4SWF(statements, path);
-  if (deAssembler_.isCut() || deCompiler_.isCut() || timeBudgetSpent()) cutFiles.push_back(path);
   return code;
+}
+
+void APIAnalysis::tellBeforeRemoval(const std::vector<std::string>& files) {
+  if (observer == nullptr) return;
+  observer->beforeRemoval(*this);
+  for (const std::string& path : files) {
+    if (!isFlashFile(path)) continue;
+    for (const Gap gap : unlistedScript(path))
+      notRead(gap, path);
+  }
 }
 
 }  // namespace FlashEngine_1_00

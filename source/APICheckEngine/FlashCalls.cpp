@@ -7,16 +7,38 @@
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CallText.h"
 #include "APICheckEngine/Keys.h"
-#include "APICheckEngine/SourceIndex.h"
+#include "APICheckEngine/search/SourceIndex.h"
 #include "platform/Limits.h"
-#include "platform/TimeBudget.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
 
 using detail::Key;
 
+namespace {
+
+// What the searches of one file may still go through. They do not ask for the time budget: statements that were made
+// before it was spent are searched whole.
+class SearchBound {
+ public:
+  // Whether `bytes` more may be searched.
+  bool allows(std::size_t bytes) {
+    isPassed_ = isPassed_ || bytes > left_;
+    if (!isPassed_) left_ -= bytes;
+    return !isPassed_;
+  }
+  bool isPassed() const { return isPassed_; }
+
+ private:
+  std::uint64_t left_ = kMaxFlashSearchBytes;
+  bool isPassed_ = false;
+};
+
+}  // namespace
+
 RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statements, std::string fileName) {
+  const Stop outer = stop_;
+  SearchBound bound;
   std::string joined;
   for (const std::string& statement : statements)
     joined += statement;
@@ -26,7 +48,7 @@ RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statemen
   const Pattern call(detail::lookupOf(key.symbol) + R"(\s*[\w\d\_]+)");
   const Pattern lookup(detail::lookupOf(key.symbol));
   for (const std::string& statement : statements) {
-    if (timeBudgetSpent()) break;
+    if (!bound.allows(statement.size())) break;
     if (objectIdList.empty() || !call.matchesIn(statement.c_str())) continue;
     const std::string_view prefix = lookup.search(statement.c_str());
     if (prefix.data() == nullptr) continue;
@@ -35,7 +57,7 @@ RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statemen
     const CallPlace place{FoundCall::On::flashLookUp, key.classId, statement,
                           std::string_view(statement).substr(begin)};
     if (detail::holdsBuiltIn(callText)) {
-      if (watchesAll()) tellOfBuiltIn(fileName, 0, place);
+      if (observesAll()) observeBuiltIn(fileName, 0, place);
       continue;
     }
 
@@ -50,10 +72,11 @@ RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statemen
   detail::SourceIndex index(joined, indexRoom);
   detail::FoundCalls found;
   for (const SWFStateMentInfo* binding : objectVariableList) {
-    if (timeBudgetSpent()) break;
+    if (found.positions.count(binding) == 0 && !bound.allows(index.text().size())) break;
     findCallsOn(binding, index.text(), &index, fileName, FoundCall::On::flashVariable, found);
   }
-  return RUN_SUCCESS;
+  if (bound.isPassed()) notRead(Gap::flashCut, fileName);
+  return endScan(outer);
 }
 
 }  // namespace FlashEngine_1_00

@@ -2,19 +2,22 @@
 
 #include <string>
 #include <unordered_map>
+#include <vector>
 
-#include "APICheckEngine/APIAnalysis.h"
-#include "APICheckEngine/ListIndex.h"
-#include "APICheckEngine/SourceIndex.h"
-#include "APICheckEngine/Verdicts.h"
+#include "APICheckEngine/MethodName.h"
+#include "APICheckEngine/search/ListIndex.h"
+#include "APICheckEngine/search/SourceIndex.h"
 #include "platform/Limits.h"
 
 namespace FlashEngine_1_00::detail {
 
 // What the engine remembers about its lists, so that it need not search them through for every question.
 struct Knowledge {
-  explicit Knowledge(const APIAnalysis& engine)
-      : documented(engine.whiteAPIList), findings(engine.resultList), paths(engine.worthfulPathList) {}
+  using List = std::vector<std::string*>;
+
+  // Of these lists of the engine, which outlive it: documented names, finding lines, and paths of the web sources.
+  Knowledge(const List& documentedNames, const List& findingLines, const List& sourcePaths)
+      : documented(documentedNames), findings(findingLines), paths(sourcePaths) {}
 
   // The lists that Init empties are about to be emptied.
   void forget() {
@@ -24,6 +27,7 @@ struct Knowledge {
     indexRoom = kMaxIndexedBytes;
   }
 
+  // Of a text of cleanedSourceList. Stays where it is until the lists are emptied.
   SourceIndex& indexOf(const std::string& source) {
     return sources.try_emplace(&source, source, indexRoom).first->second;
   }
@@ -32,7 +36,7 @@ struct Knowledge {
   ListIndex findings;
   ListIndex paths;
   std::unordered_map<const std::string*, SourceIndex> sources;
-  std::size_t indexRoom = kMaxIndexedBytes;
+  std::size_t indexRoom = kMaxIndexedBytes;  // bytes that may still be indexed
   MethodNames methodNames;
 };
 

@@ -18,7 +18,6 @@
 #include "platform/Limits.h"
 #include "platform/Log.h"
 #include "platform/Paths.h"
-#include "unzip/expansion_budget.h"
 #include "unzip/no_follow.h"
 #include "unzip/unzip_job.h"
 
@@ -37,14 +36,14 @@ bool isPackage(const Head& head) {
 }
 
 // Expands `package` into the existing `directory`; what cannot be extracted is missing there. False if nothing can.
-bool extract(const std::string& package, const std::string& directory) {
+bool extract(const std::string& package, const std::string& directory, Extraction& extraction) {
   std::array<std::string, 6> words{"uzip", "-x", package, "-o", "-d", directory};
   std::array<char*, 6> arguments{};
   for (std::size_t i = 0; i < words.size(); ++i) {
     words[i].resize(std::min(words[i].size(), kMaxJobArgument));
     arguments[i] = words[i].data();
   }
-  return do_UnzipJob(static_cast<int>(arguments.size()), arguments.data()) == 0;
+  return runUnzipJob(static_cast<int>(arguments.size()), arguments.data(), extraction) == 0;
 }
 
 struct DirectoryCloser {
@@ -63,11 +62,13 @@ Directory openDirectory(const std::string& path) {
 using Places = std::vector<std::pair<dev_t, ino_t>>;
 
 // Appends the files below `dir` to `found`; `around` are the directories around it, `left` the entries still looked at.
-void listFiles(const std::string& dir, Places& around, std::uint32_t& left, std::vector<std::string>& found) {
+void listFiles(const std::string& dir, Places& around, std::uint32_t& left, std::vector<std::string>& found,
+               PartObserver* observer) {
   struct stat status {};
   Directory directory = openDirectory(dir);
   if (directory == nullptr || fstat(dirfd(directory.get()), &status) != 0) {
     TARVO_LOG_AS("FindAppsFilesLocation", " [%s] Open Error ", dir.c_str());
+    if (observer != nullptr) observer->notRead({Gap::fileUnreadable, dir});
     return;
   }
   const std::pair<dev_t, ino_t> place(status.st_dev, status.st_ino);
@@ -87,7 +88,7 @@ void listFiles(const std::string& dir, Places& around, std::uint32_t& left, std:
   around.push_back(place);
   for (const auto& [path, isDirectory] : entries) {
     if (isDirectory) {
-      listFiles(path, around, left, found);
+      listFiles(path, around, left, found, observer);
     } else {
       found.push_back(path);
     }
@@ -104,7 +105,7 @@ struct Batch {
 }  // namespace
 
 void APIAnalysis::addFilePathbyUnzipping(std::vector<std::string> files) {
-  startExpansionBudget();
+  Extraction extraction{ExpansionBudget(expansionBounds), observer};
   // A stack of our own: how deep packages are nested is up to whoever made them.
   std::vector<Batch> open;
   open.push_back({std::move(files), 0});
@@ -117,34 +118,44 @@ void APIAnalysis::addFilePathbyUnzipping(std::vector<std::string> files) {
     }
     const std::string path = batch.files[batch.next++];
     std::vector<std::string> found;
-    if (!expandPackage(path, found)) continue;
+    if (!expandPackage(path, extraction, found)) continue;
     TARVO_LOG(" \n [%s] [%d]", __func__, static_cast<int>(found.size()));
     open.push_back({std::move(found), 0});
   }
 }
 
 // Expands `path` if it is a package, and appends its files to `found`. False if it is none.
-bool APIAnalysis::expandPackage(const std::string& path, std::vector<std::string>& found) {
+bool APIAnalysis::expandPackage(const std::string& path, Extraction& extraction, std::vector<std::string>& found) {
   static constexpr const char* kStage = "addFilePathbyUnzipping";
   File file = openFile(path, "rb");
   if (file == nullptr) {
     TARVO_LOG_AS(kStage, " [%s] Open Error ", path.c_str());
+    notRead(Gap::fileUnreadable, path);
     return false;
   }
-  if (path.find(".fla") != std::string::npos) return false;
+  const bool isPassedOver = path.find(".fla") != std::string::npos;
+  if (isPassedOver && observer == nullptr) return false;
   Head head{};
   (void)fseeko(file.get(), 0, SEEK_END);
   const off_t size = ftello(file.get());
   std::rewind(file.get());
   (void)!std::fread(head.data(), 1, head.size(), file.get());
   if (!isPackage(head)) return false;
+  if (isPassedOver) {
+    notRead(Gap::packagePassedOver, path);
+    return false;
+  }
   file.reset();
 
   TARVO_LOG_AS(kStage, " zip file found [%s]/ Size [%d]", path.c_str(), static_cast<int>(size));
   const std::string directory = enginePaths().extractionRoot + "/" + std::to_string(extractionCounter_++);
   extractedDirList.push_back(directory);  // before anything is there to be removed
+  if (observer != nullptr) observer->packageFound(path, directory);
   (void)makeExtractionDirectory(directory);
-  if (!extract(path, directory)) TARVO_LOG_AS(kStage, " package [%s] not extracted ", path.c_str());
+  if (!extract(path, directory, extraction)) {
+    TARVO_LOG_AS(kStage, " package [%s] not extracted ", path.c_str());
+    notRead(Gap::packageUnreadable, path);
+  }
   FindAppsFilesLocation(directory, found);
   extractedFileList.insert(extractedFileList.end(), found.begin(), found.end());
   return true;
@@ -155,7 +166,7 @@ bool APIAnalysis::expandPackage(const std::string& path, std::vector<std::string
 void APIAnalysis::FindAppsFilesLocation(std::string dir, std::vector<std::string>& found) {
   Places around;
   std::uint32_t left = kMaxListedEntries;
-  listFiles(dir, around, left, found);
+  listFiles(dir, around, left, found, observer);
 }
 
 }  // namespace FlashEngine_1_00

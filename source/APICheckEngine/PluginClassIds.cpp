@@ -6,7 +6,7 @@
 
 namespace FlashEngine_1_00 {
 
-const std::array<const char*, kPluginClassCount> pluginClassIdTable = {
+constexpr std::array<const char*, kPluginClassCount> pluginClassIdTable = {
     "MORVANE-NAVERTIX-APPLOADER",   "MORVANE-NAVERTIX-AUDIO",        "MORVANE-NAVERTIX-BANDWIDTH",
     "MORVANE-NAVERTIX-BLUETOOTH",   "MORVANE-NAVERTIX-BROADCAST",    "MORVANE-NAVERTIX-CALENDAR",
     "MORVANE-NAVERTIX-CAMERA",      "MORVANE-NAVERTIX-CHANNEL",      "MORVANE-NAVERTIX-CLOCK",
@@ -23,6 +23,6 @@ const std::array<const char*, kPluginClassCount> pluginClassIdTable = {
     "MORVANE-NAVERTIX-HAPTIC",      "MORVANE-NAVERTIX-KOB",
 };
 
-static_assert(kPluginClassCount == 41);
+static_assert(pluginClassIdTable.back() != nullptr, "a row is missing");
 
 }  // namespace FlashEngine_1_00

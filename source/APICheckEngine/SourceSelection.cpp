@@ -9,12 +9,14 @@
 #include <climits>
 #include <cstring>
 #include <iterator>
-#include <unordered_map>
+#include <vector>
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CommentStripping.h"
-#include "APICheckEngine/SourceScan.h"
 #include "APICheckEngine/Tables.h"
+#include "APICheckEngine/search/ExcerptAccesses.h"
+#include "APICheckEngine/search/Excerpts.h"
+#include "APICheckEngine/search/ScriptFunctions.h"
 #include "platform/File.h"
 #include "platform/Limits.h"
 #include "platform/Log.h"
@@ -23,7 +25,6 @@
 namespace FlashEngine_1_00 {
 namespace {
 
-constexpr const char* kNeverScanned[] = {"jpg", "JPG", "gif", "GIF", "so", "SO", "png", "PNG", "pcm", "PCM"};
 constexpr const char* kScanned[] = {"html", "HTML", "htm", "HTM", "js", "JS", "xml", "XML"};
 
 constexpr off_t kMostAtOnce = 64 << 20;  // bytes of a file that are asked for by its size
@@ -40,7 +41,7 @@ constexpr const char* kDollar =
 constexpr const char* kEmbeds =
     R"((([\w\_]+)[\.]*)*\s*=*\s*document\s*\.\s*embeds\s*\[\s*[\d]*\s*\]\s*\.*[\w\d\s\_]*\(*[\"'\s]*[\w\_]*[\"'\s]*)";
 
-std::string accessPattern() {
+std::string lookUpPattern() {
   return std::string("(") + kGetElementById + ")|(" + kDollar + ")";
 }
 
@@ -49,107 +50,48 @@ bool isOneOf(const std::string& text, const char* const (&words)[N]) {
   return std::any_of(std::begin(words), std::end(words), [&](const char* word) { return text == word; });
 }
 
-// The element accesses in one source, excerpt by excerpt. Excerpts overlap; the source is searched once for all of
-// them.
-//
-// An excerpt is searched as a text of its own, with a terminator where the source goes on. That makes a difference for
-// an access that the excerpt's end cuts off, and for no other: what the access patterns match never goes by what stands
-// behind it.
-class AccessFinder {
+std::unique_ptr<SWFStateMentInfo> makeAccess(std::string_view text, const std::string& path) {
+  auto record = std::make_unique<SWFStateMentInfo>();
+  record->expression = std::make_unique<std::string>(text);
+  record->scope = "Global";
+  record->path = path;
+  return record;
+}
+
+// Collects the records of the accesses of one form in one source: equal ones are one.
+class AccessRecords {
  public:
-  // One record is made of a text, however often it is found.
-  struct Access {
-    SWFStateMentInfo* record = nullptr;
-    int kept = 0;
-  };
-  using Found = std::pair<const std::string, Access>;  // by text
+  // Which places of equal records stay, if they have too many.
+  enum class Kept { first, last };
 
-  // The excerpts come in the order of their places.
-  AccessFinder(const Pattern& pattern, std::string_view source)
-      : pattern_(pattern), cursor_(pattern, source, nullptr), searchedTo_(source.data()) {}
+  AccessRecords(const Pattern& pattern, std::string_view source, const std::string& path, APIAnalysis::Records& list,
+                Kept kept)
+      : finder_(pattern, source), path_(path), list_(list), kept_(kept), before_(list.size()) {}
 
-  std::vector<Found*> accessesIn(std::string_view excerpt) {
-    const char* const end = excerpt.data() + excerpt.size();
-    search(excerpt.data(), end);
-    std::vector<Found*> accesses;
-    auto place = std::partition_point(places_.begin(), places_.end(),
-                                      [&](const Place& p) { return p.text.data() < excerpt.data(); });
-    for (const char* at = excerpt.data(); place != places_.end() && place->text.data() < end; ++place) {
-      if (place->text.data() < at) continue;
-      at = place->text.data() + place->text.size();
-      if (at >= end) {
-        const std::string rest(place->text.data(), end);
-        for (MatchCursor last(pattern_, rest.c_str()); last.next();)
-          accesses.push_back(&accessOf(last.view()));
-        break;
-      }
-      if (place->access == nullptr) place->access = &accessOf(place->text);
-      accesses.push_back(place->access);
+  // Appends the accesses in an excerpt, as often as that was hit.
+  void append(const detail::Excerpt& excerpt) {
+    const std::vector<std::size_t> accesses = finder_.in(excerpt.text);
+    while (records_.size() < finder_.texts().size())
+      records_.emplace_back(makeAccess(finder_.texts()[records_.size()], path_));
+    for (int hit = 0; hit < std::min(excerpt.hits, kMaxEqualRecords); ++hit) {
+      for (const std::size_t access : accesses)
+        (void)(kept_ == Kept::first ? records_[access].addTo(list_) : records_[access].addBeyondTo(list_));
     }
-    return accesses;
+  }
+
+  // After the last excerpt.
+  void finish() {
+    if (kept_ == Kept::last) detail::keepLastPlaces(list_, before_);
   }
 
  private:
-  // Where an access starts in the source. They lie inside each other: "a.b = $('tv')", "b = $('tv')", "= $('tv')".
-  struct Place {
-    std::string_view text;
-    Found* access;
-  };
-
-  // Finds the places in [begin, end).
-  void search(const char* begin, const char* end) {
-    if (begin >= searchedTo_) {
-      places_.clear();
-      searchedTo_ = begin;
-    }
-    while (searchedTo_ < end) {
-      const bool isThere = cursor_.nextIn(searchedTo_, end);
-      if (isThere) places_.push_back({cursor_.view(), nullptr});
-      searchedTo_ = isThere ? cursor_.view().data() + 1 : end;
-    }
-  }
-
-  Found& accessOf(std::string_view text) { return *accesses_.try_emplace(std::string(text)).first; }
-
-  const Pattern& pattern_;
-  MatchCursor cursor_;
-  const char* searchedTo_;
-  std::vector<Place> places_;
-  std::unordered_map<std::string, Access> accesses_;
+  detail::ExcerptAccesses finder_;
+  const std::string& path_;
+  APIAnalysis::Records& list_;
+  const Kept kept_;
+  const std::size_t before_;
+  std::vector<detail::EqualRecords<SWFStateMentInfo>> records_;  // of the finder's texts
 };
-
-// Appends the accesses found in an excerpt, as often as that was hit; `most` equal ones in the whole file.
-void appendAccesses(const std::vector<AccessFinder::Found*>& accesses, int hits, int most, const std::string& path,
-                    APIAnalysis::Records& list) {
-  for (int hit = 0; hit < std::min(hits, kMaxEqualRecords); ++hit) {
-    for (AccessFinder::Found* found : accesses) {
-      auto& [text, access] = *found;
-      if (access.kept == most) continue;
-      if (access.kept++ > 0) {
-        list.push_back(access.record);
-        continue;
-      }
-      auto record = std::make_unique<SWFStateMentInfo>();
-      record->expression = std::make_unique<std::string>(text);
-      record->scope = "Global";
-      record->path = path;
-      access.record = record.get();
-      append(list, std::move(record));
-    }
-  }
-}
-
-// Of the equal ones among the records from position `from` on, drops all but the last kMaxEqualRecords.
-void keepLast(APIAnalysis::Records& list, std::size_t from) {
-  std::unordered_map<const SWFStateMentInfo*, int> seen;
-  const auto first = list.begin() + static_cast<std::ptrdiff_t>(from);
-  auto kept = list.end();
-  for (auto record = list.end(); record != first;) {
-    --record;
-    if (++seen[*record] <= kMaxEqualRecords) *--kept = *record;
-  }
-  list.erase(first, kept);
-}
 
 // The whole file up to its first zero byte, which is not part of it; what could be read of it if reading fails.
 std::string readText(std::FILE* file) {
@@ -173,21 +115,20 @@ std::string readText(std::FILE* file) {
 }  // namespace
 
 RunResult APIAnalysis::FirstScanSource(std::vector<std::string>* files) {
-  const Pattern accesses(accessPattern());
+  const Pattern lookUps(lookUpPattern());
   const Pattern embeds(kEmbeds);
   for (const std::string& path : *files) {
     std::string* cleaned = nullptr;
     if (CheckFileAnalysisWorth(path, cleaned) == 0) continue;
     const std::string_view text = cleaned->c_str();
-    AccessFinder accessFinder(accesses, text);
-    AccessFinder embedsFinder(embeds, text);
-    const std::size_t firstEmbeds = embedsAccessList.size();
-    for (const detail::Excerpt& excerpt : detail::findExcerpts(text)) {
-      appendAccesses(accessFinder.accessesIn(excerpt.text), excerpt.hits, kMaxEqualRecords, path, objectAccessList);
-      appendAccesses(embedsFinder.accessesIn(excerpt.text), excerpt.hits, INT_MAX, path, embedsAccessList);
-    }
+    AccessRecords accesses(lookUps, text, path, objectAccessList, AccessRecords::Kept::first);
     // These are read from the last one on: which of equal ones is the last decides their order.
-    keepLast(embedsAccessList, firstEmbeds);
+    AccessRecords embedsAccesses(embeds, text, path, embedsAccessList, AccessRecords::Kept::last);
+    for (const detail::Excerpt& excerpt : detail::findExcerpts(text)) {
+      accesses.append(excerpt);
+      embedsAccesses.append(excerpt);
+    }
+    embedsAccesses.finish();
     worthfulSourceList.push_back(cleaned);
     append(worthfulPathList, std::make_unique<std::string>(path));
     appendScriptFunctions(*cleaned, *worthfulPathList.back());
@@ -216,15 +157,16 @@ void APIAnalysis::appendScriptFunctions(const std::string& cleaned, const std::s
 
 int APIAnalysis::CheckFileAnalysisWorth(std::string path, std::string*& cleaned) {
   const std::string extension = stringUtil_.findFileExtention(path);
-  if (isOneOf(extension, kNeverScanned) || !isOneOf(extension, kScanned)) return 0;
+  if (!isOneOf(extension, kScanned)) return 0;
   const File file = openFile(path, "r");
   if (file == nullptr) {
     TARVO_LOG(" file[%s] Open Error ", path.c_str());
+    notRead(Gap::fileUnreadable, path);
     return 0;
   }
   auto owned = std::make_unique<std::string>(readText(file.get()));
   const bool isTooLong = owned->size() >= INT_MAX;
-  if (isTooLong || ftello(file.get()) > static_cast<off_t>(owned->size())) cutFiles.push_back(path);
+  if (isTooLong || ftello(file.get()) > static_cast<off_t>(owned->size())) notRead(Gap::sourceCut, path);
   if (owned->empty() || isTooLong) return 0;
 
   // With its terminating zero: the cleaned text ends with one, as an unfinished comment's does.

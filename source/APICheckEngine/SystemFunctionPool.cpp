@@ -5,7 +5,7 @@
 #include "APICheckEngine/Tables.h"
 
 // clang-format off
-const char* const SystemFunctionPool[] = {
+constexpr const char* const SystemFunctionPool[] = {
     "AboutBox",
     "abs",
     "acos",
@@ -460,4 +460,4 @@ const char* const SystemFunctionPool[] = {
 };
 // clang-format on
 
-static_assert(sizeof(SystemFunctionPool) / sizeof(SystemFunctionPool[0]) == kSystemFunctionCount);
+static_assert(SystemFunctionPool[kSystemFunctionCount - 1] != nullptr, "a row is missing");

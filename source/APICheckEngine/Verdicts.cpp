@@ -15,11 +15,6 @@
 namespace FlashEngine_1_00 {
 namespace {
 
-// "tv.GetModel (1)"; not "GetModel(1)", which has no dot.
-constexpr const char* kMethodCall = R"([\.]\s*[\w\d\_]+\s*\()";
-
-constexpr std::size_t kHiddenComponents = 4;  // tmp, the package's number, and two more
-
 bool holds(const APIAnalysis::Strings& list, const std::string& text) {
   return std::any_of(list.begin(), list.end(), [&](const std::string* known) { return *known == text; });
 }
@@ -27,26 +22,6 @@ bool holds(const APIAnalysis::Strings& list, const std::string& text) {
 }  // namespace
 
 namespace detail {
-
-MethodNames::MethodNames() : call_(kMethodCall) {}
-
-std::string MethodNames::operator()(const std::string& callText) const {
-  const std::string_view match = call_.search(callText.c_str());
-  std::string name = match.data() == nullptr ? callText : std::string(match);
-  for (const char* removed : {".", " ", "("})
-    name = without(name, removed);
-  return name;
-}
-
-std::string findingLine(const std::string& path, int line, const std::string& method) {
-  const std::vector<std::string> components = split(path, "/");
-  std::string shown = "../";
-  for (std::size_t i = kHiddenComponents; i < components.size(); ++i) {
-    if (i > kHiddenComponents) shown += '/';
-    shown += components[i];
-  }
-  return shown + "(" + std::to_string(line) + ") : UndocumentedAPI '" + method + "' used\n";
-}
 
 std::string callTextOf(const SWFStateMentInfo& call) {
   return call.expression == nullptr ? std::string() : splitKey(*call.expression).symbol;
@@ -58,7 +33,7 @@ RunResult APIAnalysis::DetermineAPISecurity(Strings& results, SWFStateMentInfo* 
   const std::string callText = detail::callTextOf(*call);
   if (callText.empty()) return RUN_SUCCESS;
   const std::string method = known_->methodNames(callText);
-  if (known_->documented.contains(method) || (watch != nullptr && watch->accepted.count(method) > 0))
+  if (known_->documented.contains(method) || (observer != nullptr && observer->accepted.count(method) > 0))
     return RUN_SUCCESS;
 
   auto line = std::make_unique<std::string>(detail::findingLine(call->path, call->line, method));
@@ -70,13 +45,16 @@ RunResult APIAnalysis::DetermineAPISecurity(Strings& results, SWFStateMentInfo* 
 // Keeps a found call and judges it. A scanner ends with the first code other than RUN_SUCCESS.
 RunResult APIAnalysis::report(Records& list, std::unique_ptr<SWFStateMentInfo> call, const CallPlace& place) {
   SWFStateMentInfo& kept = *call;
-  append(list, std::move(call));
+  append(keptIn(list), std::move(call));
   return judge(kept, place);
 }
 
 RunResult APIAnalysis::judge(SWFStateMentInfo& call, const CallPlace& place) {
-  const RunResult code = DetermineAPISecurity(resultList, &call);
-  if (watch == nullptr) return code;
+  if (observer == nullptr) return DetermineAPISecurity(resultList, &call);
+  Strings behindStop;  // lines that no host gets
+  const bool isOnDevice = !stop_.isPassed() && !place.isRepeated;
+  const RunResult code = DetermineAPISecurity(isOnDevice ? resultList : behindStop, &call);
+  releaseAll(behindStop);
   using Verdict = FoundCall::Verdict;
   const std::string callText = detail::callTextOf(call);
   std::string method = known_->methodNames(callText.empty() ? std::string(place.call) : callText);
@@ -85,10 +63,34 @@ RunResult APIAnalysis::judge(SWFStateMentInfo& call, const CallPlace& place) {
                           : code != RUN_SUCCESS                 ? Verdict::undocumented
                           : known_->documented.contains(method) ? Verdict::documented
                                                                 : Verdict::accepted;
-  if (watch->all || verdict == Verdict::undocumented || verdict == Verdict::accepted) {
-    watch->found({place.on, verdict, place.classId, call.path, place.text, place.call, call.line, std::move(method)});
-  }
-  return watch->all ? RUN_SUCCESS : code;
+  const bool isJudged = verdict != Verdict::opening && verdict != Verdict::unnamed;
+  if (isJudged || observer->all) observe(verdict, call.path, call.line, place, std::move(method));
+  if (!observer->all) return code;
+  if (!stop_.isPassed()) stop_.code = code;
+  return RUN_SUCCESS;
+}
+
+void APIAnalysis::observe(FoundCall::Verdict verdict, const std::string& path, int line, const CallPlace& place,
+                          std::string method) const {
+  const bool isOnDevice = !stop_.isPassed() && !place.isRepeated;
+  observer->callFound(
+      {place.on, verdict, isOnDevice, place.classId, path, place.text, place.call, line, std::move(method)});
+}
+
+// Takes a place in `list` for one of equal records; false if they have all the places that are kept. Behind a stop no
+// list of a host's gets any more: a record that is in none stands apart, which owns it.
+bool APIAnalysis::keep(detail::EqualRecords<SWFStateMentInfo>& record, Records& list) {
+  if (!stop_.isPassed()) return record.addTo(list);
+  if (!record.isInList()) (void)record.addTo(behindStop_);
+  return true;
+}
+
+// Ends a scanner that may have gone on behind its stop, inside another one that had stopped as `outer` says, or not.
+// The code with which it ends for a host.
+RunResult APIAnalysis::endScan(const Stop& outer) {
+  const RunResult code = stop_.code;
+  stop_ = outer;
+  return code;
 }
 
 RunResult APIAnalysis::undocumentAPICheckerMain(Strings whiteList, std::string apiName, bool& undocumented) {

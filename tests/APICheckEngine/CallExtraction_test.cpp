@@ -1,3 +1,6 @@
+#include <map>
+#include <set>
+
 #include "support/EngineFixture.h"
 #include "tarvo/api_check_engine.h"
 
@@ -142,6 +145,28 @@ TEST_F(CallExtraction, ManyLookUpsOfOneElementKeepABoundedNumberOfRecords) {
   EXPECT_EQ(g_SWFResultVector->size(), 1U);
   EXPECT_LE(engine().lookupCandidateList.size(), 2 * 64U);
   EXPECT_LE(engine().objectVariableList.size(), 64U);
+}
+
+// 90 look-ups on lines of their own, and the call: a record for each line. Of one line, all are equal.
+TEST_F(CallExtraction, CallsOnLookUpsAreEqualOnlyOnOneLine) {
+  for (const bool ownLines : {true, false}) {
+    std::string script = "function f() {";
+    for (int i = 0; i < 90; ++i)
+      script += (ownLines ? "\n a" : " a") + std::to_string(i) + " = $('tv');";
+    addHtml(page("tv", "TUNER"));
+    addScript(script + "\n $('tv').Good(1); }");
+    setDatabase({"Good"});
+    EXPECT_EQ(run(), RUN_SUCCESS);
+    std::map<const SWFStateMentInfo*, int> places;
+    std::set<int> lines;
+    for (const SWFStateMentInfo* call : engine().foundCallList) {
+      EXPECT_LE(++places[call], 64);
+      lines.insert(call->line);
+    }
+    EXPECT_EQ(places.size(), ownLines ? 91U : 2U);
+    EXPECT_EQ(lines.size(), places.size());
+    EXPECT_EQ(engine().lookupCandidateList.size(), 64U);
+  }
 }
 
 TEST_F(CallExtraction, HostileScriptsLoseNothing) {

@@ -68,13 +68,28 @@ TEST_F(Database, DeepNestingIsNoStackDepth) {
   EXPECT_EQ(documented(), (Texts{"A"}));
 }
 
+// What the parser reads, with declarations and instructions in which anything can stand.
+TEST_F(Database, WhatStandsBeforeTheRootIsNoDepth) {
+  for (const char* before :
+       {"<?xml-stylesheet href=\"db.xsl?v=1\"?>", "<?xml-stylesheet href=\"a.xsl?x=1&amp;y=2\" type=\"text/xsl\"?>",
+        "<?editor name=\"Bob's editor\"?>", "<?xml version=\"1.0\" note=\"a=b\"?>", "<?editor a='&#60; x=y'?>",
+        "<?xml version='1.0' encoding=\"UTF-8\"?>\n<!DOCTYPE APIAnalysisDB SYSTEM 'a=b'>", "\xEF\xBB\xBF",
+        "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n"}) {
+    setDatabaseText(std::string(before) + "<APIAnalysisDB><g><Function>A</Function></g></APIAnalysisDB>");
+    EXPECT_EQ(engine().Init(), RUN_SUCCESS) << before;
+    EXPECT_EQ(documented(), (Texts{"A"})) << before;
+  }
+}
+
 TEST_F(Database, DeepNestingIsNotHiddenFromTheBound) {
   std::string deep;
   for (int i = 0; i < 200000; ++i)
     deep += "<a>";
   for (const char* hiding :
        {"<!--><![CDATA[-->", "<?xml version=\"><!--\"?>", "<?xml a=\"x version=\" ><!--\"?>", "< \">", "</x <!-- >",
-        "<a>&#<!--&#65;", "<a b='&#x'><!--&#x41;'>", "<?xml version='&#x'><!--&#x41;'?>"}) {
+        "<a>&#<!--&#65;", "<a b='&#x'><!--&#x41;'>", "<?xml version='&#x'><!--&#x41;'?>",
+        "<?XML  Standalone = '><!--'?>", "<?xmlx version-x='><!--'?>", "<?xml version=1.0><!--\"?>-->",
+        "<?xml \xEF\xBB\xBFversion='><!--'?>", "<?xml a='><?b version='><!--'?>-->"}) {
     setDatabaseText(hiding + deep);
     EXPECT_EQ(engine().Init(), RUN_DB_NO_ROOT) << hiding;
   }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 
 #include "platform/TimeBudget.h"
 #include "support/EngineFixture.h"
@@ -151,6 +152,55 @@ TEST_F(Driver, ABudgetSpentAtAnyQuestionCutsFlashWorkOnly) {
   }
   FlashEngine_1_00::TESTING_ONLY_setClock(nullptr);
   EXPECT_EQ(found, 2U);
+}
+
+class CallList : public FlashEngine_1_00::Observer {
+ public:
+  void callFound(const FlashEngine_1_00::FoundCall& call) override {
+    (call.isOnDevice && !isBehindStop ? onDevice : behind).insert(call.method);
+  }
+  void stopPassed() override { isBehindStop = true; }
+  void stageEnded() override { isBehindStop = false; }
+
+  bool isBehindStop = false;
+  std::set<std::string> onDevice, behind;
+};
+
+// It is told of what stands behind each stop; code, lines, lists and log are those of a run that stops there.
+TEST_F(Driver, AnObserverOfAllLeavesARunAsItIs) {
+  addHtml(kPage);
+  addScript(
+      "function f() { var tuner = document.getElementById('tv'); tuner.GetA(); tuner.GetB(); tuner.GetVersion(); }");
+  const std::string lookUps = addFile("look-ups.js", "$('tv').GetC(1); $('tv').GetD(1);");
+  addFile("a.swf", movieCalling("GetE"));
+  addFile("b.swf", movieCalling("GetVolume"));
+  for (const bool stopsBeforeFlash : {true, false}) {
+    if (!stopsBeforeFlash) writeFile(lookUps, "");
+    clearLog();
+    const RunResult code = run();
+    const Texts lines = *g_SWFResultVector;
+    const Texts calls = shown(engine().foundCallList);
+    const Texts flashCalls = shown(engine().flashCallList);
+    const Texts candidates = shown(engine().lookupCandidateList);
+    const Texts logged = log();
+    clearLog();
+    CallList list;
+    list.all = true;
+    engine().observer = &list;
+    EXPECT_EQ(run(), code);
+    engine().observer = nullptr;
+    EXPECT_EQ(*g_SWFResultVector, lines);
+    EXPECT_EQ(shown(engine().foundCallList), calls);
+    EXPECT_EQ(shown(engine().flashCallList), flashCalls);
+    EXPECT_EQ(shown(engine().lookupCandidateList), candidates);
+    using Names = std::set<std::string>;
+    EXPECT_EQ(list.onDevice, stopsBeforeFlash ? (Names{"GetA", "GetC"}) : (Names{"GetA", "GetE", "GetVolume"}));
+    EXPECT_EQ(list.behind, stopsBeforeFlash ? (Names{"GetB", "GetVersion", "GetD", "GetE", "GetVolume"})
+                                            : (Names{"GetB", "GetVersion"}));
+    if (!stopsBeforeFlash) {
+      EXPECT_EQ(log(), logged);
+    }
+  }
 }
 
 }  // namespace

@@ -78,17 +78,37 @@ timespec late() {
   return {firstCheckTime.tv_sec + 21, firstCheckTime.tv_nsec};
 }
 
-TEST_F(FlashCalls, ASpentBudgetEndsBothSearches) {
+// Statements that were made in time are searched, whatever that takes.
+TEST_F(FlashCalls, ASpentBudgetEndsNeitherSearch) {
   FlashEngine_1_00::startTimeBudget();
-  for (const bool spent : {false, true}) {
-    FlashEngine_1_00::TESTING_ONLY_setClock(spent ? late : nullptr);
-    for (const bool bound : {false, true}) {
-      bound ? declare({}, {"C#tv"}) : declare({"C#tv"}, {});
-      (void)engine().FindAPIFunctionName4SWF({bound ? "f(tv.GetX())" : "f(tv).GetX()"}, "movie.swf");
-      EXPECT_EQ(engine().resultList.size(), spent ? 0U : 1U);
-    }
+  FlashEngine_1_00::TESTING_ONLY_setClock(late);
+  for (const bool bound : {false, true}) {
+    bound ? declare({}, {"C#tv"}) : declare({"C#tv"}, {});
+    (void)engine().FindAPIFunctionName4SWF({bound ? "f(tv.GetX())" : "f(tv).GetX()"}, "movie.swf");
+    EXPECT_EQ(engine().resultList.size(), 1U);
   }
   FlashEngine_1_00::TESTING_ONLY_setClock(nullptr);
+}
+
+// What is found before the bound on the search counts, and that there is more is told.
+TEST_F(FlashCalls, TheSearchEndsAtABoundOfItsOwn) {
+  const std::string statement = "f(tv0.GetX())" + std::string(4 << 20, 'x');
+  // Beside the look-ups.
+  const auto searches = static_cast<std::size_t>(FlashEngine_1_00::kMaxFlashSearchBytes / statement.size() - 1);
+  for (const std::size_t last : {searches - 1, searches}) {
+    Texts variables;
+    for (std::size_t i = 0; i < last; ++i)
+      variables.push_back("C#au" + std::to_string(i));
+    variables.push_back("C#tv0");
+    declare({}, variables);
+    GapList gaps;
+    engine().observer = &gaps;
+    (void)engine().FindAPIFunctionName4SWF({statement}, "movie.swf");
+    engine().observer = nullptr;
+    const bool isPast = last == searches;
+    EXPECT_EQ(engine().resultList.size(), isPast ? 0U : 1U);
+    EXPECT_EQ(gaps.texts, isPast ? Texts{"movie.swf"} : Texts());
+  }
 }
 
 }  // namespace

@@ -23,6 +23,13 @@ std::string numbered(const std::string& text, int count) {
   return all;
 }
 
+// Far above what any of them takes, far below what a quadratic search would.
+#ifdef TARVO_EMULATED
+constexpr std::chrono::seconds kAtMost{400};
+#else
+constexpr std::chrono::seconds kAtMost{60};
+#endif
+
 TEST_F(HostileSources, LongLinesAreReadToTheirEnd) {
   const struct {
     const char* what;
@@ -47,7 +54,7 @@ TEST_F(HostileSources, LongLinesAreReadToTheirEnd) {
     addScript("function f() { var tv = document.getElementById('tv'); " + row.script + "\ntv.GetSerial(); }");
     const auto begin = std::chrono::steady_clock::now();
     EXPECT_EQ(run(), RUN_UNDOCUMENTED_API);
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+    EXPECT_TRUE(std::chrono::steady_clock::now() - begin < kAtMost);
     expectFindings({"../main.js(2) : UndocumentedAPI 'GetSerial' used\n"});
   }
 }

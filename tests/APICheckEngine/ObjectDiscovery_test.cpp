@@ -60,11 +60,17 @@ TEST_F(ObjectDiscovery, AnIdIsTheOnlyQuotedAttributeThatEndsInId) {
            {"<object id=''>", ""},
            {"<object id=\"a\" name=\"b\" pid=\"c\">", "_NO_CLASSID_FOUND_"},
            {"<object id='a' id=\"b\">", "_NO_CLASSID_FOUND_"},
+           {"<object id=\"a\" id=\"tv\">", "_NO_CLASSID_FOUND_"},
            {"<object id='a-b'>", "_NO_CLASSID_FOUND_"},
            {"<object id=tv>", "_NO_CLASSID_FOUND_"},
        }) {
     EXPECT_EQ(engine().parseObjectID(element), id) << element;
   }
+}
+
+TEST_F(ObjectDiscovery, AnElementWithTwoIdsHasNone) {
+  discover("<object id=\"a\" id=\"tv\" classid='MORVANE-NAVERTIX-TUNER'></object>");
+  EXPECT_EQ(expressions(engine().objectIdList), Texts{"MORVANE-NAVERTIX-TUNER#_NO_CLASSID_FOUND_"});
 }
 
 TEST_F(ObjectDiscovery, AliasHasNoScope) {

@@ -48,6 +48,33 @@ TEST_F(PackageExpansion, KnowsPackagesByTheirFirstBytesOnly) {
   EXPECT_EQ(readFile(directory() + "/0/www/index.html"), "<html/>");
 }
 
+TEST_F(PackageExpansion, EachSignatureIsOneOfAPackageAndNoOther) {
+  const std::string zip = zipBytes({{"a.js", "a"}});
+  for (const char* signature : {"PK\3\4", "PK\5\6", "PK\7\10", "PKLI", "PKSp", "PKnZ"}) {
+    engine().extractedDirList.clear();
+    engine().addFilePathbyUnzipping({addFile("app.bin", signature + zip)});
+    EXPECT_EQ(engine().extractedDirList.size(), 1U) << signature;
+  }
+  engine().extractedDirList.clear();
+  for (const char* other : {"PK\4\3", "PK\3\5", "PK\7\6", "PKli", "PKSP", "PKNZ", "pk\3\4", "PK00"})
+    engine().addFilePathbyUnzipping({addFile("app.bin", other + zip)});
+  engine().addFilePathbyUnzipping({addFile("a.fla.b/app.wgt", zip)});
+  EXPECT_TRUE(engine().extractedDirList.empty());
+}
+
+TEST_F(PackageExpansion, DirectoriesHaveTheirModes) {
+  const auto modeOf = [&](const std::string& path) {
+    struct stat status {};
+    return stat((directory() + path).c_str(), &status) == 0 ? status.st_mode & 07777U : 0U;
+  };
+  const mode_t before = umask(0);
+  engine().addFilePathbyUnzipping({addZip("app.wgt", {{"named/", ""}, {"needed/a.js", "a"}})});
+  (void)umask(before);
+  EXPECT_EQ(modeOf("/0"), 0755U);
+  EXPECT_EQ(modeOf("/0/named"), 0775U);
+  EXPECT_EQ(modeOf("/0/needed"), 0775U);
+}
+
 TEST_F(PackageExpansion, NestedPackagesTakeTheNextNumbersDepthFirst) {
   const std::string innermost = zipBytes({{"c.js", "c"}});
   const std::string inner = zipBytes({{"b.js", "b"}, {"innermost", innermost}});

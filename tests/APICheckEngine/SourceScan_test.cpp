@@ -1,7 +1,7 @@
-#include "APICheckEngine/SourceScan.h"
-
 #include <gtest/gtest.h>
 
+#include "APICheckEngine/search/Excerpts.h"
+#include "APICheckEngine/search/ScriptFunctions.h"
 #include "platform/Limits.h"
 
 using namespace FlashEngine_1_00::detail;
@@ -36,12 +36,26 @@ TEST(SourceScan, ExcerptsKeepTheVariableThatIsAssigned) {
   struct Row {
     const char *before, *excerptStart;
   } rows[] = {
-      {"var t = ", "t = "}, {"var a.b.t =\n\t ", "a.b.t =\n\t "},
-      {"t= ", "t= "},       {"x == ", " "},
-      {"x != ", " "},       {"x += ", " "},
-      {"= ", " "},          {"x = = ", " "},
-      {"return ", " "},     {"a = b = ", "b = "},
-      {"x=y ", " "},        {"t[0] = ", " "},
+      {"var t = ", "t = "},
+      {"var a.b.t =\n\t ", "a.b.t =\n\t "},
+      {"t= ", "t= "},
+      {"x == ", " "},
+      {"x != ", " "},
+      {"x += ", " "},
+      {"= ", " "},
+      {"x = = ", " "},
+      {"return ", " "},
+      {"a = b = ", "b = "},
+      {"x=y ", " "},
+      {"t[0] = ", " "},
+      {"var tv =", "tv ="},
+      {"var a=1,tv =", "tv ="},
+      {"tv =\n\t", "tv =\n\t"},
+      {"x tv \t=\n", "tv \t=\n"},
+      {"x ==", " =="},
+      {"x +=", " +="},
+      {"x =>", " =>"},
+      {"( =", " ="},
   };
   for (const Row& row : rows) {
     const std::string source = row.before + std::string("document.getElementById('tv'); ");

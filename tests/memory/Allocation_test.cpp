@@ -100,6 +100,10 @@ void* operator new(std::size_t size) {
   if (block == nullptr) throw std::bad_alloc();
   return counted(block);
 }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  void* block = fails(__builtin_return_address(0)) ? nullptr : std::malloc(size);
+  return block == nullptr ? nullptr : counted(block);
+}
 void operator delete(void* block) noexcept {
   uncount(block);
   std::free(block);

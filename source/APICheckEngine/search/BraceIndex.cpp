@@ -1,8 +1,10 @@
-#include "APICheckEngine/BraceIndex.h"
+// Test: tests/APICheckEngine/SourceScan_test.cpp.
+
+#include "APICheckEngine/search/BraceIndex.h"
 
 #include <algorithm>
 
-#include "APICheckEngine/NextByte.h"
+#include "APICheckEngine/search/NextByte.h"
 
 namespace FlashEngine_1_00::detail {
 

@@ -1,25 +1,12 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <vector>
 
-// The first pass over one cleaned source: the pieces of text worth looking at, and the functions it defines.
+// The functions that a source defines.
 
 namespace FlashEngine_1_00::detail {
-
-// A piece of a source around a "$(" , "$_" or "document", and how many of these made the same piece.
-struct Excerpt {
-  std::string_view text;
-  int hits;
-};
-
-// The excerpts of `source` (zero-terminated, no zero byte inside), in order, as views into it. An excerpt reaches from
-// the blank before its hit to the blank after the next 430 bytes; where a variable is assigned at that first blank, it
-// starts at the variable.
-std::vector<Excerpt> findExcerpts(std::string_view source);
 
 struct ScriptFunction {
   std::string_view header;  // "function init(a, b)" or "init : function (a)"

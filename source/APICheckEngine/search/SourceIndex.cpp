@@ -1,4 +1,8 @@
-#include "APICheckEngine/SourceIndex.h"
+// Index of one source: of its line feeds from the first question for a line on, of its pieces once plain searches have
+// cost as much as that index does. Until then a search goes through the text, which in most sources happens a few
+// times. Test: tests/APICheckEngine/VariableBinding_test.cpp, tests/regex/trex_differential_test.cpp.
+
+#include "APICheckEngine/search/SourceIndex.h"
 
 #include <algorithm>
 
@@ -9,11 +13,10 @@ constexpr std::size_t kSearchesPerIndex = 32;  // of the whole source, that take
 
 }  // namespace
 
-const TextIndex* SourceIndex::forSearchOf(std::size_t bytes) {
+TextIndex* SourceIndex::forSearchOf(std::size_t bytes) {
   searched_ += bytes;
   if (index_ == nullptr && searched_ / kSearchesPerIndex > source_.size() && source_.size() <= indexRoom_) {
-    index_ = std::make_unique<const TextIndex>(source_);
-    indexRoom_ -= source_.size();
+    index_ = std::make_unique<TextIndex>(source_, indexRoom_);
   }
   return index_.get();
 }

@@ -25,7 +25,7 @@ class SourceIndex {
 
   // The index to search `bytes` of the source with; null as long as searches without one have cost less than it would,
   // and where there is no room for it.
-  const TextIndex* forSearchOf(std::size_t bytes);
+  TextIndex* forSearchOf(std::size_t bytes);
 
   // The 1-based line of a place. A line feed at the very start of the source is not counted.
   int lineOf(std::size_t place);
@@ -35,7 +35,7 @@ class SourceIndex {
   std::string_view text_;
   std::size_t& indexRoom_;
   std::size_t searched_ = 0;  // bytes
-  std::unique_ptr<const TextIndex> index_;
+  std::unique_ptr<TextIndex> index_;
   bool linesKnown_ = false;
   std::vector<std::uint32_t> lineFeeds_;
 };

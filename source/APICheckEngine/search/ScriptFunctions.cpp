@@ -1,24 +1,36 @@
-// Test: tests/APICheckEngine/SourceScan_test.cpp.
+// The functions of a source, block by block.
+//
+// The plain search cuts a block out of the source around every "function" keyword, and searches each block for headers
+// and, behind each, for the brace that balances its body. With blocks inside each other that is done again and again.
+// Here headers are searched for once, in the whole source, and the end of each body is looked up in an index of the
+// braces. A block then has those headers that lie in it and whose bodies end in it. Both searches find the same
+// headers, since a search that begins somewhere in the middle agrees with that of the whole source from the first
+// header on that they have in common; what a block finds before that (because it begins inside a header) is searched
+// for by itself.
+//
+// Of a function that many blocks hold, the first finds and the last one are kept. The first ones are those of the first
+// blocks; so blocks are gone through in their order, and a header that has been found often enough is taken out of a
+// tree of those that are left (Remaining), so that it costs nothing in the blocks that follow. For the last ones blocks
+// are gone through the other way round. Test:
+// tests/APICheckEngine/SourceScan_test.cpp; against the plain search: fuzz/source_scan_fuzz.cpp.
 
-#include "APICheckEngine/SourceScan.h"
+#include "APICheckEngine/search/ScriptFunctions.h"
 
 #include <algorithm>
-#include <cctype>
-#include <string_view>
+#include <string>
 #include <tuple>
 #include <unordered_map>
 #include <utility>
 
-#include "APICheckEngine/BraceIndex.h"
-#include "APICheckEngine/NextByte.h"
+#include "APICheckEngine/search/BraceIndex.h"
+#include "APICheckEngine/search/NextByte.h"
+#include "APICheckEngine/search/Remaining.h"
 #include "platform/Limits.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00::detail {
 namespace {
 
-constexpr std::size_t kExcerptLength = 430;
-constexpr std::size_t kHitLength = 8;  // bytes of "document"; hits are only looked for where that many follow
 constexpr std::size_t kBlockLead = 100;
 constexpr std::string_view kFunctionKeyword = "function";
 
@@ -26,124 +38,6 @@ constexpr std::string_view kFunctionKeyword = "function";
 constexpr const char* kFunctionHeader =
     R"((function\s*[\w\_]*\s*\([\w\_"'\s,]*\))|([\w\_]+\s*[\:]\s*function\s*\([\w\_"'\s,]*\)))";
 
-bool isSpace(char c) {
-  return std::isspace(static_cast<unsigned char>(c)) != 0;
-}
-bool isNameByte(char c) {
-  return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '.';
-}
-
-// The places of "$(", "$ (", "$_" and "document" in any case, as far as kHitLength bytes and one more follow.
-class Hits {
- public:
-  explicit Hits(std::string_view text) : text_(text), dollar_(text, '$'), lower_(text, 'm'), upper_(text, 'M') {}
-
-  // The first one that is not before `at`; npos if there is none.
-  std::size_t from(std::size_t at) {
-    nextDollar_ = std::max(nextDollar_, at);
-    while (fits(nextDollar_ = dollar_.from(nextDollar_)) && !isDollarHit(nextDollar_))
-      ++nextDollar_;
-    nextDocument_ = std::max(nextDocument_, at);
-    while (fits(nextDocument_ = nextM(nextDocument_ + kPlaceOfM)) && !isDocumentHit(nextDocument_))
-      ++nextDocument_;
-    const std::size_t next = std::min(nextDollar_, nextDocument_);
-    return fits(next) ? next : std::string_view::npos;
-  }
-
- private:
-  static constexpr std::string_view kDocument = "DOCUMENT";
-  static constexpr std::size_t kPlaceOfM = 4;  // the letter of it that is rarest in script
-
-  bool fits(std::size_t at) const { return at < text_.size() && text_.size() - at > kHitLength; }
-
-  std::size_t nextM(std::size_t at) {
-    const std::size_t place = std::min(lower_.from(at), upper_.from(at));
-    return place == std::string_view::npos ? place : place - kPlaceOfM;
-  }
-
-  bool isDollarHit(std::size_t at) const {
-    const char next = text_[at + 1] == ' ' ? text_[at + 2] : text_[at + 1];
-    return next == '_' || next == '(';
-  }
-
-  bool isDocumentHit(std::size_t at) const {
-    return std::equal(kDocument.begin(), kDocument.end(), text_.data() + at, [](char u, char c) {
-      return u == static_cast<char>(static_cast<unsigned char>(c) & 0xDF);  // bit 5 is that of the lower case
-    });
-  }
-
-  std::string_view text_;
-  NextByte dollar_;
-  NextByte lower_;
-  NextByte upper_;
-  std::size_t nextDollar_ = 0;
-  std::size_t nextDocument_ = 0;
-};
-
-// Where an excerpt that starts at the blank `blank` has to start to keep the variable that is assigned there: for
-// "t = document..." at the "t". `blank` itself if no name with a single "=" stands there.
-std::size_t assignedVariable(std::string_view text, std::size_t blank) {
-  std::size_t at = blank;
-  const auto skipSpace = [&] {
-    while (at > 0 && isSpace(text[at - 1]))
-      --at;
-  };
-  skipSpace();
-  if (at == 0 || text[at - 1] != '=') return blank;
-  --at;
-  skipSpace();
-  const std::size_t nameEnd = at;
-  while (at > 0 && isNameByte(text[at - 1]))
-    --at;
-  return at < nameEnd ? at : blank;
-}
-
-// A list of places from which some are taken, and that is asked many times for the next one up to some bound: a tree of
-// minima, the places at its leaves.
-class Remaining {
- public:
-  static constexpr std::size_t kTaken = static_cast<std::size_t>(-1);
-
-  explicit Remaining(const std::vector<std::size_t>& places) : count_(places.size()) {
-    while (leaves_ < count_)
-      leaves_ *= 2;
-    least_.assign(2 * leaves_, kTaken);
-    std::copy(places.begin(), places.end(), least_.begin() + static_cast<std::ptrdiff_t>(leaves_));
-    for (std::size_t node = leaves_; --node > 0;)
-      least_[node] = std::min(least_[2 * node], least_[2 * node + 1]);
-  }
-
-  // The position of the first place left that is not before position `from` and at most `bound`; their number if there
-  // is none.
-  std::size_t next(std::size_t from, std::size_t bound) const {
-    if (from >= count_) return count_;
-    std::size_t node = leaves_ + from;
-    while (least_[node] > bound) {
-      while (node % 2 == 1)
-        node /= 2;
-      if (node == 0) return count_;
-      ++node;
-    }
-    while (node < leaves_) {
-      node *= 2;
-      if (least_[node] > bound) ++node;
-    }
-    return node - leaves_;
-  }
-
-  void take(std::size_t position) {
-    least_[leaves_ + position] = kTaken;
-    for (std::size_t node = (leaves_ + position) / 2; node > 0; node /= 2)
-      least_[node] = std::min(least_[2 * node], least_[2 * node + 1]);
-  }
-
- private:
-  std::size_t count_;
-  std::size_t leaves_ = 1;
-  std::vector<std::size_t> least_;
-};
-
-// The functions of a source, block by block. The headers are searched for once, not once for every block around them.
 class FunctionFinder {
  public:
   explicit FunctionFinder(std::string_view text) : text_(text), braces_(text) {
@@ -313,35 +207,6 @@ class FunctionFinder {
 };
 
 }  // namespace
-
-std::vector<Excerpt> findExcerpts(std::string_view source) {
-  std::vector<Excerpt> excerpts;
-  Hits hits(source);
-  std::size_t last = 0;      // the hit before
-  std::size_t blank = 0;     // the nearest one so far, or the start
-  std::size_t begin = 0;     // where an excerpt from there starts
-  std::size_t stopFrom = 0;  // the blank after stopFrom is at stop, as far as that is known
-  std::size_t stop = 0;
-  for (std::size_t at = 0; (at = hits.from(at)) != std::string_view::npos; last = at++) {
-    const std::size_t nearest = source.substr(last, at - last).rfind(' ');
-    if (nearest != std::string_view::npos || excerpts.empty()) {
-      if (nearest != std::string_view::npos) blank = last + nearest;
-      begin = source[blank] == ' ' ? assignedVariable(source, blank) : blank;
-    }
-    const std::size_t from = blank + std::min(source.size() - at - 1, kExcerptLength);
-    if (from < stopFrom || from > stop) {
-      stopFrom = from;
-      stop = std::min(source.find(' ', from), source.size() - 1);
-    }
-    const std::string_view text = source.substr(begin, stop - begin);
-    if (!excerpts.empty() && excerpts.back().text.data() == text.data() && excerpts.back().text.size() == text.size()) {
-      ++excerpts.back().hits;
-    } else {
-      excerpts.push_back({text, 1});
-    }
-  }
-  return excerpts;
-}
 
 ScriptFunctions findFunctions(std::string_view source) {
   if (source.find(kFunctionKeyword) == std::string_view::npos) return {};

@@ -1,0 +1,70 @@
+// Call texts: patterns assembled from their pieces, and the names of built-in functions. Read by the script and the
+// Flash scanners. Test: tests/APICheckEngine/CallExtraction_test.cpp, tests/APICheckEngine/FlashCalls_test.cpp.
+
+#include "APICheckEngine/CallText.h"
+
+#include <iterator>
+#include <set>
+#include <string_view>
+#include <unordered_set>
+
+#include "APICheckEngine/Keys.h"
+#include "APICheckEngine/Tables.h"
+#include "regex/Pattern.h"
+
+namespace FlashEngine_1_00::detail {
+namespace {
+
+// What may stand before a variable; of a longer name that ends in it, only "_" may.
+constexpr const char* kSeparator = R"([\+\-\_\*\/\%\(\{\[\;\:\,\?\s])";
+// `Execute( "Start"`; not `Execute (`.
+constexpr const char* kExecuteCall = R"(Execute\(\s*["']*[\w\s\_]*["']*)";
+
+// The names of SystemFunctionPool, and how long they are.
+struct BuiltInNames {
+  BuiltInNames() : texts(std::begin(SystemFunctionPool), std::end(SystemFunctionPool)) {
+    for (const std::string_view name : texts)
+      sizes.insert(name.size());
+  }
+  std::unordered_set<std::string_view> texts;
+  std::set<std::size_t> sizes;
+};
+
+}  // namespace
+
+std::string callOn(const std::string& variable) {
+  const std::string call = kSeparator + variable + R"(\s*\.\s*[\w\_]+\s*)";
+  return "(" + call + R"(\([\[\.\]\d"',\s\w\_\(\)/]*\))" + ")|(" + call + R"(\([\s]*\))" + ")";
+}
+
+std::string lookupOf(const std::string& id) {
+  return R"([\(][\s"']*)" + id + R"([\s"']*[\)]\s*\.)";
+}
+
+std::string callOnLookupOf(const std::string& id) {
+  return lookupOf(id) + R"(\s*[\w\d\_]+\s*\()";
+}
+
+// Instead of each name in the text, what stands before each parenthesis is looked up, in all the lengths that names
+// have: a name before a parenthesis is found in both ways.
+bool holdsBuiltIn(const std::string& callText) {
+  static const BuiltInNames names;
+  const std::string_view text = callText;
+  for (std::size_t open = text.find('('); open != std::string_view::npos; open = text.find('(', open + 1)) {
+    for (const std::size_t size : names.sizes) {
+      if (size > open) break;
+      if (names.texts.count(text.substr(open - size, size)) > 0) return true;
+    }
+  }
+  return false;
+}
+
+std::string executedMethod(const std::string& callText) {
+  std::string name(Pattern(kExecuteCall).search(callText.c_str()));
+  // KEPT: single quotes stay in the name. Databases list such names with them. (test SingleQuotesStayInExtensionNames)
+  for (const char* removed : {"\n", "Execute", " ", "(", "\""})
+    name = without(name, removed);
+  return name;
+}
+
+}  // namespace FlashEngine_1_00::detail

@@ -1,0 +1,128 @@
+// Calls that pass a symbol.
+//
+// The plain search looks for the symbol, goes back over the arguments before it to the call's name, and tries the
+// pattern there. With thousands of symbols in the same long call, each of them goes through the whole call. After a few
+// symbols the source is therefore prepared for many: all places where a call can begin (a word, white space, a
+// parenthesis) are found, with the bytes behind it that the pattern lets stand among arguments.
+//
+// The pattern's repetition before the symbol takes at least one byte and stops at the first one behind it with which
+// the symbol begins; it does not try other places. So a call can only pass a symbol that stands where its first byte
+// occurs for the first time, the very first argument byte left aside. For each first byte, there is at most one such
+// place in a call; they are sorted by the text there, and a symbol's are next to each other. The very first byte is a
+// place as well: what comes before it may be more white space than a repetition takes. These are all the places that
+// can be, and at each of them the pattern is tried, as the plain search would, from the word before the parenthesis or,
+// if that is further on, the end of the match before. Test: tests/APICheckEngine/Search_test.cpp, against
+// the plain search.
+
+#include "APICheckEngine/search/ArgumentCalls.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstring>
+
+#include "regex/Pattern.h"
+
+namespace FlashEngine_1_00::detail {
+namespace {
+
+constexpr int kPlainSearches = 16;
+constexpr std::size_t kCompared = 256;  // bytes of a symbol by which places are sorted
+
+bool isSpace(char c) {
+  return std::isspace(static_cast<unsigned char>(c)) != 0;
+}
+bool isWordByte(char c) {
+  return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
+}
+bool isArgumentByte(char c) {
+  return isWordByte(c) || isSpace(c) || c == '"' || c == '\'' || c == ',' || c == '.';
+}
+
+}  // namespace
+
+std::string callWithArgument(const std::string& symbol) {
+  return R"([\w\d\_]+\s*\(\s*[\d\w\_"'\s,\.]*)" + symbol + R"(\s*[\d\w\_"'\s,\.]*\)\s*)";
+}
+
+std::vector<std::string_view> ArgumentCalls::passing(const std::string& symbol) {
+  const bool isWord = !symbol.empty() && std::all_of(symbol.begin(), symbol.end(), isWordByte);
+  if (!isWord || searches_++ < kPlainSearches) return plainlyPassing(symbol);
+  std::vector<std::string_view> calls;
+  const std::vector<std::size_t> heads = headsPassing(symbol);
+  if (heads.empty()) return calls;
+  const Pattern pattern(callWithArgument(symbol));
+  MatchCursor at(pattern, source_.text(), source_.forSearchOf(source_.text().size()));
+  const char* from = source_.text().data();
+  for (const std::size_t head : heads) {
+    from = std::max(from, heads_[head].name);
+    if (from >= heads_[head].open || !at.nextIn(from, heads_[head].open)) continue;
+    calls.push_back(at.view());
+    from = at.view().data() + at.view().size();
+  }
+  return calls;
+}
+
+std::vector<std::string_view> ArgumentCalls::plainlyPassing(const std::string& symbol) {
+  std::vector<std::string_view> calls;
+  const Pattern pattern(callWithArgument(symbol));
+  for (MatchCursor at(pattern, source_.text(), source_.forSearchOf(source_.text().size())); at.next();)
+    calls.push_back(at.view());
+  return calls;
+}
+
+void ArgumentCalls::findHeads() {
+  const std::string_view text = source_.text();
+  const char* const begin = text.data();
+  const char* const end = begin + text.size();
+  for (std::size_t place = text.find('('); place != std::string_view::npos; place = text.find('(', place + 1)) {
+    const char* const open = begin + place;
+    const char* nameEnd = open;
+    while (nameEnd > begin && isSpace(nameEnd[-1]))
+      --nameEnd;
+    const char* name = nameEnd;
+    while (name > begin && isWordByte(name[-1]))
+      --name;
+    if (name == nameEnd) continue;
+    const char* const arguments = std::find_if_not(open + 1, end, isSpace);
+    heads_.push_back({name, open, arguments, std::find_if_not(arguments, end, isArgumentByte)});
+  }
+}
+
+// Those of the symbols that begin with `first`.
+const std::vector<ArgumentCalls::Place>& ArgumentCalls::placesOf(char first) {
+  if (heads_.empty()) findHeads();
+  const auto [known, isNew] = places_.try_emplace(first);
+  std::vector<Place>& places = known->second;
+  if (!isNew) return places;
+  for (std::size_t i = 0; i < heads_.size(); ++i) {
+    const Head& head = heads_[i];
+    if (head.arguments == head.end) continue;
+    const auto add = [&](const char* at) {
+      places.push_back({{at, std::min(static_cast<std::size_t>(head.end - at), kCompared)}, i});
+    };
+    if (*head.arguments == first) add(head.arguments);
+    const char* const behind = head.arguments + 1;
+    const void* at = std::memchr(behind, first, static_cast<std::size_t>(head.end - behind));
+    if (at != nullptr) add(static_cast<const char*>(at));
+  }
+  std::sort(places.begin(), places.end(), [](const Place& a, const Place& b) { return a.text < b.text; });
+  return places;
+}
+
+// The positions of the calls at whose places the symbol stands, each once and in order.
+std::vector<std::size_t> ArgumentCalls::headsPassing(const std::string& symbol) {
+  const std::vector<Place>& places = placesOf(symbol[0]);
+  const std::string_view compared = std::string_view(symbol).substr(0, kCompared);
+  std::vector<std::size_t> heads;
+  for (auto place = std::lower_bound(places.begin(), places.end(), compared,
+                                     [](const Place&a, std::string_view b) { return a.text < b; });
+       place != places.end() && place->text.substr(0, compared.size()) == compared; ++place) {
+    const auto room = static_cast<std::size_t>(heads_[place->head].end - place->text.data());
+    if (std::string_view(place->text.data(), std::min(room, symbol.size())) == symbol) heads.push_back(place->head);
+  }
+  std::sort(heads.begin(), heads.end());
+  heads.erase(std::unique(heads.begin(), heads.end()), heads.end());
+  return heads;
+}
+
+}  // namespace FlashEngine_1_00::detail

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "APICheckEngine/search/SourceIndex.h"
+
+namespace FlashEngine_1_00::detail {
+
+// A call with `symbol` among its arguments, as a pattern: "init ( 'tv', 3)"; not "init(a + tv)".
+std::string callWithArgument(const std::string& symbol);
+
+// Finds the calls in one source that pass a symbol.
+class ArgumentCalls {
+ public:
+  explicit ArgumentCalls(SourceIndex& source) : source_(source) {}
+
+  // The matches of callWithArgument(symbol), in order.
+  std::vector<std::string_view> passing(const std::string& symbol);
+
+ private:
+  // A place where a call can begin.
+  struct Head {
+    const char* name;       // the first byte of the word before the parenthesis
+    const char* open;       // the parenthesis
+    const char* arguments;  // the first byte behind it that is no white space
+    const char* end;        // of the bytes from there on that a match can hold
+  };
+
+  // Where a symbol can stand that begins with a certain byte, and the call there.
+  struct Place {
+    std::string_view text;  // from there on, as far as it is compared
+    std::size_t head;       // position in heads_
+  };
+
+  std::vector<std::string_view> plainlyPassing(const std::string& symbol);
+  void findHeads();
+  const std::vector<Place>& placesOf(char first);
+  std::vector<std::size_t> headsPassing(const std::string& symbol);
+
+  SourceIndex& source_;
+  int searches_ = 0;
+  std::vector<Head> heads_;                              // in order; found when there were many searches
+  std::unordered_map<char, std::vector<Place>> places_;  // by first byte, sorted by text
+};
+
+}  // namespace FlashEngine_1_00::detail

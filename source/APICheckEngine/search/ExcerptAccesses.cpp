@@ -1,0 +1,74 @@
+// Accesses in excerpts, which overlap: the source is searched once for all of them.
+//
+// The plain search takes each excerpt as a text of its own and searches it from its beginning, each search starting
+// where the match before it ended. What it finds depends on where it begins: from inside "a.b = $('tv')" it finds
+// "b = $('tv')". So for every place of the source at which a match begins, the match is found here, once, and kept. An
+// excerpt then goes from one to the next: to the first that does not begin before the excerpt, to the first that does
+// not begin before that one's end, and so on. This finds what the plain search finds:
+//
+// - Whether a match begins at a place, and where it ends, depends on nothing before that place: the access patterns
+//   test for no beginning of the text.
+// - Nor does it depend on what stands behind the match, but for one byte: a repetition takes all the bytes that it can,
+//   and what it can take next is a matter of the next byte. The patterns end with repetitions, so that a match of the
+//   whole source ends where the text of an excerpt that reaches further would end it.
+// - It does depend on the excerpt's end if the match reaches it: there the plain search sees the end of its text. Such
+//   a match, and the last one only can be it, is searched for once more in a copy of what is left of the excerpt. If
+//   that search finds something shorter, more can follow, and is found in the copy as well.
+// - What stands behind the closing bracket of a look-up is optional in the patterns: more text can make a match longer,
+//   but cannot undo it. So every match of the plain search begins where one of the source does.
+//
+// Test:
+// tests/APICheckEngine/Search_test.cpp, against the plain search.
+
+#include "APICheckEngine/search/ExcerptAccesses.h"
+
+#include <algorithm>
+
+namespace FlashEngine_1_00::detail {
+
+std::vector<std::size_t> ExcerptAccesses::in(std::string_view excerpt) {
+  const char* const end = excerpt.data() + excerpt.size();
+  findPlaces(excerpt.data(), end);
+  std::vector<std::size_t> accesses;
+  auto place = std::partition_point(places_.begin(), places_.end(),
+                                    [&](const Place& p) { return p.text.data() < excerpt.data(); });
+  for (const char* at = excerpt.data(); place != places_.end() && place->text.data() < end; ++place) {
+    if (place->text.data() < at) continue;
+    at = place->text.data() + place->text.size();
+    if (at >= end) {
+      addCut({place->text.data(), static_cast<std::size_t>(end - place->text.data())}, accesses);
+      break;
+    }
+    if (place->access == kUnknown) place->access = accessOf(place->text);
+    accesses.push_back(place->access);
+  }
+  return accesses;
+}
+
+// Adds the accesses in what is left of an excerpt whose end cuts one.
+void ExcerptAccesses::addCut(std::string_view rest, std::vector<std::size_t>& accesses) {
+  const std::string copy(rest);
+  for (MatchCursor at(pattern_, copy.c_str()); at.next();)
+    accesses.push_back(accessOf(at.view()));
+}
+
+// Makes places_ hold all places in [begin, end). Excerpts behind a gap share none with those before it.
+void ExcerptAccesses::findPlaces(const char* begin, const char* end) {
+  if (begin >= searchedTo_) {
+    places_.clear();
+    searchedTo_ = begin;
+  }
+  while (searchedTo_ < end) {
+    const bool isThere = cursor_.nextIn(searchedTo_, end);
+    if (isThere) places_.push_back({cursor_.view(), kUnknown});
+    searchedTo_ = isThere ? cursor_.view().data() + 1 : end;
+  }
+}
+
+std::size_t ExcerptAccesses::accessOf(std::string_view text) {
+  const auto [known, isNew] = positions_.try_emplace(std::string(text), texts_.size());
+  if (isNew) texts_.push_back(known->first);
+  return known->second;
+}
+
+}  // namespace FlashEngine_1_00::detail
