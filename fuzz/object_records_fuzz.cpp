@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "APICheckEngine/Keys.h"
-#include "APICheckEngine/SourceScan.h"
+#include "APICheckEngine/search/ScriptFunctions.h"
 #include "Support.h"
 
 using namespace FlashEngine_1_00;

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <map>
 
-#include "APICheckEngine/SourceScan.h"
+#include "APICheckEngine/search/Excerpts.h"
+#include "APICheckEngine/search/ScriptFunctions.h"
 #include "Support.h"
 #include "platform/Limits.h"
 #include "regex/Pattern.h"
@@ -25,11 +26,16 @@ bool isHit(const std::string& text, std::size_t at) {
   return word == "DOCUMENT" || (text[at] == '$' && (next == '_' || next == '('));
 }
 
-// Where the "name = " begins that ends right before `blank`; `blank` if there is none.
+// Where the "name =" begins whose "=" is next to the white space at `blank`, before or behind it; `blank` if there is
+// none.
 std::size_t assignment(const std::string& text, std::size_t blank) {
   if (text[blank] != ' ') return blank;
-  const std::size_t equals = text.substr(0, blank).find_last_not_of(" \t\n\v\f\r");
-  if (equals == std::string::npos || text[equals] != '=') return blank;
+  std::size_t equals = text.substr(0, blank).find_last_not_of(" \t\n\v\f\r");
+  if (equals == std::string::npos || text[equals] != '=') {
+    equals = text.find_first_not_of(" \t\n\v\f\r", blank);
+    if (equals == std::string::npos || text[equals] != '=') return blank;
+    if (equals + 1 < text.size() && (text[equals + 1] == '=' || text[equals + 1] == '>')) return blank;
+  }
   const std::size_t last = text.substr(0, equals).find_last_not_of(" \t\n\v\f\r");
   std::size_t begin = last + 1;  // 0 if there is nothing
   while (begin > 0 && (std::isalnum(static_cast<unsigned char>(text[begin - 1])) != 0 || text[begin - 1] == '_' ||

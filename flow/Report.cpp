@@ -1,0 +1,276 @@
+// Report: what was recorded, judged and placed. Test: tests/flow/Analysis_test.cpp.
+
+#include <algorithm>
+#include <tuple>
+
+#include "flow/Analysis.h"
+
+namespace flow {
+namespace {
+
+constexpr std::size_t kMaxCode = 160;
+constexpr std::size_t kMaxSteps = 40;
+
+std::size_t distance(const std::string& left, const std::string& right) {
+  std::vector<std::size_t> row(right.size() + 1);
+  for (std::size_t i = 0; i <= right.size(); ++i)
+    row[i] = i;
+  for (std::size_t i = 1; i <= left.size(); ++i) {
+    std::size_t corner = row[0];
+    row[0] = i;
+    for (std::size_t k = 1; k <= right.size(); ++k) {
+      const std::size_t above = row[k];
+      row[k] = std::min({row[k] + 1, row[k - 1] + 1, corner + (left[i - 1] == right[k - 1] ? 0 : 1)});
+      corner = above;
+    }
+  }
+  return row[right.size()];
+}
+
+}  // namespace
+
+struct ReportMaker {
+  Analysis& a;
+  std::map<std::uint32_t, std::vector<std::size_t>> lineStarts;
+  std::map<std::string, std::set<std::string>> documented;
+  std::set<std::string> anyDocumented;
+
+  explicit ReportMaker(Analysis& analysis) : a(analysis) {
+    for (const auto& [plugin, methods] : a.database.methods) {
+      documented[plugin].insert(methods.begin(), methods.end());
+      anyDocumented.insert(methods.begin(), methods.end());
+    }
+  }
+
+  Place placeIn(std::uint32_t file, std::size_t offset) {
+    const std::string& text = a.files[file].bytes;
+    auto& starts = lineStarts[file];
+    if (starts.empty()) {
+      starts.push_back(0);
+      for (std::size_t i = 0; i < text.size(); ++i)
+        if (text[i] == '\n') starts.push_back(i + 1);
+    }
+    offset = std::min(offset, text.size());
+    const auto next = std::upper_bound(starts.begin(), starts.end(), offset);
+    Place place;
+    place.path = a.files[file].path;
+    place.line = static_cast<int>(next - starts.begin());
+    place.column = 1;
+    for (std::size_t i = *std::prev(next); i < offset; ++i)
+      if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) ++place.column;
+    place.offset = offset;
+    return place;
+  }
+
+  Place place(const Where& where) {
+    if (where.unit >= a.units.size()) return {};
+    const Unit& unit = a.units[where.unit];
+    return placeIn(unit.file, unit.base + (unit.isExact ? where.offset : 0));
+  }
+
+  std::string codeAt(const Where& where) const {
+    if (where.unit >= a.units.size()) return {};
+    const Unit& unit = a.units[where.unit];
+    // The outermost node that begins there and is a call.
+    std::string best;
+    for (Ast ast = 0; ast < unit.nodes.size(); ++ast) {
+      const Node& node = unit.nodes[ast];
+      if (node.begin != where.offset || (node.kind != Kind::callExpression && node.kind != Kind::newExpression))
+        continue;
+      best = unit.text.substr(node.begin, std::min<std::size_t>(node.end - node.begin, kMaxCode));
+      break;
+    }
+    return best;
+  }
+
+  std::string advice(const std::string& plugin, const std::string& method) const {
+    const auto own = documented.find(plugin);
+    if (anyDocumented.count(method)) {
+      for (const auto& [other, methods] : documented)
+        if (other != plugin && methods.count(method)) return "documented for " + other + ", not for " + plugin;
+      return {};
+    }
+    if (own == documented.end()) return {};
+    std::string best;
+    std::size_t least = std::max<std::size_t>(2, method.size() / 3) + 1;
+    for (const std::string& candidate : own->second) {
+      const std::size_t far = distance(method.substr(0, 80), candidate.substr(0, 80));
+      if (far < least) {
+        least = far;
+        best = candidate;
+      }
+    }
+    return best.empty() ? best : "did you mean '" + best + "'?";
+  }
+
+  void addStep(std::vector<TraceStep>& trace, const std::string& what, const Place& where) {
+    if (where.line == 0 || where.path[0] == '\x01') return;
+    if (!trace.empty() && trace.back().place.path == where.path && trace.back().place.offset == where.offset) return;
+    trace.push_back({what, where});
+  }
+
+  std::vector<TraceStep> traceOf(NodeId node, Value value, ObjectId element) {
+    std::vector<TraceStep> trace;
+    std::set<NodeId> seen;
+    while (node != 0 && trace.size() < kMaxSteps && seen.insert(node).second) {
+      const std::string name = a.names.text(a.solver.name(node));
+      std::string what;
+      switch (a.solver.step(node)) {
+        case Step::lookUp:
+          what = "look-up '" + name + "'";
+          break;
+        case Step::variable:
+          what = "variable '" + name + "'";
+          break;
+        case Step::property:
+          what = name.empty() ? "property" : "property '" + name + "'";
+          break;
+        case Step::parameter:
+          what = "parameter '" + name + "'";
+          break;
+        case Step::result:
+          what = name.empty() ? "result" : "result of '" + name + "'";
+          break;
+        default:
+          break;
+      }
+      if (!what.empty()) addStep(trace, what, place(a.solver.where(node)));
+      NodeId from = 0;
+      for (const Arrival& arrival : a.solver.values(node))
+        if (arrival.value == value) from = arrival.from;
+      // A method that was read off an element: on with the element.
+      if (from != 0 && !a.solver.has(from, value) && isObject(value) && a.object(value).cls == Class::pluginMethod)
+        value = a.object(value).a;
+      node = from;
+    }
+    const ElementInfo& info = a.elements[a.object(element).a];
+    if (!info.place.path.empty()) {
+      const auto file = a.fileByPath.find(info.place.path);
+      if (file != a.fileByPath.end()) addStep(trace, "element", placeIn(file->second, info.place.offset));
+    }
+    std::reverse(trace.begin(), trace.end());
+    return trace;
+  }
+
+  bool isOwnProperty(ObjectId element, Name method) const {
+    const Object& of = a.object(element);
+    const auto found = of.index.find(method);
+    if (found == of.index.end()) return false;
+    const Property& property = of.properties[found->second];
+    return property.isWritten && !a.solver.isEmpty(property.node);
+  }
+
+  bool isReached(const Recorded& recorded) const {
+    return recorded.site.act == kNobody || a.realms[a.acts[recorded.site.act].realm].isReached;
+  }
+
+  using CallKey = std::tuple<std::string, std::size_t, std::string>;
+  std::map<CallKey, FoundCall> calls;
+  std::map<std::tuple<std::string, std::size_t, std::string>, Open> open;
+
+  void addCall(const Recorded& recorded, const std::string& plugin, const std::string& method, std::uint8_t level) {
+    const Place methodPlace = place(recorded.site.method);
+    // One call is one finding, on the plug-in that is surest.
+    const CallKey key{methodPlace.path, methodPlace.offset, method};
+    const auto confidence = level == 0 ? Confidence::certain : level == 1 ? Confidence::likely : Confidence::possible;
+    const auto known = calls.find(key);
+    if (known != calls.end()) {
+      if (confidence >= known->second.confidence) return;
+      calls.erase(known);
+    }
+    FoundCall call;
+    call.plugin = plugin;
+    call.method = method;
+    call.place = place(recorded.site.where);
+    call.methodPlace = methodPlace;
+    call.code = codeAt(recorded.site.where);
+    call.judgement = documented[plugin].count(method) ? Judgement::documented
+                     : anyDocumented.count(method)    ? Judgement::documentedForOther
+                                                      : Judgement::undocumented;
+    call.confidence = confidence;
+    call.isReached = isReached(recorded);
+    if (call.judgement != Judgement::documented) {
+      call.trace = traceOf(recorded.from, recorded.value, recorded.element);
+      addStep(call.trace, "call of '" + method + "'", methodPlace);
+      call.advice = advice(plugin, method);
+    }
+    calls.emplace(key, std::move(call));
+  }
+
+  void addOpen(const Recorded& recorded, const std::string& plugin, const std::string& reason, bool isOnPlugin) {
+    Open made;
+    made.plugin = plugin;
+    made.place = place(recorded.site.where);
+    made.reason = reason;
+    made.code = codeAt(recorded.site.where);
+    made.isOnPlugin = isOnPlugin;
+    open.emplace(std::make_tuple(made.place.path, made.place.offset, reason), made);
+  }
+
+  void take(const Recorded& recorded) {
+    const ElementInfo& info = a.elements[a.object(recorded.element).a];
+    for (const std::string& plugin : info.plugins) {
+      if (!recorded.isNameKnown) {
+        const NodeId key = recorded.args->nodes[0];
+        if (a.solver.isEmpty(key) || a.solver.has(key, kUnknown))
+          addOpen(recorded, plugin, "the name of the method is not known", true);
+        continue;
+      }
+      const std::string& method = a.names.text(recorded.method);
+      if (isOwnProperty(recorded.element, recorded.method)) continue;
+      if (method == "Execute") {
+        takeExecute(recorded, plugin);
+        continue;
+      }
+      addCall(recorded, plugin, method, recorded.level);
+    }
+  }
+
+  // The extension call: its first text names the method.
+  void takeExecute(const Recorded& recorded, const std::string& plugin) {
+    const NodeId first = recorded.first;
+    bool isKnown = false;
+    for (const Arrival& value : first ? a.solver.values(first) : std::vector<Arrival>()) {
+      if (!isText(value.value) || isNumber(value.value)) continue;
+      std::string name = a.names.text(nameIn(value.value));
+      name.resize(std::min(name.size(),
+                           name.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_ ")));
+      name.erase(std::remove(name.begin(), name.end(), ' '), name.end());
+      if (name.empty()) continue;
+      isKnown = true;
+      addCall(recorded, plugin, name, std::max(recorded.level, value.level));
+    }
+    if (!isKnown || a.solver.has(first, kUnknown))
+      addOpen(recorded, plugin, "the name that is passed to Execute is not known", true);
+  }
+
+  void run() {
+    for (std::size_t i = 0; i < a.recorded.size(); ++i)
+      take(a.recorded[i]);
+    a.solver.run();
+    for (auto& [key, call] : calls)
+      a.result.calls.push_back(std::move(call));
+    std::stable_sort(a.result.calls.begin(), a.result.calls.end(), [](const FoundCall& x, const FoundCall& y) {
+      return std::tie(x.place.path, x.place.line, x.place.column, x.method, x.plugin) <
+             std::tie(y.place.path, y.place.line, y.place.column, y.method, y.plugin);
+    });
+    for (auto& [key, made] : open)
+      a.result.open.push_back(std::move(made));
+    for (const ElementInfo& info : a.elements) {
+      for (const std::string& plugin : info.plugins) {
+        Element element;
+        element.plugin = plugin;
+        if (!info.ids.empty()) element.id = a.names.text(*info.ids.begin());
+        const auto file = a.fileByPath.find(info.place.path);
+        if (file != a.fileByPath.end()) element.place = placeIn(file->second, info.place.offset);
+        a.result.elements.push_back(std::move(element));
+      }
+    }
+  }
+};
+
+void makeReport(Analysis& analysis) {
+  ReportMaker(analysis).run();
+}
+
+}  // namespace flow

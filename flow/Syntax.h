@@ -1,0 +1,194 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+// Syntax: a script as a flat array of nodes.
+//
+// The array is in preorder: the children of node n begin at n + 1, each ends where the next one begins, and the last
+// one ends where n does. Comments and punctuation are left out; what they say (operators, "static", "get") stands in
+// their parent. Text that no grammar fits is an `error` node around what could be read of it.
+
+namespace flow {
+
+enum class Kind : std::uint8_t {
+  other,
+  error,
+  program,
+  exportStatement,
+  namespaceExport,
+  exportClause,
+  exportSpecifier,
+  importWord,
+  importStatement,
+  importClause,
+  namespaceImport,
+  namedImports,
+  importSpecifier,
+  expressionStatement,
+  variableDeclaration,
+  lexicalDeclaration,
+  variableDeclarator,
+  statementBlock,
+  elseClause,
+  ifStatement,
+  switchStatement,
+  forStatement,
+  forInStatement,
+  whileStatement,
+  doStatement,
+  tryStatement,
+  withStatement,
+  breakStatement,
+  continueStatement,
+  returnStatement,
+  throwStatement,
+  labeledStatement,
+  switchBody,
+  switchCase,
+  switchDefault,
+  catchClause,
+  finallyClause,
+  parenthesizedExpression,
+  yieldExpression,
+  object,
+  objectPattern,
+  assignmentPattern,
+  objectAssignmentPattern,
+  array,
+  arrayPattern,
+  classExpression,
+  classDeclaration,
+  classHeritage,
+  functionExpression,
+  functionDeclaration,
+  generatorFunction,
+  generatorFunctionDeclaration,
+  arrowFunction,
+  callExpression,
+  newExpression,
+  awaitExpression,
+  memberExpression,
+  subscriptExpression,
+  assignmentExpression,
+  augmentedAssignmentExpression,
+  spreadElement,
+  ternaryExpression,
+  binaryExpression,
+  unaryExpression,
+  updateExpression,
+  sequenceExpression,
+  string,
+  stringFragment,
+  escapeSequence,
+  templateString,
+  templateSubstitution,
+  regex,
+  number,
+  identifier,
+  privatePropertyIdentifier,
+  metaProperty,
+  thisWord,
+  superWord,
+  literalWord,  // true, false, null, undefined
+  arguments,
+  classBody,
+  fieldDefinition,
+  formalParameters,
+  classStaticBlock,
+  restPattern,
+  methodDefinition,
+  pair,
+  pairPattern,
+  computedPropertyName,
+  propertyIdentifier,
+  shorthandProperty,
+  shorthandPattern,
+  statementIdentifier,
+};
+
+enum class Field : std::uint8_t {
+  none,
+  alias,
+  alternative,
+  arguments,
+  argument,
+  body,
+  condition,
+  consequence,
+  constructor,
+  declaration,
+  finalizer,
+  function,
+  handler,
+  increment,
+  index,
+  initializer,
+  key,
+  kind,
+  label,
+  left,
+  member,
+  name,
+  object,
+  operatorSign,
+  parameter,
+  parameters,
+  property,
+  right,
+  source,
+  value,
+};
+
+// What the words and signs of a node say.
+enum Mark : std::uint16_t {
+  kStatic = 1,
+  kGet = 2,
+  kSet = 4,
+  kAsync = 8,
+  kStar = 16,
+  kDefault = 32,
+  kOf = 64,
+  kVar = 128,
+  kLexical = 256,   // let, const
+  kPlus = 512,      // + and +=
+  kLogical = 1024,  // && || ??, and with =
+  kOr = 2048,       // || or ??
+  kCommaMark = 4096,
+};
+
+struct Node {
+  Kind kind = Kind::other;
+  Field field = Field::none;
+  std::uint16_t marks = 0;
+  std::uint32_t begin = 0;  // bytes in the script
+  std::uint32_t end = 0;
+  std::uint32_t last = 0;  // index after the last node inside
+};
+
+using Ast = std::uint32_t;  // index of a node; 0 is the program, and stands for "none" where a child is meant
+
+struct Tree {
+  std::vector<Node> nodes;
+  bool isWhole = true;  // false: time was up, or it has more nodes than are kept
+};
+
+struct ParseLimits {
+  std::size_t nodes = 3'000'000;
+  std::uint64_t micros = 4'000'000;
+};
+
+// Never fails: any text has a tree. It is empty, and not whole, where the parser gave up.
+Tree parseScript(std::string_view text, const ParseLimits& limits);
+
+// The first child of `parent` in that field, or 0.
+Ast childIn(const std::vector<Node>& nodes, Ast parent, Field field);
+
+// The first child of `parent`, or 0.
+inline Ast firstChild(const std::vector<Node>& nodes, Ast parent) {
+  return parent + 1 < nodes[parent].last ? parent + 1 : 0;
+}
+
+}  // namespace flow

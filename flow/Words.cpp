@@ -1,0 +1,153 @@
+// Words: plain searches. Test: tests/flow/Analysis_test.cpp.
+
+#include "flow/Words.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace flow {
+namespace {
+
+struct LibrarySign {
+  const char* name;
+  const char* sign;    // stands at its beginning
+  const char* second;  // stands somewhere in it
+};
+
+// What the banners and the insides of libraries have.
+constexpr LibrarySign kLibraries[] = {
+    {"jQuery", "jQuery v", "fn.init"},
+    {"jQuery", "jQuery JavaScript Library", "fn.init"},
+    {"jQuery Migrate", "jQuery Migrate", "migrate"},
+    {"jQuery UI", "jQuery UI", "widget"},
+    {"Zepto", "Zepto", "zepto"},
+    {"AngularJS", "AngularJS v", "$injector"},
+    {"Bootstrap", "Bootstrap v", "dropdown"},
+    {"video.js", "Video.js", "techOrder"},
+    {"lodash", "lodash", "lodash"},
+    {"Lodash", "Lodash", "lodash"},
+    {"Underscore", "Underscore.js", "_.each"},
+    {"Backbone", "Backbone.js", "Backbone"},
+    {"Knockout", "Knockout JavaScript library", "observable"},
+    {"Vue", "Vue.js v", "$mount"},
+    {"React", "React v", "createElement"},
+    {"React", "react.production", "createElement"},
+    {"React DOM", "react-dom", "createElement"},
+    {"Handlebars", "handlebars", "registerHelper"},
+    {"Mustache", "mustache.js", "render"},
+    {"RequireJS", "RequireJS", "requirejs"},
+    {"Moment", "moment.js", "duration"},
+    {"MooTools", "MooTools", "implement"},
+    {"Prototype", "Prototype JavaScript framework", "Ajax"},
+    {"Dojo", "Dojo", "dojo/_base"},
+    {"three.js", "three.js", "WebGLRenderer"},
+    {"three.js", "Three.js Authors", "WebGLRenderer"},
+    {"TinyMCE", "TinyMCE", "tinymce"},
+    {"TinyMCE", "Tiny Technologies", "tinymce"},
+    {"D3", "d3js.org", "selectAll"},
+    {"Modernizr", "Modernizr", "modernizr"},
+    {"Hammer.js", "Hammer.JS", "Hammer"},
+    {"GSAP", "GreenSock", "TweenLite"},
+    {"core-js", "core-js", "Symbol"},
+};
+
+bool isWordByte(char c) {
+  return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '$';
+}
+
+}  // namespace
+
+bool namesPlugin(std::string_view text, const std::vector<std::string>& identifiers) {
+  // What all of them begin with is searched once.
+  if (identifiers.empty()) return false;
+  std::string_view common = identifiers[0];
+  for (const std::string& identifier : identifiers) {
+    std::size_t same = 0;
+    while (same < common.size() && same < identifier.size() && common[same] == identifier[same])
+      ++same;
+    common = common.substr(0, same);
+  }
+  if (common.size() >= 4) return text.find(common) != std::string_view::npos;
+  return std::any_of(identifiers.begin(), identifiers.end(),
+                     [&](const std::string& identifier) { return text.find(identifier) != std::string_view::npos; });
+}
+
+bool namesAny(std::string_view text, const std::vector<std::string>& words) {
+  for (const std::string& word : words) {
+    if (word.empty()) continue;
+    for (std::size_t at = text.find(word); at != std::string_view::npos; at = text.find(word, at + 1)) {
+      const bool isBegin = at == 0 || !isWordByte(text[at - 1]);
+      const bool isEnd = at + word.size() >= text.size() || !isWordByte(text[at + word.size()]);
+      if (isBegin && isEnd) return true;
+    }
+  }
+  return false;
+}
+
+bool isScriptPath(std::string_view path) {
+  const std::size_t dot = path.rfind('.');
+  const std::size_t slash = path.rfind('/');
+  if (dot == std::string_view::npos || (slash != std::string_view::npos && dot < slash)) return false;
+  std::string extension(path.substr(dot + 1));
+  std::transform(extension.begin(), extension.end(), extension.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return extension == "js" || extension == "mjs" || extension == "cjs" || extension == "jsx" || extension == "es6";
+}
+
+bool looksLikeModule(std::string_view text) {
+  for (const std::string_view word : {std::string_view("import"), std::string_view("export")}) {
+    for (std::size_t at = text.find(word); at != std::string_view::npos; at = text.find(word, at + 1)) {
+      std::size_t before = at;
+      while (before > 0 && (text[before - 1] == ' ' || text[before - 1] == '\t'))
+        --before;
+      const bool isBegin = before == 0 || text[before - 1] == '\n' || text[before - 1] == ';' ||
+                           text[before - 1] == '}' || text[before - 1] == '/';
+      const std::size_t after = at + word.size();
+      if (!isBegin || after >= text.size() || isWordByte(text[after])) continue;
+      std::size_t next = after;
+      while (next < text.size() && (text[next] == ' ' || text[next] == '\t'))
+        ++next;
+      if (next < text.size() && text[next] != '(' && text[next] != '.' && text[next] != ':' && text[next] != '=' &&
+          text[next] != ')' && text[next] != ',' && text[next] != ';')
+        return true;
+    }
+  }
+  return false;
+}
+
+std::string libraryOf(std::string_view text) {
+  if (text.size() < 1500) return {};
+  const std::string_view head = text.substr(0, 700);
+  if (head.substr(0, 20).find("var Vue=") != std::string_view::npos) return "Vue";
+  const std::size_t comment = head.find("/*");
+  if (comment == std::string_view::npos || comment > 200) return {};
+  for (const LibrarySign& library : kLibraries) {
+    const std::size_t at = head.find(library.sign);
+    if (at == std::string_view::npos || text.find(library.second) == std::string_view::npos) continue;
+    // Banners of several: a bundle.
+    return library.name;
+  }
+  return {};
+}
+
+void blankHtmlComments(std::string& text) {
+  const auto blank = [&](std::size_t from) {
+    for (std::size_t at = from; at < text.size() && text[at] != '\n' && text[at] != '\r'; ++at)
+      text[at] = ' ';
+  };
+  for (std::size_t at = text.find("<!--"); at != std::string::npos; at = text.find("<!--", at + 4)) {
+    // In a literal, it is a part of it: quotes before it in its line decide.
+    const std::size_t begin = text.rfind('\n', at);
+    const std::string_view before(text.data() + (begin == std::string::npos ? 0 : begin + 1),
+                                  at - (begin == std::string::npos ? 0 : begin + 1));
+    if (before.find_first_of("'\"`/") == std::string_view::npos) blank(at);
+  }
+  for (std::size_t at = text.find("-->"); at != std::string::npos; at = text.find("-->", at + 3)) {
+    std::size_t before = at;
+    while (before > 0 && (text[before - 1] == ' ' || text[before - 1] == '\t'))
+      --before;
+    if (before == 0 || text[before - 1] == '\n') blank(at);
+  }
+}
+
+}  // namespace flow

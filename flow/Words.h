@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Words: what can be told of a file without parsing it.
+
+namespace flow {
+
+// Whether a class identifier stands in it.
+bool namesPlugin(std::string_view text, const std::vector<std::string>& identifiers);
+
+// Whether one of these words stands in it, not as a part of another.
+bool namesAny(std::string_view text, const std::vector<std::string>& words);
+
+bool isScriptPath(std::string_view path);
+
+// Whether it has the statements of a module.
+bool looksLikeModule(std::string_view text);
+
+// The well-known library that the script is, with its version; empty if it is none. Such a script is not analysed: what
+// it does stands in the models. A bundle with application code behind a library is none.
+std::string libraryOf(std::string_view text);
+
+// Makes blanks of what browsers take for comments besides those of the language: "<!--" to the end of its line, and
+// "-->" where nothing stands before it in its line.
+void blankHtmlComments(std::string& text);
+
+}  // namespace flow

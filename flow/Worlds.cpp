@@ -1,0 +1,442 @@
+// Worlds: a page's window, its elements, and the scripts that a browser would run in it.
+// Test: tests/flow/Analysis_test.cpp.
+
+#include <algorithm>
+#include <cstring>
+
+#include "flow/Analysis.h"
+
+namespace flow {
+namespace {
+
+bool isPluginTag(const std::string& tag) {
+  return tag == "object" || tag == "embed" || tag == "applet";
+}
+
+bool isScriptType(const std::string& type) {
+  if (type.empty() || type == "module") return true;
+  std::string lower = type;
+  std::transform(lower.begin(), lower.end(), lower.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return lower.find("javascript") != std::string::npos || lower.find("ecmascript") != std::string::npos ||
+         lower == "text/jscript" || lower == "text/livescript";
+}
+
+}  // namespace
+
+std::uint32_t Analysis::newRealm(std::uint32_t page) {
+  const auto id = static_cast<std::uint32_t>(realms.size());
+  realms.emplace_back();
+  Realm& realm = realms.back();
+  realm.page = page;
+  realm.window = newObject(Class::window, {}, id);
+  realm.document = newObject(Class::document, {}, id);
+  realm.embeds = solver.make({}, Step::none);
+  realm.messages = solver.make({}, Step::none);
+  for (const char* self : {"window", "self", "globalThis", "global"})
+    solver.add(property(realm.window, names.of(self)).node, realm.window);
+  solver.add(property(realm.window, names.of("document")).node, realm.document);
+  solver.add(property(realm.document, names.of("defaultView")).node, realm.window);
+  solver.add(property(realm.document, names.of("parentWindow")).node, realm.window);
+  if (page == kNone) return id;
+  const Page& of = pages[page];
+  realm.elements.assign(of.elements.size(), kNobody);
+  for (std::uint32_t i = 0; i < of.elements.size(); ++i) {
+    const PageElement& element = of.elements[i];
+    const std::string name = element.valueOf("id");
+    if (!name.empty()) solver.add(idNode(id, names.of(name)), elementObject(id, i));
+    const std::string other = element.valueOf("name");
+    if (!other.empty() && other != name &&
+        (isPluginTag(element.tag) || element.tag == "iframe" || element.tag == "frame"))
+      solver.add(idNode(id, names.of(other)), elementObject(id, i));
+    if (isPluginTag(element.tag)) (void)elementObject(id, i);
+  }
+  return id;
+}
+
+NodeId Analysis::idNode(std::uint32_t realm, Name id) {
+  NodeId& node = realms[realm].byId[id];
+  if (node == 0) node = solver.make({}, Step::lookUp, id);
+  return node;
+}
+
+void Analysis::addPlugin(ElementInfo& element, const std::string& text) {
+  std::string upper = text;
+  std::transform(upper.begin(), upper.end(), upper.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+  const std::string* best = nullptr;
+  for (const std::string& identifier : database.identifiers)
+    if (upper.find(identifier) != std::string::npos && (!best || identifier.size() > best->size())) best = &identifier;
+  if (best) element.plugins.insert(*best);
+}
+
+ObjectId Analysis::elementObject(std::uint32_t realm, std::uint32_t index) {
+  ObjectId& kept = realms[realm].elements[index];
+  if (kept != kNobody) return kept;
+  const Page& page = pages[realms[realm].page];
+  const PageElement& of = page.elements[index];
+  elements.emplace_back();
+  const auto info = static_cast<std::uint32_t>(elements.size() - 1);
+  ElementInfo& element = elements.back();
+  element.tag = of.tag;
+  element.realm = realm;
+  element.page = realms[realm].page;
+  element.index = index;
+  element.place.path = files[page.file].path;
+  element.place.offset = of.begin;
+  const ObjectId made = newObject(Class::element, {}, info);
+  kept = made;
+  for (const PageAttribute& attribute : of.attributes) {
+    if (isPluginTag(of.tag)) addPlugin(element, attribute.value);
+    if (attribute.name == "id") element.ids.insert(names.of(attribute.value));
+    if (attribute.name.compare(0, 5, "data-") == 0 || attribute.name == "name" || attribute.name == "title" ||
+        attribute.name == "value" || attribute.name == "class" || attribute.name == "rel")
+      solver.add(property(made, names.of("%attribute:" + attribute.name)).node, textValue(names.of(attribute.value)));
+    // What the viewer may change is not known.
+    if (attribute.name == "value" && (of.tag == "input" || of.tag == "select" || of.tag == "textarea"))
+      solver.add(property(made, names.of("value")).node, kUnknown);
+    else if (attribute.name == "id" || attribute.name == "value" || attribute.name == "name" ||
+             attribute.name == "title")
+      solver.add(property(made, names.of(attribute.name)).node, textValue(names.of(attribute.value)));
+  }
+  if (!of.text.empty() && of.text.size() < 200)
+    for (const char* name : {"textContent", "innerText", "innerHTML", "text"})
+      solver.add(property(made, names.of(name)).node, textValue(names.of(of.text)));
+  if (isPluginTag(of.tag)) {
+    for (const std::uint32_t child : of.children) {
+      const PageElement& parameter = page.elements[child];
+      if (parameter.tag == "param") addPlugin(elements[info], parameter.valueOf("value"));
+    }
+    realms[realm].plugins.push_back(made);
+    solver.add(realms[realm].embeds, made);
+  }
+  return made;
+}
+
+ObjectId Analysis::makeElement(std::uint32_t realm, const std::string& tag, Where where) {
+  elements.emplace_back();
+  ElementInfo& element = elements.back();
+  element.tag = tag;
+  std::transform(element.tag.begin(), element.tag.end(), element.tag.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  element.realm = realm;
+  if (where.unit < units.size()) {
+    const Unit& unit = units[where.unit];
+    element.place.path = files[unit.file].path;
+    element.place.offset = unit.base + (unit.isExact ? where.offset : 0);
+  }
+  return newObject(Class::element, where, static_cast<std::uint32_t>(elements.size() - 1));
+}
+
+void Analysis::setAttribute(Value of, const std::string& attribute, const std::string& value, Where where) {
+  if (!isObject(of) || objects[of].cls != Class::element) return;
+  ElementInfo& element = elements[objects[of].a];
+  std::string name = attribute;
+  std::transform(name.begin(), name.end(), name.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  if (name == "id" || name == "name") {
+    if (name == "id") element.ids.insert(names.of(value));
+    solver.add(idNode(element.realm, names.of(value)), of);
+  } else if (name == "innerhtml" || name == "outerhtml" || name == "srcdoc") {
+    addMarkup(element.realm, value, where);
+  } else if (name == "text" || name == "textcontent" || name == "innertext") {
+    if (element.tag == "script") runText(value, where, element.realm, 0, kNobody);
+  } else if (name.size() > 2 && name.compare(0, 2, "on") == 0) {
+    addHandlerText(element.realm, value, where, single(of));
+  } else if (name == "src" || name == "href" || name == "data") {
+    if (value.compare(0, 11, "javascript:") == 0) runText(value.substr(11), where, element.realm, 0, kNobody);
+    if (element.tag == "script" && where.unit < units.size()) {
+      const Unit& from = units[where.unit];
+      const std::uint32_t page = realms[element.realm].page;
+      std::uint32_t file = page != kNone ? findFile(pages[page].file, value) : kNone;
+      if (file == kNone) file = findFile(from.file, value);
+      if (file != kNone && filesRun.insert(file).second) {
+        const std::uint32_t unit = unitOfFile(file, false);
+        if (unit != kNone) runScript(unit, element.realm, single(realms[element.realm].window));
+      }
+    }
+  } else if (isPluginTag(element.tag)) {
+    addPlugin(element, value);
+    if (!element.plugins.empty()) solver.add(realms[element.realm].embeds, of);
+  }
+}
+
+void Analysis::addHandlerText(std::uint32_t realm, const std::string& text, Where where, NodeId self) {
+  if (where.unit >= units.size()) return;
+  const std::uint32_t unit =
+      unitOfText(text, units[where.unit].file, units[where.unit].base + (units[where.unit].isExact ? where.offset : 0),
+                 false, true);
+  if (unit != kNone) runScript(unit, realm, self);
+}
+
+void Analysis::addMarkup(std::uint32_t realm, const std::string& markup, Where where) {
+  if (markup.find('<') == std::string::npos || markup.size() > 500'000 || where.unit >= units.size()) return;
+  const std::uint32_t file = units[where.unit].file;
+  const std::uint32_t base = units[where.unit].base + (units[where.unit].isExact ? where.offset : 0);
+  const Page part = parsePage(markup);
+  for (const PageElement& element : part.elements) {
+    const std::string id = element.valueOf("id");
+    bool hasHandler = false;
+    for (const PageAttribute& attribute : element.attributes)
+      hasHandler = hasHandler || attribute.name.compare(0, 2, "on") == 0;
+    if (element.tag == "script" && !element.text.empty()) {
+      const std::uint32_t unit = unitOfText(element.text, file, base, false, false);
+      if (unit != kNone) runScript(unit, realm, single(realms[realm].window));
+    }
+    if (id.empty() && !isPluginTag(element.tag) && !hasHandler) continue;
+    const ObjectId made = makeElement(realm, element.tag, where);
+    for (const PageAttribute& attribute : element.attributes)
+      setAttribute(made, attribute.name, attribute.value, where);
+    for (const std::uint32_t child : element.children)
+      if (part.elements[child].tag == "param")
+        addPlugin(elements[objects[made].a], part.elements[child].valueOf("value"));
+  }
+}
+
+namespace {
+
+bool isOneOf(const std::string& text, std::initializer_list<const char*> others) {
+  return std::any_of(others.begin(), others.end(), [&](const char* other) { return text == other; });
+}
+
+}  // namespace
+
+void Analysis::readDom(ObjectId id, Name name, NodeId target) {
+  const std::string& text = names.text(name);
+  const Class cls = objects[id].cls;
+  if (cls == Class::window) {
+    Realm& realm = realms[objects[id].a];
+    if (text == "frames") solver.add(target, id);
+    if (text == "location") {
+      if (realm.location == kNobody) realm.location = makeElement(objects[id].a, "location", {});
+      solver.add(target, realm.location);
+    }
+    if (isOneOf(text, {"localStorage", "sessionStorage"})) {
+      if (realm.storage == kNobody) realm.storage = newObject(Class::map, {}, 0, 1);
+      solver.add(target, realm.storage);
+    }
+    const bool isNumber = !text.empty() && text.size() < 4 &&
+                          std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+    if (isNumber) solver.edge(property(id, names.of("%frames")).node, target, 1);
+    if (text.empty() || text[0] != '%') solver.edge(property(id, names.of("%frame:" + text)).node, target);
+    return;
+  }
+  if (cls == Class::document) {
+    Realm& realm = realms[objects[id].a];
+    if (isOneOf(text, {"embeds", "plugins", "applets"})) {
+      if (realm.embedsList == kNobody) {
+        realm.embedsList = newObject(Class::array, {});
+        std::size_t next = 0;
+        for (const ObjectId element : realm.plugins) {
+          solver.add(defineProperty(realm.embedsList, names.of(std::to_string(next++))), element);
+          const ElementInfo& info = elements[objects[element].a];
+          for (const Name own : info.ids)
+            solver.add(defineProperty(realm.embedsList, own), element);
+          if (info.index != kNone) {
+            const std::string other = pages[info.page].elements[info.index].valueOf("name");
+            if (!other.empty()) solver.add(defineProperty(realm.embedsList, names.of(other)), element);
+          }
+        }
+        const NodeId star = starNode(realm.embedsList);
+        solver.listen(realm.embeds, [this, star](const Arrival& element) {
+          if (elements[objects[element.value].a].page == kNone) solver.add(star, element.value, 0, element.level);
+        });
+      }
+      solver.add(target, realm.embedsList);
+    } else if (isOneOf(text, {"body", "documentElement", "head", "activeElement", "scrollingElement"})) {
+      if (realm.body == kNobody) realm.body = makeElement(objects[id].a, "body", {});
+      solver.add(target, realm.body);
+    } else if (isOneOf(text, {"all", "forms", "anchors"})) {
+      solver.add(target, id);
+    } else if (!text.empty() && text[0] != '%' && !hasNative("Document#" + text) && !hasNative("Element#" + text)) {
+      solver.edge(idNode(objects[id].a, name), target);
+    }
+    return;
+  }
+  readElement(id, name, target);
+}
+
+// Elements around, in and beside an element.
+void Analysis::readElement(ObjectId id, Name name, NodeId target) {
+  const std::string& text = names.text(name);
+  const ElementInfo info = elements[objects[id].a];
+  if ((text == "contentWindow" || text == "contentDocument") && info.index == kNone && info.tag == "iframe") {
+    // A frame that script makes: a world without a page.
+    const std::uint32_t realm = newRealm(kNone);
+    for (const char* up : {"parent", "top"})
+      solver.add(property(realms[realm].window, names.of(up)).node, realms[info.realm].window);
+    solver.add(property(id, names.of("contentWindow")).node, realms[realm].window);
+    solver.add(property(id, names.of("contentDocument")).node, realms[realm].document);
+    return;
+  }
+  if (text == "shadowRoot") solver.add(target, id);
+  if (text == "ownerDocument") solver.add(target, realms[info.realm].document);
+  if (text == "dataset") {
+    const ObjectId set = newObject(Class::plain, objects[id].where);
+    solver.add(target, set);
+    if (info.index == kNone) return;
+    for (const PageAttribute& attribute : pages[info.page].elements[info.index].attributes) {
+      if (attribute.name.compare(0, 5, "data-") != 0) continue;
+      std::string camel;
+      for (std::size_t i = 5; i < attribute.name.size(); ++i) {
+        if (attribute.name[i] == '-' && i + 1 < attribute.name.size())
+          camel += static_cast<char>(std::toupper(static_cast<unsigned char>(attribute.name[++i])));
+        else
+          camel += attribute.name[i];
+      }
+      solver.add(defineProperty(set, names.of(camel)), textValue(names.of(attribute.value)));
+    }
+    return;
+  }
+  const bool isList = isOneOf(text, {"children", "childNodes"});
+  const bool isUp = isOneOf(text, {"parentNode", "parentElement", "offsetParent"});
+  const bool isChild = isOneOf(text, {"firstChild", "firstElementChild", "lastChild", "lastElementChild"});
+  const bool isBeside =
+      isOneOf(text, {"nextSibling", "nextElementSibling", "previousSibling", "previousElementSibling"});
+  if (!isList && !isUp && !isChild && !isBeside) return;
+  const NodeId made = property(id, names.of("%children")).node;
+  if (isList) {
+    const ObjectId list = newObject(Class::array, objects[id].where);
+    solver.add(target, list);
+    solver.edge(made, starNode(list));
+    if (info.index == kNone) return;
+    std::size_t next = 0;
+    for (const std::uint32_t child : pages[info.page].elements[info.index].children)
+      solver.add(defineProperty(list, names.of(std::to_string(next++))), elementObject(info.realm, child));
+    return;
+  }
+  if (isChild) solver.edge(made, target);
+  if (info.index == kNone) return;
+  const PageElement& own = pages[info.page].elements[info.index];
+  if (isUp && own.parent != kNone) solver.add(target, elementObject(info.realm, own.parent));
+  if (isChild && !own.children.empty())
+    solver.add(target, elementObject(info.realm, text[0] == 'f' ? own.children.front() : own.children.back()));
+  if (isBeside && own.parent != kNone) {
+    const auto& all = pages[info.page].elements[own.parent].children;
+    const auto at = std::find(all.begin(), all.end(), info.index);
+    if (text[0] == 'n' && at != all.end() && at + 1 != all.end())
+      solver.add(target, elementObject(info.realm, *(at + 1)));
+    if (text[0] == 'p' && at != all.end() && at != all.begin())
+      solver.add(target, elementObject(info.realm, *(at - 1)));
+  }
+}
+
+void Analysis::loadPage(std::uint32_t index) {
+  const Page& page = pages[index];
+  const std::uint32_t realm = index;  // the first realms are those of pages
+  const std::uint32_t file = page.file;
+  const NodeId window = single(realms[realm].window);
+  const auto runAt = [&](const std::string& text, std::uint32_t base, bool isExact, bool isLocal, NodeId self) {
+    const std::uint32_t unit = unitOfText(text, file, base, isExact, isLocal);
+    if (unit != kNone) runScript(unit, realm, self);
+  };
+  for (std::uint32_t i = 0; i < page.elements.size(); ++i) {
+    const PageElement& element = page.elements[i];
+    if (element.tag == "script") {
+      const std::string type = element.valueOf("type");
+      std::string source = element.valueOf("src");
+      if (source.empty()) source = element.valueOf("xlink:href");
+      if (source.empty() && element.tag == "script") source = element.valueOf("href");
+      if (!isScriptType(type)) continue;
+      const bool isModule = type == "module";
+      if (!source.empty()) {
+        const std::string data = decodeDataUrl(source);
+        if (!data.empty()) {
+          runAt(data, element.attribute("src") ? element.attribute("src")->begin : element.begin, false, isModule,
+                window);
+          continue;
+        }
+        const std::uint32_t target = findFile(file, source);
+        if (target == kNone) {
+          loadModels(realm, source);
+          notRead.emplace(files[file].path,
+                          (isRemote(source) ? "script from elsewhere: " : "script that is not there: ") + source);
+          continue;
+        }
+        filesRun.insert(target);
+        if (isModule) {
+          moduleExports(realm, target, true);
+        } else {
+          const std::uint32_t unit = unitOfFile(target, false);
+          if (unit != kNone) runScript(unit, realm, window);
+          if (libraryFiles.count(target)) loadModels(realm, files[target].bytes);
+        }
+        // RequireJS: data-main names the first module.
+        if (const PageAttribute* main = element.attribute("data-main")) {
+          const std::uint32_t first =
+              findModule(file, main->value.compare(0, 1, ".") == 0 ? main->value : "./" + main->value);
+          if (first != kNone && filesRun.insert(first).second) {
+            const std::uint32_t unit = unitOfFile(first, false);
+            if (unit != kNone) runScript(unit, realm, window);
+          }
+        }
+      } else if (!element.text.empty()) {
+        if (isModule) {
+          const std::uint32_t unit = unitOfText(element.text, file, element.textBegin, element.isTextExact, true);
+          if (unit == kNone) continue;
+          const ObjectId module = newObject(Class::plain, {unit, 0});
+          solver.add(defineProperty(module, known.exports), newObject(Class::plain, {unit, 0}));
+          acts.emplace_back();
+          const auto id = static_cast<ActId>(acts.size() - 1);
+          acts.back().unit = unit;
+          acts.back().realm = realm;
+          acts.back().module = module;
+          acts.back().self = window;
+          build(id);
+        } else {
+          runAt(element.text, element.textBegin, element.isTextExact, false, window);
+        }
+      }
+      continue;
+    }
+    for (const PageAttribute& attribute : element.attributes) {
+      if (attribute.name.size() > 2 && attribute.name.compare(0, 2, "on") == 0) {
+        runAt(attribute.value, attribute.begin, attribute.isExact, true, single(elementObject(realm, i)));
+      } else if (attribute.name == "href" || attribute.name == "src" || attribute.name == "action" ||
+                 attribute.name == "data" || attribute.name == "xlink:href") {
+        std::size_t at = 0;
+        while (at < attribute.value.size() && static_cast<unsigned char>(attribute.value[at]) <= ' ')
+          ++at;
+        std::string head = attribute.value.substr(at, 11);
+        std::transform(head.begin(), head.end(), head.begin(),
+                       [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+        if (head == "javascript:") {
+          std::string code = attribute.value.substr(at + 11);
+          const bool isEncoded = code.find('%') != std::string::npos;
+          if (isEncoded) code = decodePercent(code);
+          runAt(code, attribute.begin + static_cast<std::uint32_t>(at) + 11, attribute.isExact && !isEncoded, false,
+                window);
+        } else if (element.tag != "a" && element.tag != "link" && element.tag != "img") {
+          const std::string data = decodeDataUrl(attribute.value);
+          if (!data.empty() && data.find('<') != std::string::npos) {
+            const std::uint32_t unit = unitOfText(" ", file, attribute.begin, false, false);
+            addMarkup(realm, data, {unit, 0});
+          }
+        }
+      } else if (attribute.name == "srcdoc") {
+        const std::uint32_t unit = unitOfText(" ", file, attribute.begin, false, false);
+        addMarkup(realm, attribute.value, {unit, 0});
+      }
+    }
+    // Frames: the window inside, and the one around.
+    if (element.tag == "iframe" || element.tag == "frame" || element.tag == "object") {
+      const std::string source = element.tag == "object" ? element.valueOf("data") : element.valueOf("src");
+      const std::uint32_t target = source.empty() ? kNone : findFile(file, source);
+      for (std::uint32_t other = 0; target != kNone && other < pages.size(); ++other) {
+        if (pages[other].file != target || other == index) continue;
+        const ObjectId inner = realms[other].window;
+        const ObjectId of = elementObject(realm, i);
+        solver.add(property(of, names.of("contentWindow")).node, inner);
+        solver.add(property(of, names.of("contentDocument")).node, realms[other].document);
+        for (const char* up : {"parent", "top"})
+          solver.add(property(inner, names.of(up)).node, realms[realm].window);
+        solver.add(property(inner, names.of("frameElement")).node, of);
+        solver.add(property(realms[realm].window, names.of("%frames")).node, inner);
+        const std::string name = element.valueOf("name");
+        if (!name.empty()) solver.add(property(realms[realm].window, names.of("%frame:" + name)).node, inner);
+      }
+    }
+  }
+}
+
+}  // namespace flow
