@@ -1,0 +1,55 @@
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "trial/Places.h"
+
+namespace trial {
+
+// What the recorder of a page told with one call.
+struct Message {
+  enum class Kind { none, call, unknown, navigation };
+
+  Kind kind = Kind::none;
+  std::string first;  // class identifier, or address
+  std::string method;
+  std::string arguments;
+};
+
+// Reads a text that begins with the recorder's secret. What is not as the recorder makes it is none.
+Message messageOf(const std::string& text, const std::string& secret);
+
+// The calls of all pages, each told once for a place; at most as many as anybody reads.
+class Findings {
+ public:
+  // `files` outlive it.
+  Findings(std::string mark, const std::vector<File>& files) : mark_(std::move(mark)), files_(files) {}
+
+  void add(const Message& message, const Json& callFrames, const Places& places);
+
+  // Sorted by place, then by method, so that two runs give the same.
+  std::vector<Call> calls() const { return sorted(calls_); }
+  std::vector<Call> undetermined() const { return sorted(undetermined_); }
+
+  // Whether there were more than are kept.
+  bool isCut() const { return isCut_; }
+
+ private:
+  using Key = std::tuple<std::string, int, int, std::string, std::string>;  // path, line, column, method, plug-in
+  using Calls = std::map<Key, Call>;
+
+  static std::vector<Call> sorted(const Calls& calls);
+  std::string shown(std::string text) const;
+
+  std::string mark_;
+  const std::vector<File>& files_;
+  Calls calls_;
+  Calls undetermined_;
+  bool isCut_ = false;
+};
+
+}  // namespace trial

@@ -1,0 +1,438 @@
+// Test: with a real Chromium, tests/groups/trial.
+
+#include "trial/Page.h"
+
+#include <algorithm>
+#include <sstream>
+#include <utility>
+
+namespace trial {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr auto kLoad = milliseconds(4000);   // until the scripts of a page that loads are ended
+constexpr auto kClose = milliseconds(2500);  // until its processes are
+constexpr auto kOpen = milliseconds(8000);
+constexpr auto kPoll = milliseconds(15);
+constexpr auto kQuietLoad = milliseconds(900);  // timers and requests after loading
+constexpr auto kQuietRound = milliseconds(250);
+constexpr int kMostWaiting = 8;  // times as long as a script may run
+constexpr int kMaxEnded = 25;
+constexpr int kMaxUnanswered = 4;
+constexpr int kMaxFailures = 40;  // of steps in a row; each that is ended is one
+constexpr int kMaxRounds = 6;
+constexpr int kMinRounds = 3;      // without long timers, with them, and with what those have made
+constexpr int kMaxDocuments = 24;  // of frames in a page
+constexpr std::size_t kMaxDrivers = 12;
+
+// How long a script may run: the first ones may only be slow.
+milliseconds patience(int ended) {
+  return ended < 2 ? milliseconds(1200) : ended < 5 ? milliseconds(600) : milliseconds(300);
+}
+
+std::string textOf(const Json& object, const char* key) {
+  const auto found = object.find(key);
+  return found != object.end() && found->is_string() ? found->get<std::string>() : std::string();
+}
+
+const Json& objectIn(const Json& object, const char* key) {
+  static const Json kNone = Json::object();
+  const auto found = object.find(key);
+  return found != object.end() && found->is_object() ? *found : kNone;
+}
+
+std::string base64(const std::string& bytes) {
+  static constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string text;
+  text.reserve((bytes.size() + 2) / 3 * 4);
+  for (std::size_t i = 0; i < bytes.size(); i += 3) {
+    unsigned group = 0;
+    for (std::size_t j = 0; j < 3; ++j)
+      group = group << 8 | (i + j < bytes.size() ? static_cast<unsigned char>(bytes[i + j]) : 0U);
+    for (std::size_t j = 0; j < 4; ++j)
+      text += i + j <= bytes.size() ? kDigits[group >> (18 - 6 * j) & 63] : '=';
+  }
+  return text;
+}
+
+}  // namespace
+
+Page::Page(Shared& shared, World world) : shared_(shared), world_(world), places_(*shared.server) {}
+
+void Page::sendTo(const std::string& session, const std::string& method, const Json& params, Protocol::Answer answer) {
+  shared_.protocol->send(session, method, params, std::move(answer));
+}
+
+// ---- opening -------------------------------------------------------------------------------------------------------
+
+void Page::open(const std::string& path, Clock::time_point deadline) {
+  path_ = path;
+  deadline_ = deadline;
+  round_ = 0;
+  documents_ = 0;
+  ended_ = 0;
+  unanswered_ = 0;
+  failures_ = 0;
+  hasLoaded_ = false;
+  stateSince_ = Clock::now();
+  if (session_.empty()) return begin();
+  navigate();
+}
+
+void Page::begin() {
+  sendTo({}, "Target.createBrowserContext", {{"disposeOnDetach", true}},
+         [this](const Json& result, const std::string& error) {
+           if (!error.empty()) return giveUp("no browser context: " + error);
+           context_ = textOf(result, "browserContextId");
+           makeTab();
+         });
+}
+
+void Page::makeTab() {
+  sendTo({}, "Browser.setDownloadBehavior", {{"behavior", "deny"}, {"browserContextId", context_}});
+  const Json params{{"url", "about:blank"}, {"browserContextId", context_}, {"width", 1280}, {"height", 720}};
+  sendTo({}, "Target.createTarget", params, [this](const Json& result, const std::string& error) {
+    if (!error.empty()) return giveUp("no page: " + error);
+    attach(textOf(result, "targetId"));
+  });
+}
+
+void Page::attach(const std::string& target) {
+  target_ = target;
+  const Json params{{"targetId", target}, {"flatten", true}};
+  sendTo({}, "Target.attachToTarget", params, [this](const Json& result, const std::string& error) {
+    if (!error.empty()) return giveUp("no session: " + error);
+    session_ = textOf(result, "sessionId");
+    prepare(session_);
+    navigate();
+  });
+}
+
+// Each frame that has a process of its own gets the same.
+void Page::prepare(const std::string& session) {
+  sessions_.insert(session);
+  sendTo(session, "Page.enable", Json::object());
+  sendTo(session, "Page.addScriptToEvaluateOnNewDocument", {{"source", shared_.recorder(world_)}});
+  sendTo(session, "Runtime.enable", Json::object());
+  sendTo(session, "Debugger.enable", {{"maxScriptsCacheSize", 0}});
+  sendTo(session, "Debugger.setSkipAllPauses", {{"skip", true}});
+  sendTo(session, "Profiler.enable", Json::object());
+  sendTo(session, "Profiler.startPreciseCoverage", {{"callCount", true}, {"detailed", false}});
+  sendTo(session, "Fetch.enable", {{"patterns", Json::array({{{"urlPattern", "*"}}})}});
+  sendTo(session, "Target.setAutoAttach", {{"autoAttach", true}, {"waitForDebuggerOnStart", true}, {"flatten", true}});
+  sendTo(session, "Inspector.enable", Json::object());
+  if (session != session_) return sendTo(session, "Runtime.runIfWaitingForDebugger", Json::object());
+  sendTo(session, "Emulation.setUserAgentOverride", {{"userAgent", shared_.userAgent}});
+  sendTo(session, "Emulation.setFocusEmulationEnabled", {{"enabled", true}});
+}
+
+void Page::navigate() {
+  std::string url = shared_.server->urlOf(path_);
+  // What only the user's address would say carries the mark.
+  if (world_ == World::made) url += '?' + shared_.mark + '#' + shared_.mark;
+  state_ = State::loading;
+  stateSince_ = Clock::now();
+  sendTo(session_, "Page.navigate", {{"url", url}}, [](const Json&, const std::string&) {});
+}
+
+// ---- events --------------------------------------------------------------------------------------------------------
+
+bool Page::take(const std::string& session, const std::string& method, const Json& params) {
+  if (session.empty() || sessions_.count(session) == 0) return false;
+  if (state_ == State::done) return true;
+  if (method == "Fetch.requestPaused") {
+    serve(session, params);
+  } else if (method == "Runtime.consoleAPICalled") {
+    hear(session, params);
+  } else if (method == "Debugger.scriptParsed") {
+    places_.add(params);
+  } else if (method == "Page.loadEventFired" && session == session_ && state_ == State::loading && hasLoaded_) {
+    settle(kQuietLoad);
+  } else if (method == "Page.javascriptDialogOpening") {
+    sendTo(session, "Page.handleJavaScriptDialog", {{"accept", true}, {"promptText", shared_.mark}},
+           [](const Json&, const std::string&) {});
+  } else if (method == "Runtime.executionContextsCleared") {
+    drivers_.erase(
+        std::remove_if(drivers_.begin(), drivers_.end(), [&](const Driver& d) { return d.session == session; }),
+        drivers_.end());
+  } else if (method == "Runtime.executionContextDestroyed") {
+    const auto context = params.find("executionContextId");
+    drivers_.erase(std::remove_if(drivers_.begin(), drivers_.end(),
+                                  [&](const Driver& d) {
+                                    return d.session == session && context != params.end() && *context == d.context;
+                                  }),
+                   drivers_.end());
+  } else if (method == "Target.attachedToTarget") {
+    attached(params);
+  } else if (method == "Inspector.targetCrashed" && session == session_) {
+    giveUp("its process ended: it crashed, or took too much memory");
+  } else if (method == "Inspector.detached" && session == session_) {
+    giveUp("the browser closed it");
+  }
+  return true;
+}
+
+void Page::attached(const Json& params) {
+  const Json& info = objectIn(params, "targetInfo");
+  const std::string session = textOf(params, "sessionId");
+  if (textOf(info, "type") == "iframe" && sessions_.size() < kMaxDrivers) return prepare(session);
+  // Workers and whatever else: never started.
+  if (textOf(info, "type") == "page" || textOf(info, "type") == "iframe")
+    sendTo({}, "Target.closeTarget", {{"targetId", textOf(info, "targetId")}}, [](const Json&, const std::string&) {});
+}
+
+void Page::serve(const std::string& session, const Json& params) {
+  lastRequest_ = Clock::now();
+  const Json& request = objectIn(params, "request");
+  const std::string id = textOf(params, "requestId");
+  const std::string url = textOf(request, "url");
+  const std::string type = textOf(params, "resourceType");
+  const auto fail = [&](const char* reason) {
+    sendTo(session, "Fetch.failRequest", {{"requestId", id}, {"errorReason", reason}},
+           [](const Json&, const std::string&) {});
+  };
+  if (type == "Document") {
+    const bool isOwn = textOf(params, "frameId") == target_;
+    const File* file = shared_.server->fileOf(url);
+    if (isOwn && (hasLoaded_ || file == nullptr || file->path != path_)) {
+      if (file != nullptr) shared_.foundPage(file->path);
+      return fail("Aborted");
+    }
+    if (!isOwn && ++documents_ > kMaxDocuments) {
+      if (documents_ == kMaxDocuments + 1) shared_.incomplete(path_, "it has more frames than are loaded");
+      return fail("Aborted");
+    }
+    hasLoaded_ = hasLoaded_ || isOwn;
+    if (file != nullptr) shared_.loadedPage(file->path);
+  }
+  const Response response = shared_.server->answer(url, textOf(request, "method"), type, world_);
+  if (!response.isServed) return fail("InternetDisconnected");
+  Json headers = Json::array();
+  for (const auto& [name, value] : response.headers)
+    headers.push_back({{"name", name}, {"value", value}});
+  sendTo(session, "Fetch.fulfillRequest",
+         {{"requestId", id},
+          {"responseCode", response.status},
+          {"responseHeaders", headers},
+          {"body", base64(response.body)}},
+         [](const Json&, const std::string&) {});
+}
+
+// The page's own console is silent: only the recorder can make these events, by what it captured first.
+void Page::hear(const std::string& session, const Json& params) {
+  const auto arguments = params.find("args");
+  if (textOf(params, "type") != "debug" || arguments == params.end() || !arguments->is_array() || arguments->empty())
+    return;
+  const std::string text = textOf(arguments->front(), "value");
+  if (text == shared_.secret + "driver" && arguments->size() == 2 && drivers_.size() < kMaxDrivers) {
+    const auto context = params.find("executionContextId");
+    const std::string object = textOf(arguments->at(1), "objectId");
+    if (context != params.end() && context->is_number_integer() && !object.empty())
+      drivers_.push_back({session, context->get<std::int64_t>(), object});
+    return;
+  }
+  const Message message = messageOf(text, shared_.secret);
+  if (message.kind == Message::Kind::navigation) {
+    if (const File* file = shared_.server->fileOf(message.first)) shared_.foundPage(file->path);
+  } else if (message.kind != Message::Kind::none) {
+    const Json& stack = objectIn(params, "stackTrace");
+    const auto frames = stack.find("callFrames");
+    shared_.findings->add(message, frames != stack.end() ? *frames : Json::array(), places_);
+  }
+}
+
+// ---- driving -------------------------------------------------------------------------------------------------------
+
+void Page::settle(milliseconds atMost) {
+  state_ = State::settling;
+  stateSince_ = Clock::now();
+  quietAfter_ = stateSince_ + atMost;
+  quietPolls_ = 0;
+  nextPoll_ = stateSince_;
+}
+
+// Quiet: no timer has fired, and no request was made, since the last time.
+void Page::pollQuiet() {
+  if (askedAt_ || Clock::now() < nextPoll_) return;
+  if (quietPolls_ >= 2 || Clock::now() >= quietAfter_ || drivers_.empty()) {
+    return round_ == 0 ? beginRound() : measure(false);
+  }
+  driven_ = 0;
+  ask("state");
+}
+
+void Page::beginRound() {
+  state_ = State::driving;
+  stateSince_ = Clock::now();
+  driven_ = 0;
+  if (drivers_.empty()) return measure(true);
+  ask("begin");
+}
+
+void Page::nextFrame() {
+  if (++driven_ < drivers_.size()) return ask("begin");
+  ++round_;
+  settle(kQuietRound);
+}
+
+void Page::ask(const std::string& command) {
+  if (driven_ >= drivers_.size()) return nextFrame();
+  const Driver& driver = drivers_[driven_];
+  askedAt_ = Clock::now();
+  const std::uint64_t number = ++asked_;
+  const Json params{{"objectId", driver.object},
+                    {"functionDeclaration", "function (command, round) { return this(command, round); }"},
+                    {"arguments", Json::array({{{"value", command}}, {{"value", round_}}})},
+                    {"returnByValue", true},
+                    {"silent", true}};
+  sendTo(driver.session, "Runtime.callFunctionOn", params, [this, number](const Json& result, const std::string&) {
+    if (number != asked_ || !askedAt_ || state_ == State::done) return;
+    askedAt_.reset();
+    unanswered_ = 0;
+    answered(textOf(objectIn(result, "result"), "value"));
+  });
+}
+
+// `state` is what the driver tells of itself; empty when it was ended, or is gone.
+void Page::answered(const std::string& state) {
+  std::istringstream words(state);
+  int isMore = 0;
+  std::uint64_t fired = 0;
+  std::uint64_t waiting = 0;
+  words >> isMore >> fired >> waiting;
+  if (state_ == State::settling) {
+    const bool isQuiet = !words.fail() && fired == lastFired_ && Clock::now() - lastRequest_ > 2 * kPoll;
+    quietPolls_ = isQuiet ? quietPolls_ + (waiting == 0 ? 2 : 1) : 0;
+    if (isQuiet && waiting > 0 && Clock::now() - stateSince_ < milliseconds(80)) quietPolls_ = 0;
+    lastFired_ = fired;
+    nextPoll_ = Clock::now() + kPoll;
+    return;
+  }
+  if (state_ != State::driving) return;
+  if (words.fail()) {  // it was ended: the next step goes on behind what hung
+    if (++failures_ <= kMaxFailures) return ask("step");
+    failures_ = 0;
+    return nextFrame();
+  }
+  failures_ = 0;
+  if (isMore == 1) return ask("step");
+  nextFrame();
+}
+
+void Page::measure(bool isLast) {
+  state_ = State::measuring;
+  stateSince_ = Clock::now();
+  askedAt_ = stateSince_;
+  const std::uint64_t number = ++asked_;
+  sendTo(session_, "Profiler.takePreciseCoverage", Json::object(),
+         [this, number, isLast](const Json& result, const std::string&) {
+           if (number != asked_ || state_ != State::measuring) return;
+           askedAt_.reset();
+           unanswered_ = 0;
+           const std::size_t fresh = shared_.coverage->add(result.value("result", Json()), places_);
+           const bool isEnough = round_ >= kMaxRounds || (fresh == 0 && round_ >= kMinRounds);
+           if (isLast || isEnough) return finish();
+           beginRound();
+         });
+}
+
+// ---- time ----------------------------------------------------------------------------------------------------------
+
+void Page::endScripts() {
+  for (const std::string& session : sessions_)
+    sendTo(session, "Runtime.terminateExecution", Json::object(), [](const Json&, const std::string&) {});
+}
+
+// Remembers how much time the processes of pages have taken since `begin`, or a little later.
+void Page::watch(Clock::time_point begin) {
+  if (watched_ == begin) return;
+  watched_ = begin;
+  processorTimes_ = shared_.processorTimes();
+}
+
+// Whether a script has run for `time`: on a machine that has much to do, waiting is no sign of that.
+bool Page::hasRunFor(milliseconds time, Clock::time_point begin) {
+  const auto waited = Clock::now() - begin;
+  if (waited > time / 4) watch(begin);
+  if (waited < time) return false;
+  if (waited > time * kMostWaiting) return true;
+  const double enough = std::chrono::duration<double>(time).count() / 2;
+  for (const auto& [process, seconds] : shared_.processorTimes())
+    if (seconds - processorTimes_[process] >= enough) return true;
+  return false;
+}
+
+std::string Page::reasonForTime() const {
+  return state_ == State::opening || state_ == State::loading ? "it did not load in time" : "its time was up";
+}
+
+void Page::tick() {
+  const auto now = Clock::now();
+  const auto inState = now - stateSince_;
+  if (state_ == State::done || state_ == State::idle) return;
+  if (state_ == State::closing) {
+    if (inState < kClose) return;
+    isStuck_ = true;
+    state_ = State::done;
+    return;
+  }
+  if (now >= deadline_ && state_ != State::measuring) {
+    shared_.incomplete(path_, reasonForTime());
+    if (state_ == State::opening || !hasLoaded_) return close();
+    askedAt_.reset();
+    endScripts();
+    return measure(true);
+  }
+  if (state_ == State::opening && inState > kOpen) return giveUp("the browser opened no page");
+  if (state_ == State::loading && hasRunFor(kLoad, stateSince_)) {
+    ++ended_;
+    shared_.incomplete(path_, "a script ran too long while it loaded, and was ended");
+    endScripts();
+    // What it has loaded is driven.
+    return settle(kQuietLoad);
+  }
+  if (askedAt_ && hasRunFor(patience(ended_), *askedAt_)) {
+    if (++unanswered_ > kMaxUnanswered || ended_ > kMaxEnded) {
+      shared_.incomplete(path_, "its scripts run without end");
+      return close();
+    }
+    askedAt_ = now;
+    if (unanswered_ == 1) {
+      ++ended_;
+      shared_.incomplete(path_, "a script ran too long, and was ended");
+    }
+    endScripts();
+    return;
+  }
+  if (state_ == State::settling) pollQuiet();
+}
+
+void Page::giveUp(const std::string& reason) {
+  if (state_ == State::done || state_ == State::closing) return;
+  if (state_ != State::idle) shared_.incomplete(path_, reason);
+  close();
+}
+
+// A page in which scripts ran too long, or that is out of time, is not gone on with.
+void Page::finish() {
+  if (ended_ > 0 || Clock::now() >= deadline_) return close();
+  state_ = State::idle;
+  ++asked_;
+}
+
+void Page::close() {
+  askedAt_.reset();
+  ++asked_;
+  state_ = State::closing;
+  stateSince_ = Clock::now();
+  if (context_.empty()) {
+    state_ = State::done;
+    return;
+  }
+  sendTo({}, "Target.disposeBrowserContext", {{"browserContextId", context_}},
+         [this](const Json&, const std::string&) { state_ = State::done; });
+}
+
+}  // namespace trial

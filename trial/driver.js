@@ -1,0 +1,313 @@
+// Drives a page: events on its elements, the keys of a remote control, window events, kept callbacks. Stands behind
+// recorder.js in the same function, and works with what was captured before any code of the page ran. A step takes some
+// 40 ms; one that hangs can be ended, and the next goes on behind what hung.
+
+const dispatch = uncurried(EventTarget.prototype.dispatchEvent);
+const activeElement = getterOf(Document.prototype, 'activeElement');
+const bodyOf = getterOf(Document.prototype, 'body');
+const localName = getterOf(Element.prototype, 'localName');
+const classText = getterOf(Element.prototype, 'className');
+const NativeEvent = Event;
+const NativeMouse = MouseEvent;
+const NativeKeyboard = KeyboardEvent;
+const NativeMessage = MessageEvent;
+const NativeCustom = CustomEvent;
+const NativeStorage = StorageEvent;
+const NativePop = PopStateEvent;
+const getInput = getterOf(HTMLInputElement.prototype, 'value');
+const setInput = uncurried(getOwnPropertyDescriptor(HTMLInputElement.prototype, 'value').set);
+const setArea = uncurried(getOwnPropertyDescriptor(HTMLTextAreaElement.prototype, 'value').set);
+const inputType = getterOf(HTMLInputElement.prototype, 'type');
+const optionCount = getterOf(HTMLSelectElement.prototype, 'length');
+const setSelected = uncurried(getOwnPropertyDescriptor(HTMLSelectElement.prototype, 'selectedIndex').set);
+
+const maxEvents = 15000;   // of one round
+const maxAlike = 150;      // elements of one name and class that have no handler of their own
+const stepTime = 40;
+const maxHangs = 5;        // of one phase: the time is for the others, too
+
+// The types of events that anybody listens to.
+const listened = {__proto__: null};
+const types = [];
+const nativeListen = EventTarget.prototype.addEventListener;
+define(EventTarget.prototype, 'addEventListener', function addEventListener(...list) {
+  const type = list[0];
+  if (typeof type === 'string' && !(type in listened) && types.length < 200) {
+    listened[type] = 1;
+    push(types, type);
+  }
+  return apply(nativeListen, this === undefined || this === null ? page : this, list);
+});
+
+const asTable = (text) => {
+  const table = {__proto__: null};
+  for (const word of text.split(' ')) table[word] = 1;
+  return table;
+};
+const mouseTypes = ('mouseover mouseenter mousemove pointerover pointerenter pointerdown mousedown pointerup mouseup ' +
+                    'click dblclick contextmenu mouseout mouseleave').split(' ');
+const plainTypes = ('focus focusin select input change submit reset search invalid toggle touchstart touchmove touchend ' +
+  'dragstart drag dragenter dragover drop dragend wheel mousewheel scroll error play playing pause ended timeupdate ' +
+  'loadedmetadata canplay stalled waiting volumechange animationend webkitAnimationEnd transitionend ' +
+  'webkitTransitionEnd blur focusout').split(' ');
+const keyTypes = ['keydown', 'keypress', 'keyup'];
+const windowTypes = ('resize scroll focus hashchange popstate message storage online offline visibilitychange pageshow ' +
+  'orientationchange error unhandledrejection deviceready blur beforeunload pagehide unload').split(' ');
+const own = asTable(mouseTypes.concat(plainTypes, keyTypes, windowTypes, ['load', 'DOMContentLoaded',
+  'readystatechange', 'abort', 'progress', 'loadend', 'loadstart']).join(' '));
+const notBubbling = asTable('focus blur mouseenter mouseleave pointerenter error scroll play playing pause ended ' +
+  'timeupdate loadedmetadata canplay stalled waiting volumechange toggle invalid');
+const clickable = asTable('a button input label option area summary');
+const failing = asTable('img script object embed video audio iframe link');
+
+const hasHandler = (object, type) => {
+  try {
+    return typeof object['on' + type] === 'function';
+  } catch (error) {
+    return false;
+  }
+};
+
+let events = 0;
+const fireAt = (target, event) => {
+  ++events;
+  try {
+    dispatch(target, event);
+  } catch (error) { /* a target that is none */ }
+};
+
+const plainEvent = (type) =>
+  new NativeEvent(type, {__proto__: null, bubbles: !(type in notBubbling), cancelable: true});
+const mouseEvent = (type) => new NativeMouse(type, {
+  __proto__: null, bubbles: !(type in notBubbling), cancelable: true, view: page, button: 0, clientX: 10, clientY: 10,
+  detail: 1});
+
+const keyNames = {
+  __proto__: null, 8: 'Backspace', 9: 'Tab', 13: 'Enter', 27: 'Escape', 32: ' ', 33: 'PageUp', 34: 'PageDown', 35: 'End',
+  36: 'Home', 37: 'ArrowLeft', 38: 'ArrowUp', 39: 'ArrowRight', 40: 'ArrowDown', 46: 'Delete', 112: 'F1', 113: 'F2',
+  114: 'F3', 115: 'F4', 403: 'ColorF0Red', 404: 'ColorF1Green', 405: 'ColorF2Yellow', 406: 'ColorF3Blue',
+  412: 'MediaRewind', 413: 'MediaStop', 415: 'MediaPlay', 417: 'MediaFastForward', 19: 'Pause', 427: 'ChannelUp',
+  428: 'ChannelDown', 447: 'AudioVolumeUp', 448: 'AudioVolumeDown', 449: 'AudioVolumeMute', 457: 'Info', 458: 'Guide',
+  461: 'GoBack', 10009: 'XF86Back',
+};
+const fromCharCode = String.fromCharCode;
+const nameOfKey = (code) => {
+  if (code in keyNames) return keyNames[code];
+  if (code >= 48 && code <= 57) return fromCharCode(code);
+  if (code >= 65 && code <= 90) return fromCharCode(code + 32);
+  return 'Unidentified';
+};
+const keyEvent = (type, key) => {
+  const isCode = typeof key === 'number';
+  const name = isCode ? nameOfKey(key) : key;
+  const code = isCode ? key : 0;
+  return new NativeKeyboard(type, {
+    __proto__: null, bubbles: true, cancelable: true, view: page, key: name, code: name, keyCode: code, which: code,
+    charCode: type === 'keypress' ? code : 0});
+};
+
+// ---- one round, as a position in it ------------------------------------------------------------------------------------
+
+let round = 0;
+let phase = 0;     // elements, keys, window, callbacks, done
+let position = 0;  // in that phase
+let part = 0;      // of that position
+let hangs = 0;     // steps of that phase that were ended
+let isInStep = false;
+let elements = null;
+let alike = {__proto__: null};
+
+const isWanted = (element, name, type) => {
+  if (hasHandler(element, type)) return true;
+  if (type === 'error' && !(name in failing)) return false;
+  return type in listened;
+};
+
+const fillIn = (element, name) => {
+  if (name === 'select') {
+    const count = optionCount(element);
+    if (count > 1) setSelected(element, (round + 1) % count);
+  } else if (settings.world === 1 && name === 'textarea') {
+    setArea(element, settings.mark);
+  } else if (settings.world === 1 && name === 'input') {
+    const type = inputType(element);
+    if ((type === 'text' || type === 'search' || type === 'url' || type === 'hidden' || type === 'password') &&
+        getInput(element) === '')
+      setInput(element, settings.mark);
+  }
+};
+
+const elementTypes = mouseTypes.concat(plainTypes);
+// The next event for an element; false behind the last.
+const nextForElement = (element) => {
+  const name = localName(element);
+  if (part === 0) {
+    if (name === 'select' || name === 'textarea' || name === 'input') fillIn(element, name);
+    let handlers = 0;
+    for (let i = 0; i < elementTypes.length; ++i) handlers += hasHandler(element, elementTypes[i]) ? 1 : 0;
+    if (handlers === 0 && !(name === 'a' || name === 'button')) {
+      const key = name + ' ' + toText(classText(element));
+      alike[key] = (alike[key] || 0) + 1;
+      if (alike[key] > maxAlike) return false;
+    }
+  }
+  while (part < elementTypes.length) {
+    const type = elementTypes[part++];
+    const isMouse = part <= mouseTypes.length;
+    if ((type === 'click' && name in clickable) || isWanted(element, name, type)) {
+      fireAt(element, isMouse ? mouseEvent(type) : plainEvent(type));
+      return true;
+    }
+  }
+  while (part < elementTypes.length + keyTypes.length) {
+    const type = keyTypes[part++ - elementTypes.length];
+    if (hasHandler(element, type)) {
+      const codes = settings.keys;
+      for (let i = 0; i < codes.length && i < 40; ++i) fireAt(element, keyEvent(type, codes[i]));
+      return true;
+    }
+    if (type in listened && (name in clickable || round === 0)) {
+      fireAt(element, keyEvent(type, 13));
+      return true;
+    }
+  }
+  return false;
+};
+
+const nextElement = () => {
+  if (elements === null || position >= listLength(elements) || events > maxEvents) return false;
+  const element = listItem(elements, position);
+  let isMore = false;
+  try {
+    isMore = nextForElement(element);
+  } catch (error) { /* the next one */ }
+  if (!isMore) {
+    ++position;
+    part = 0;
+  }
+  return true;
+};
+
+const wantsKeys = () => {
+  for (let i = 0; i < 3; ++i) {
+    const type = keyTypes[i];
+    if (type in listened || hasHandler(page, type) || hasHandler(pageDocument, type) ||
+        (bodyOf(pageDocument) !== null && hasHandler(bodyOf(pageDocument), type)))
+      return true;
+  }
+  return false;
+};
+
+const nextKey = () => {
+  const keys = settings.keys;
+  const at = position++;
+  if (at >= keys.length * 3 || !wantsKeys()) return false;
+  const target = activeElement(pageDocument) || bodyOf(pageDocument) || pageDocument;
+  fireAt(target, keyEvent(keyTypes[at % 3], keys[floor(at / 3)]));
+  return true;
+};
+
+const windowEvent = (type) => {
+  switch (type) {
+    case 'message':
+      return new NativeMessage(type, {__proto__: null, data: round % 2 === 0 ? unknownValue(0, true) : settings.mark,
+                                      origin: 'null', source: page});
+    case 'storage':
+      return new NativeStorage(type, {__proto__: null, key: settings.mark, newValue: settings.mark, url: 'http://application.invalid/'});
+    case 'popstate':
+      return new NativePop(type, {__proto__: null, state: round % 2 === 0 ? null : unknownValue(0, true)});
+    default:
+      return type in own ? new NativeEvent(type, {__proto__: null, cancelable: true})
+                         : new NativeCustom(type, {__proto__: null, bubbles: true, cancelable: true,
+                                                   detail: unknownValue(0, true)});
+  }
+};
+
+const isAtDocument = asTable('visibilitychange deviceready scroll');
+const nextWindowEvent = () => {
+  const at = position++;
+  if (at < windowTypes.length) {
+    const type = windowTypes[at];
+    const isHeard = type in listened || hasHandler(page, type) || hasHandler(pageDocument, type);
+    if (isHeard && type !== 'error') fireAt(type in isAtDocument ? pageDocument : page, windowEvent(type));
+    return true;
+  }
+  // Events of the page's own.
+  const index = at - windowTypes.length;
+  if (index >= types.length) return false;
+  if (!(types[index] in own)) fireAt(pageDocument, windowEvent(types[index]));
+  return true;
+};
+
+const named = (name) => {
+  let value = page;
+  let word = '';
+  for (let i = 0; i <= name.length; ++i) {
+    const c = i < name.length ? name[i] : '.';
+    if (c === '(' || c === ')' || c === ';') continue;
+    if (c !== '.') {
+      word += c;
+      continue;
+    }
+    if (value === undefined || value === null) return undefined;
+    value = value[word];
+    word = '';
+  }
+  return value;
+};
+
+const calledBefore = {__proto__: null};  // how often, by position
+const nextCallback = () => {
+  const at = position++;
+  if (at >= kept.length + keptNames.length) return false;
+  try {
+    const callback = at < kept.length ? kept[at] : named(keptNames[at - kept.length]);
+    if (typeof callback !== 'function' || setHas(madeUp, callback)) return true;
+    ++events;
+    const before = calledBefore[at] || 0;
+    define(calledBefore, at, before + 1);
+    if (before === 0) {
+      apply(callback, page, [unknownValue(0, true), unknownValue(0, true), unknownValue(0, true)]);
+    } else {
+      apply(callback, page, [before - 1, before - 1, before - 1]);
+    }
+  } catch (error) { /* its own fault */ }
+  return true;
+};
+
+const phases = [nextElement, nextKey, nextWindowEvent, nextCallback];
+
+const nextPhase = () => {
+  ++phase;
+  position = part = hangs = 0;
+};
+
+const refresh = () => {
+  work = 0;
+  repeats = {__proto__: null};
+};
+
+const state = () =>
+  (phase < phases.length ? '1 ' : '0 ') + fired + ' ' + waiting + ' ' + kept.length + ' ' + told + ' ' + untold;
+
+const driver = (command, argument) => {
+  refresh();
+  if (command === 'begin') {
+    round = argument;
+    if (round > 0) release();
+    phase = position = part = events = hangs = 0;
+    isInStep = false;
+    alike = {__proto__: null};
+    elements = queryAll(pageDocument, '*');
+  } else if (command === 'step') {
+    if (isInStep && ++hangs >= maxHangs) nextPhase();  // nothing but being ended leaves a step in the middle
+    const begun = realNow(clock);
+    isInStep = true;
+    while (phase < phases.length && realNow(clock) - begun < stepTime) {
+      if (!phases[phase]()) nextPhase();
+    }
+    isInStep = false;
+  }
+  return state();
+};
+send(settings.secret + 'driver', driver);
