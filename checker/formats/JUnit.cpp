@@ -1,11 +1,14 @@
+// JUnit XML, printed by TinyXML. The counts stand before the cases, so the document is kept until the end.
 // Test: tests/checker/Formats_test.cpp; tests/groups/formats asks another reader.
 
 #include "checker/formats/JUnit.h"
 
+#include <tinyxml.h>
+
 #include <cstdio>
 
-#include "checker/formats/Characters.h"
 #include "checker/formats/Wording.h"
+#include "checker/report/Characters.h"
 
 namespace {
 
@@ -15,74 +18,119 @@ std::string secondsOf(double seconds) {
   return text;
 }
 
-std::string lineOf(const std::string& text) {
-  return markup(text) + '\n';
+// A text for TinyXML to write. It takes "&#x" for a reference that is escaped already; here it is only text.
+std::string xmlText(const std::string& text) {
+  std::string shown = printable(text);
+  for (std::size_t at = shown.find("&#x"); at != std::string::npos; at = shown.find("&#x", at))
+    shown.replace(at + 1, 1, "\\x23");
+  return shown;
+}
+
+// Adds an element to `parent`, which owns it.
+TiXmlElement& addElement(TiXmlNode& parent, const char* name) {
+  auto* element = new TiXmlElement(name);
+  parent.LinkEndChild(element);
+  return *element;
+}
+
+void addText(TiXmlElement& element, const std::string& text) {
+  if (!text.empty()) element.LinkEndChild(new TiXmlText(text.c_str()));
+}
+
+void setCount(TiXmlElement& element, const char* name, std::size_t count) {
+  element.SetAttribute(name, std::to_string(count).c_str());
 }
 
 class JUnitWriter : public ReportWriter {
  public:
-  JUnitWriter(std::ostream& out, const WriterOptions& options) : out_(out), options_(options) {}
+  JUnitWriter(std::ostream& out, const WriterOptions& options) : out_(out), options_(options), suite_("testsuite") {
+    suite_.SetAttribute("name", "tarvo-check");
+    if (options_.configFile.empty()) return;
+    TiXmlElement& property = addElement(addElement(suite_, "properties"), "property");
+    property.SetAttribute("name", "configFile");
+    property.SetAttribute("value", xmlText(options_.configFile).c_str());
+  }
 
   void add(const ApplicationReport& report) override {
     totals_.add(report);
-    std::string failed;  // what makes it fail
-    std::string other;
-    for (const Finding& finding : report.findings) {
-      const bool counts = finding.status == Finding::Status::reported;
-      (counts ? failed : other) +=
-          lineOf(placeOf(finding.call) + ": " + messageOf(finding.call) + " (" + remarksOn(finding) + ")");
-    }
-    for (const Undetermined& item : report.undetermined)
-      other += lineOf(placeOf(item.call) + ": " + messageOf(item) + " (" + remarksOn(item) + ")");
-    for (const NotChecked& missed : report.notChecked)
-      (report.verdict == Verdict::findings ? other : failed) +=
-          lineOf("not checked: " + missed.part + ": " + missed.reason);
-
-    cases_ += "    <testcase classname=\"tarvo-check\" name=\"" + markup(report.application) + "\" time=\"" +
-              secondsOf(report.seconds) + "\">\n";
+    TiXmlElement& testCase = addCase(report.application, report.seconds);
+    const Lines lines = linesOn(report);
     if (report.verdict != Verdict::clean) {
-      const char* element = elementFor(report.verdict);
-      const std::string message = std::string(" message=\"") + markup(verdictOn(report)) + "\"";
-      const bool isSkipped = std::string(element) == "skipped";
-      const std::string type = isSkipped ? "" : std::string(" type=\"") + nameOf(report.verdict) + "\"";
-      cases_ += std::string("      <") + element + message + type + ">" + failed + "</" + element + ">\n";
+      const bool isSkipped = report.verdict == Verdict::incomplete && options_.allowIncomplete;
+      const char* failure = report.verdict == Verdict::notChecked ? "error" : "failure";
+      TiXmlElement& element = addElement(testCase, isSkipped ? "skipped" : failure);
+      element.SetAttribute("message", xmlText(verdictOn(report)).c_str());
+      if (!isSkipped) element.SetAttribute("type", nameOf(report.verdict));
+      addText(element, lines.failing);
     }
-    if (!other.empty()) cases_ += "      <system-out>" + other + "</system-out>\n";
-    cases_ += "    </testcase>\n";
+    const std::string basis = report.verdict == Verdict::clean ? xmlText(verdictOn(report)) + '\n' : std::string();
+    if (const std::string other = basis + lines.other; !other.empty())
+      addText(addElement(testCase, "system-out"), other);
   }
 
   void end(bool wasInterrupted) override {
-    const std::size_t incomplete = totals_.of(Verdict::incomplete);
-    const auto count = [](const char* name, std::size_t value) {
-      return std::string(" ") + name + "=\"" + std::to_string(value) + "\"";
-    };
-    const std::string counts =
-        count("tests", totals_.applications + (wasInterrupted ? 1 : 0)) +
-        count("failures", totals_.of(Verdict::findings) + (options_.allowIncomplete ? 0 : incomplete)) +
-        count("errors", totals_.of(Verdict::notChecked) + (wasInterrupted ? 1 : 0));
-    const std::string time = " time=\"" + secondsOf(totals_.seconds) + "\"";
-    out_ << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites" << counts << time
-         << ">\n  <testsuite name=\"tarvo-check\"" << counts
-         << count("skipped", options_.allowIncomplete ? incomplete : 0) << time << ">\n"
-         << cases_;
     if (wasInterrupted) {
-      out_ << "    <testcase classname=\"tarvo-check\" name=\"the whole run\" time=\"0\">\n      <error message=\""
-           << kInterrupted << "\" type=\"interrupted\"/>\n    </testcase>\n";
+      TiXmlElement& error = addElement(addCase("the whole run", 0), "error");
+      error.SetAttribute("message", kInterrupted);
+      error.SetAttribute("type", "interrupted");
     }
-    out_ << "  </testsuite>\n</testsuites>\n";
+    TiXmlDocument document;
+    document.LinkEndChild(new TiXmlDeclaration("1.0", "UTF-8", ""));
+    TiXmlElement& suites = addElement(document, "testsuites");
+    setCounts(suites, wasInterrupted);
+    setCounts(suite_, wasInterrupted);
+    setCount(suite_, "skipped", options_.allowIncomplete ? totals_.of(Verdict::incomplete) : 0);
+    suites.InsertEndChild(suite_);
+    TiXmlPrinter printer;
+    printer.SetIndent("  ");
+    document.Accept(&printer);
+    out_ << printer.CStr();
     out_.flush();
   }
 
  private:
-  const char* elementFor(Verdict verdict) const {
-    if (verdict == Verdict::notChecked) return "error";
-    return verdict == Verdict::incomplete && options_.allowIncomplete ? "skipped" : "failure";
+  struct Lines {
+    std::string failing;  // what makes the case fail
+    std::string other;
+  };
+
+  static Lines linesOn(const ApplicationReport& report) {
+    Lines lines;
+    for (const Finding& finding : report.findings) {
+      const bool counts = finding.status == Finding::Status::reported;
+      (counts ? lines.failing : lines.other) += lineOn(finding.call, messageOf(finding), remarksOn(finding));
+    }
+    for (const Undetermined& item : report.undetermined)
+      lines.other += lineOn(item.call, messageOf(item), remarksOn(item));
+    for (const NotChecked& item : report.notChecked)
+      (report.verdict == Verdict::findings ? lines.other : lines.failing) += xmlText(::lineOn(item)) + '\n';
+    return lines;
+  }
+
+  static std::string lineOn(const Call& call, const std::string& message, const std::string& remarks) {
+    return xmlText(placeOf(call) + ": " + message + " (" + remarks + ")") + '\n';
+  }
+
+  TiXmlElement& addCase(const std::string& name, double seconds) {
+    TiXmlElement& testCase = addElement(suite_, "testcase");
+    testCase.SetAttribute("classname", "tarvo-check");
+    testCase.SetAttribute("name", xmlText(name).c_str());
+    testCase.SetAttribute("time", secondsOf(seconds).c_str());
+    return testCase;
+  }
+
+  void setCounts(TiXmlElement& element, bool wasInterrupted) const {
+    const std::size_t incomplete = options_.allowIncomplete ? 0 : totals_.of(Verdict::incomplete);
+    setCount(element, "tests", totals_.applications + (wasInterrupted ? 1 : 0));
+    setCount(element, "failures", totals_.of(Verdict::findings) + incomplete);
+    setCount(element, "errors", totals_.of(Verdict::notChecked) + (wasInterrupted ? 1 : 0));
+    element.SetAttribute("time", secondsOf(totals_.seconds).c_str());
   }
 
   std::ostream& out_;
   WriterOptions options_;
   Totals totals_;
-  std::string cases_;
+  TiXmlElement suite_;
 };
 
 }  // namespace

@@ -1,13 +1,14 @@
+// JSON as docs/json.md describes it, written as reports come. Strings of a report are bytes; here they become text.
 // Test: tests/checker/Formats_test.cpp.
 
 #include "checker/formats/JsonFormats.h"
 
 #include <algorithm>
 
-#include "APICheckEngine/APIAnalysis.h"
-#include "checker/ReportJson.h"
-#include "checker/formats/Characters.h"
+#include "APICheckEngine/Facade.h"
 #include "checker/formats/Wording.h"
+#include "checker/report/Characters.h"
+#include "checker/report/ReportJson.h"
 
 using Json = nlohmann::ordered_json;
 
@@ -16,12 +17,20 @@ namespace {
 constexpr int kVersion = 1;  // of the format
 
 Json headOf(const WriterOptions& options) {
-  return {{"version", kVersion},
-          {"tool", {{"name", "tarvo-check"}, {"version", TARVO_VERSION}}},
-          {"engine", FlashEngine_1_00::kEngineVersion},
-          {"database", options.database},
-          {"options",
-           {{"all", options.all}, {"baseline", options.hasBaseline}, {"allowIncomplete", options.allowIncomplete}}}};
+  Json json{{"version", kVersion},
+            {"tool", {{"name", "tarvo-check"}, {"version", TARVO_VERSION}}},
+            {"engine", FlashEngine_1_00::kEngineVersion},
+            {"database", options.database},
+            {"options",
+             {{"all", options.all}, {"baseline", options.hasBaseline}, {"allowIncomplete", options.allowIncomplete}}}};
+  const auto add = [&](const char* name, const std::string& text) {
+    if (!text.empty()) json[name] = text;
+  };
+  add("databaseSha256", options.databaseSha256);
+  add("configFile", options.configFile);
+  add("started", options.started);
+  add("commandLine", options.commandLine);
+  return json;
 }
 
 Json summaryOf(const Totals& totals, bool wasInterrupted) {
@@ -29,7 +38,8 @@ Json summaryOf(const Totals& totals, bool wasInterrupted) {
   for (const Verdict verdict : {Verdict::clean, Verdict::incomplete, Verdict::findings, Verdict::notChecked})
     verdicts[nameOf(verdict)] = totals.of(verdict);
   Json findings;
-  for (const Finding::Status status : {Finding::Status::reported, Finding::Status::accepted, Finding::Status::known})
+  for (const Finding::Status status :
+       {Finding::Status::reported, Finding::Status::accepted, Finding::Status::known, Finding::Status::noted})
     findings[nameOf(status)] = totals.of(status);
   return {{"applications", totals.applications},
           {"verdicts", verdicts},
@@ -60,12 +70,6 @@ void makeText(Json& json) {
   }
 }
 
-Json textOf(const ApplicationReport& report) {
-  Json json = toJson(report);
-  makeText(json);
-  return json;
-}
-
 class JsonWriter : public ReportWriter {
  public:
   JsonWriter(std::ostream& out, const WriterOptions& options) : out_(out) {
@@ -74,7 +78,7 @@ class JsonWriter : public ReportWriter {
   }
 
   void add(const ApplicationReport& report) override {
-    out_ << (totals_.applications == 0 ? "\n    " : ",\n    ") << jsonText(textOf(report), 6);
+    out_ << (totals_.applications == 0 ? "\n    " : ",\n    ") << jsonText(toJson(report), 6);
     totals_.add(report);
   }
 
@@ -94,7 +98,7 @@ class JsonLinesWriter : public ReportWriter {
   JsonLinesWriter(std::ostream& out, const WriterOptions& options) : out_(out), last_(headOf(options)) {}
 
   void add(const ApplicationReport& report) override {
-    out_ << jsonText(textOf(report)) << '\n';
+    out_ << jsonText(toJson(report)) << '\n';
     out_.flush();  // whoever reads along gets whole lines
     totals_.add(report);
   }
@@ -121,9 +125,10 @@ std::unique_ptr<ReportWriter> makeJsonLinesWriter(std::ostream& out, const Write
   return std::make_unique<JsonLinesWriter>(out, options);
 }
 
-std::string jsonText(const Json& json, int indent) {
+std::string jsonText(Json json, int indent) {
   constexpr int kStep = 2;
-  std::string text = json.dump(indent < 0 ? -1 : kStep, ' ', false, Json::error_handler_t::replace);
+  makeText(json);
+  std::string text = escapedJson(json.dump(indent < 0 ? -1 : kStep));
   if (indent <= kStep) return text;
   std::string indented;
   for (const char c : text) {

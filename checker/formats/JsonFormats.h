@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "checker/ReportWriter.h"
+#include "checker/formats/ReportWriter.h"
 
 // One object with all applications and a summary (docs/json.md).
 std::unique_ptr<ReportWriter> makeJsonWriter(std::ostream& out, const WriterOptions& options);
@@ -12,6 +12,6 @@ std::unique_ptr<ReportWriter> makeJsonWriter(std::ostream& out, const WriterOpti
 // A line for each application, then one for the run.
 std::unique_ptr<ReportWriter> makeJsonLinesWriter(std::ostream& out, const WriterOptions& options);
 
-// JSON text, each byte that is part of no character as U+FFFD. Lines after the first are indented by `indent` blanks,
-// their depth included; all is one line if it is negative.
-std::string jsonText(const nlohmann::ordered_json& json, int indent = -1);
+// JSON text, each byte that is part of no character as U+FFFD, and characters that are not seen as escapes. Lines after
+// the first are indented by `indent` blanks, their depth included; all is one line if it is negative.
+std::string jsonText(nlohmann::ordered_json json, int indent = -1);

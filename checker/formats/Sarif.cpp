@@ -1,4 +1,5 @@
-// Test: tests/checker/Formats_test.cpp; tests/groups/formats asks validators.
+// SARIF, written as reports come: results first, then the files that they are in, then what the run has to tell. A
+// trace becomes a code flow. Test: tests/checker/Formats_test.cpp; tests/groups/formats asks validators.
 
 #include "checker/formats/Sarif.h"
 
@@ -6,9 +7,9 @@
 #include <map>
 #include <vector>
 
-#include "checker/formats/Characters.h"
 #include "checker/formats/JsonFormats.h"
 #include "checker/formats/Wording.h"
+#include "checker/report/Characters.h"
 
 using Json = nlohmann::ordered_json;
 
@@ -20,7 +21,7 @@ constexpr const char* kRule = "TARVO1";
 constexpr const char* kFingerprint = "tarvoCall/v1";
 constexpr int kIndent = 8;
 
-constexpr const char* kMissedNotice = "TARVO2";
+constexpr const char* kNotCheckedNotice = "TARVO2";
 constexpr const char* kFailedNotice = "TARVO3";
 constexpr const char* kInterruptedNotice = "TARVO4";
 
@@ -62,7 +63,7 @@ Json driver() {
   Json json{{"name", "tarvo-check"}, {"version", TARVO_VERSION}};
   json["rules"] = Json::array({rule});
   json["notifications"] = Json::array({
-      notice(kMissedNotice, "NotChecked", "A part of an application was not looked at."),
+      notice(kNotCheckedNotice, "NotChecked", "A part of an application was not looked at."),
       notice(kFailedNotice, "CouldNotCheck", "An application could not be checked."),
       notice(kInterruptedNotice, "Interrupted", "The run ended before all applications were checked."),
   });
@@ -119,9 +120,9 @@ class SarifWriter : public ReportWriter {
       addResult(resultOf(finding, report.application));
     for (const Undetermined& item : report.undetermined)
       addResult(resultOf(item, report.application));
-    for (const NotChecked& missed : report.notChecked) {
-      notify(kMissedNotice, "warning", "not checked: " + missed.part + ": " + missed.reason,
-             artifacts_.locationOf(missed.part, report.application));
+    for (const NotChecked& item : report.notChecked) {
+      notify(kNotCheckedNotice, "warning", "not checked: " + item.part + ": " + item.reason,
+             artifacts_.locationOf(item.part, report.application));
     }
     if (report.verdict == Verdict::notChecked) {
       isSuccess_ = false;
@@ -137,6 +138,7 @@ class SarifWriter : public ReportWriter {
     }
     Json invocation{{"executionSuccessful", isSuccess_}};
     if (!notices_.empty()) invocation["toolExecutionNotifications"] = notices_;
+    if (!options_.configFile.empty()) invocation["properties"] = {{"configFile", options_.configFile}};
     out_ << (hasResults_ ? "\n      " : "") << "],\n      \"artifacts\": " << jsonText(artifacts_.list(), kIndent)
          << ",\n      \"invocations\": " << jsonText(Json::array({invocation}), kIndent) << "\n    }\n  ]\n}\n";
     out_.flush();
@@ -173,11 +175,25 @@ class SarifWriter : public ReportWriter {
     return {{"region", region}, {"contextRegion", around}};
   }
 
+  void addFlow(Json& result, const std::vector<TraceStep>& trace, const std::string& application) {
+    if (trace.empty()) return;
+    Json steps = Json::array();
+    for (const TraceStep& step : trace) {
+      Json location{{"artifactLocation", artifacts_.locationOf(step.path, application)}};
+      if (step.place.line > 0) {
+        location["region"] = {{"startLine", step.place.line}, {"startColumn", std::max(step.place.column, 1)}};
+        if (!step.source.empty()) location["region"]["snippet"] = contentOf(utf8(step.source));
+      }
+      steps.push_back({{"location", {{"physicalLocation", location}, {"message", contentOf(messageText(step.text))}}}});
+    }
+    result["codeFlows"] = Json::array({{{"threadFlows", Json::array({{{"locations", steps}}})}}});
+  }
+
   Json resultOf(const Finding& finding, const std::string& application) {
-    Json result = resultOf(finding.call,
-                           messageOf(finding.call) + " in " + placeOf(finding.call) + " (" + remarksOn(finding) + ")",
-                           application);
-    result["level"] = "error";
+    Json result =
+        resultOf(finding.call, messageOf(finding) + " in " + placeOf(finding.call) + " (" + remarksOn(finding) + ")",
+                 application);
+    result["level"] = finding.status == Finding::Status::noted ? "note" : "error";
     if (!finding.fingerprint.empty()) result["partialFingerprints"] = {{kFingerprint, finding.fingerprint}};
     if (options_.hasBaseline || finding.status == Finding::Status::known)
       result["baselineState"] = finding.status == Finding::Status::known ? "unchanged" : "new";
@@ -185,7 +201,9 @@ class SarifWriter : public ReportWriter {
       result["suppressions"] = Json::array(
           {{{"kind", "external"}, {"status", "accepted"}, {"justification", "The method is accepted for this run."}}});
     }
-    result["properties"] = {{"onDevice", finding.isOnDevice}};
+    result["properties"] = {
+        {"onDevice", finding.isOnDevice}, {"confidence", nameOf(finding.confidence)}, {"kind", nameOf(finding.kind)}};
+    addFlow(result, finding.trace, application);
     return result;
   }
 
@@ -194,6 +212,7 @@ class SarifWriter : public ReportWriter {
         resultOf(item.call, messageOf(item) + " in " + placeOf(item.call) + " (" + remarksOn(item) + ")", application);
     result["kind"] = "open";
     result["level"] = "none";
+    addFlow(result, item.trace, application);
     if (options_.hasBaseline) result["baselineState"] = "new";
     return result;
   }

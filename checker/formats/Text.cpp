@@ -1,6 +1,11 @@
+// Lines for people and for programs that read compilers' messages. Whatever an application brought passes through
+// `printable` on its way out, so no line can pass for another.
 // Test: tests/checker/Formats_test.cpp.
 
 #include "checker/formats/Text.h"
+
+#include <algorithm>
+#include <string_view>
 
 #include "checker/formats/Wording.h"
 
@@ -21,19 +26,13 @@ class TextWriter : public ReportWriter {
   TextWriter(std::ostream& out, const WriterOptions& options) : out_(out), options_(options) {}
 
   void add(const ApplicationReport& report) override {
-    for (const Finding& finding : report.findings) {
-      if (!options_.engineLines) {
-        const bool counts = finding.status == Finding::Status::reported;
-        writeCall(finding.call, counts ? "" : "note: ", messageOf(finding.call), counts ? kRed : kFaint,
-                  remarksOn(finding));
-      } else if (finding.isOnDevice) {
-        out_ << finding.engineText;
-      }
-    }
-    for (const Undetermined& item : report.undetermined)
+    for (const Finding& finding : report.findings)
+      writeFinding(finding);
+    for (const Undetermined& item : report.undetermined) {
       writeCall(item.call, "", messageOf(item), kYellow, remarksOn(item));
-    for (const NotChecked& missed : report.notChecked)
-      out_ << painted("not checked: ", kYellow) << printable(missed.part + ": " + missed.reason) << '\n';
+      if (options_.trace) writeTrace(item.trace);
+    }
+    writeNotChecked(report);
     out_ << painted(report.application + ": ", kBold)
          << painted(verdictOn(report), kColorOf[static_cast<std::size_t>(report.verdict)]) << '\n';
     totals_.add(report);
@@ -42,6 +41,7 @@ class TextWriter : public ReportWriter {
 
   void end(bool wasInterrupted) override {
     if (totals_.applications > 1) out_ << painted(summaryOf(totals_), kBold) << '\n';
+    if (!options_.configFile.empty()) out_ << painted("options were taken from " + options_.configFile, kFaint) << '\n';
     if (wasInterrupted) out_ << painted(kInterrupted, kYellow) << '\n';
     out_.flush();
   }
@@ -49,6 +49,34 @@ class TextWriter : public ReportWriter {
  private:
   std::string painted(const std::string& text, const char* color) const {
     return options_.color ? color + printable(text) + kPlain : printable(text);
+  }
+
+  void writeFinding(const Finding& finding) {
+    if (options_.engineLines) {
+      const std::string_view line = finding.engineText;
+      if (finding.isOnDevice) out_ << printable(line.substr(0, line.find_last_not_of('\n') + 1)) << '\n';
+      return;
+    }
+    const bool counts = finding.status == Finding::Status::reported;
+    writeCall(finding.call, counts ? "" : "note: ", messageOf(finding), counts ? kRed : kFaint, remarksOn(finding));
+    if (options_.trace) writeTrace(finding.trace);
+  }
+
+  void writeTrace(const std::vector<TraceStep>& trace) {
+    for (const TraceStep& step : trace) {
+      out_ << "    " << painted(placeOf(step.path, step.place) + ": ", kFaint) << printable(step.text) << '\n';
+      if (!step.source.empty()) out_ << "        " << painted(step.source, kFaint) << '\n';
+    }
+  }
+
+  void writeNotChecked(const ApplicationReport& report) {
+    const std::size_t shown = std::min(report.notChecked.size(), kMaxNotCheckedLines);
+    for (std::size_t i = 0; i < shown; ++i) {
+      const NotChecked& item = report.notChecked[i];
+      out_ << painted("not checked: ", kYellow) << printable(item.part + ": " + item.reason) << '\n';
+    }
+    if (const std::string rest = restOfNotChecked(report); !rest.empty())
+      out_ << painted("not checked: ", kYellow) << rest << '\n';
   }
 
   void writeCall(const Call& call, const char* kind, const std::string& message, const char* color,

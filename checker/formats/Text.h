@@ -3,8 +3,8 @@
 #include <memory>
 #include <ostream>
 
-#include "checker/ReportWriter.h"
-#include "checker/formats/Characters.h"
+#include "checker/formats/ReportWriter.h"
+#include "checker/report/Characters.h"
 
 // One line for each finding, in the form that editors and CI logs understand, then the verdict; a summary of several
 // applications at the end.

@@ -1,14 +1,21 @@
-// Test: tests/checker/Formats_test.cpp.
+// Sentences are put together from what a report holds; a part that says nothing is left out. Every format takes its
+// words from here, so that what people read in one they find in the others. Test: tests/checker/Formats_test.cpp.
 
 #include "checker/formats/Wording.h"
+
+#include <algorithm>
 
 namespace {
 
 // What was found and does not count, with a blank before it.
-std::string notCounted(std::size_t accepted, std::size_t known) {
+std::string notCounted(std::size_t accepted, std::size_t known, std::size_t noted) {
   std::string text;
-  if (accepted > 0) text = std::to_string(accepted) + " accepted";
-  if (known > 0) text += (text.empty() ? "" : ", ") + std::to_string(known) + " in the baseline";
+  const auto add = [&](std::size_t count, const char* words) {
+    if (count > 0) text += (text.empty() ? "" : ", ") + std::to_string(count) + words;
+  };
+  add(accepted, " accepted");
+  add(known, " in the baseline");
+  add(noted, " noted");
   return text.empty() ? text : " (" + text + " not counted)";
 }
 
@@ -20,26 +27,79 @@ std::string remarksOn(const Call& call) {
   return text;
 }
 
+// Whether a rule found a call that the engine's rules do not find.
+bool isAddition(Call::Found found) {
+  return found == Call::Found::flow || found == Call::Found::trial;
+}
+
+// Why the device's host does not get a call.
+const char* notOnDevice(Call::Found found) {
+  return isAddition(found) ? "; the device does not find it" : "; the device stops before it";
+}
+
+// What a clean verdict rests on. Calls that are excused are told apart from documented ones.
+std::string basisOf(const ApplicationReport& report) {
+  if (report.hasCallsWithoutPlugin && report.judgedCalls == 0)
+    return "nothing could be judged: calls look like plug-in calls, but no plug-in element is known; check the whole "
+           "application";
+  const std::size_t excused = report.findings.size();
+  const std::uint64_t documented = report.judgedCalls - std::min<std::uint64_t>(report.judgedCalls, excused);
+  std::string text = "clean: ";
+  if (report.judgedCalls > 0) {
+    text += counted(report.judgedCalls, "call on ", "calls on ") +
+            counted(report.judgedPlugins, "plug-in", "plug-ins") +
+            (excused > 0              ? ": " + std::to_string(documented) + " documented, "
+             : report.judgedCalls > 1 ? ", all documented"
+                                      : ", documented");
+  } else if (excused == 0) {
+    text += report.elements.empty() ? "no plug-in object is used" : "no call on a plug-in object was found";
+  }
+  std::string parts;
+  const auto add = [&](Finding::Status status, const char* words) {
+    const std::size_t count = countOf(report, status);
+    if (count > 0) parts += (parts.empty() ? "" : ", ") + std::to_string(count) + words;
+  };
+  add(Finding::Status::accepted, " accepted");
+  add(Finding::Status::known, " in the baseline");
+  add(Finding::Status::noted, " noted");
+  text += parts;
+  if (!report.undetermined.empty())
+    text += "; " + counted(report.undetermined.size(), "call", "calls") + " could not be determined";
+  return text;
+}
+
 }  // namespace
 
 std::string counted(std::uint64_t count, const char* one, const char* several) {
   return std::to_string(count) + ' ' + (count == 1 ? one : several);
 }
 
+std::string placeOf(const std::string& path, Position place) {
+  std::string text = path;
+  if (place.line > 0) text += ":" + std::to_string(place.line);
+  if (place.line > 0 && place.column > 0) text += ":" + std::to_string(place.column);
+  return text;
+}
+
 std::string placeOf(const Call& call) {
-  std::string place = call.path;
-  if (call.place.line > 0) place += ":" + std::to_string(call.place.line);
-  if (call.place.line > 0 && call.place.column > 0) place += ":" + std::to_string(call.place.column);
-  return place;
+  return placeOf(call.path, call.place);
 }
 
 const char* wordFor(Call::Found found) {
-  static constexpr const char* kWords[] = {"variable", "look-up", "Flash variable", "Flash look-up"};
+  static constexpr const char* kWords[] = {"variable", "look-up", "Flash variable", "Flash look-up", "flow", "trial"};
   return kWords[static_cast<std::size_t>(found)];
 }
 
-std::string messageOf(const Call& call) {
+std::string messageOf(const Finding& finding) {
+  const Call& call = finding.call;
+  if (finding.kind == Finding::Kind::otherPlugin)
+    return "API '" + call.method + "' is documented for another plug-in, not for " + call.plugin;
+  if (finding.kind == Finding::Kind::computed) return "could not determine: " + call.code + " on " + call.plugin;
   return "undocumented API '" + call.method + "' on " + call.plugin;
+}
+
+std::string lineOn(const NotChecked& item) {
+  return "not checked: " + item.part + ": " + item.reason;
 }
 
 std::string messageOf(const Undetermined& item) {
@@ -48,9 +108,16 @@ std::string messageOf(const Undetermined& item) {
 
 std::string remarksOn(const Finding& finding) {
   std::string text = remarksOn(finding.call);
+  // What only the engine's rules say is likely, and has no word of its own.
+  if (finding.confidence != Finding::Confidence::likely || finding.call.found == Call::Found::flow)
+    text += std::string("; ") + nameOf(finding.confidence);
   if (finding.status == Finding::Status::accepted) text += "; accepted";
   if (finding.status == Finding::Status::known) text += "; in the baseline";
-  if (finding.status != Finding::Status::accepted && !finding.isOnDevice) text += "; the device stops before it";
+  if (finding.status != Finding::Status::accepted && !finding.isOnDevice) text += notOnDevice(finding.call.found);
+  if (finding.kind == Finding::Kind::computed && finding.isOnDevice)
+    text += "; the device reports '" + finding.call.method + "'";
+  if (!finding.arguments.empty()) text += "; called with " + finding.arguments;
+  if (!finding.advice.empty()) text += "; " + finding.advice;
   return text;
 }
 
@@ -58,15 +125,55 @@ std::string remarksOn(const Undetermined& item) {
   return remarksOn(item.call) + "; " + item.reason;
 }
 
-std::string verdictOn(const ApplicationReport& report) {
-  const std::string verdicts[] = {
-      "only documented APIs",
-      "incomplete, " + counted(report.notChecked.size(), "part was", "parts were") + " not checked",
-      counted(countOf(report, Finding::Status::reported), "use", "uses") + " of undocumented APIs",
-      "could not check: " + report.failure,
+std::vector<std::string> explanationsOf(const Finding& finding) {
+  static constexpr const char* kFound[] = {
+      "variable: a variable that holds the plug-in stands before the method.",
+      "look-up: the plug-in is looked up where the method is called.",
+      "Flash variable: in a Flash movie, a variable that holds the plug-in stands before the method.",
+      "Flash look-up: in a Flash movie, the plug-in is looked up where the method is called.",
+      "flow: the object was followed through the application; the rules of the device do not find this call.",
+      "trial: a browser that ran the application made this call; the rules of the device do not find it.",
   };
-  return verdicts[static_cast<std::size_t>(report.verdict)] +
-         notCounted(countOf(report, Finding::Status::accepted), countOf(report, Finding::Status::known));
+  static constexpr const char* kConfidence[] = {
+      "possible: a value of this name may be the plug-in; it is shown and does not count.",
+      "likely: nothing speaks against it, and not every step is proved.",
+      "certain: every step from the element to the call is known.",
+      "confirmed: a browser ran the application and made this call.",
+  };
+  std::vector<std::string> sentences{kFound[static_cast<std::size_t>(finding.call.found)],
+                                     kConfidence[static_cast<std::size_t>(finding.confidence)]};
+  if (finding.call.engineLine > 0 && finding.call.engineLine != finding.call.place.line)
+    sentences.emplace_back("line on the device: the device counts lines without those that block comments take.");
+  const bool isAccepted = finding.status == Finding::Status::accepted;
+  if (!isAccepted && !finding.isOnDevice && !isAddition(finding.call.found))
+    sentences.emplace_back(
+        "the device stops before it: the device reports one call and stops, so it shows this one when that is mended.");
+  if (!isAccepted && !finding.isOnDevice && isAddition(finding.call.found))
+    sentences.emplace_back("the device does not find it: the host of the device is not told of this call.");
+  if (finding.kind == Finding::Kind::otherPlugin)
+    sentences.emplace_back("another plug-in: the device has one list for all plug-ins, and lets this call pass.");
+  return sentences;
+}
+
+std::string restOfNotChecked(const ApplicationReport& report) {
+  if (report.notChecked.size() <= kMaxNotCheckedLines) return "";
+  return "and " + counted(report.notChecked.size() - kMaxNotCheckedLines, "other part", "other parts");
+}
+
+std::string verdictOn(const ApplicationReport& report) {
+  const std::string excused =
+      notCounted(countOf(report, Finding::Status::accepted), countOf(report, Finding::Status::known),
+                 countOf(report, Finding::Status::noted));
+  switch (report.verdict) {
+    case Verdict::clean:
+      return basisOf(report);
+    case Verdict::incomplete:
+      return "incomplete, " + counted(report.notChecked.size(), "part was", "parts were") + " not checked" + excused;
+    case Verdict::findings:
+      return counted(countOf(report, Finding::Status::reported), "use", "uses") + " of undocumented APIs" + excused;
+    default:
+      return "could not check: " + report.failure + excused;
+  }
 }
 
 void Totals::add(const ApplicationReport& report) {
@@ -93,5 +200,6 @@ std::string summaryOf(const Totals& totals) {
   }
   return counted(totals.applications, "application", "applications") + parts + "; " +
          counted(totals.of(Finding::Status::reported), "use", "uses") + " of undocumented APIs" +
-         notCounted(totals.of(Finding::Status::accepted), totals.of(Finding::Status::known));
+         notCounted(totals.of(Finding::Status::accepted), totals.of(Finding::Status::known),
+                    totals.of(Finding::Status::noted));
 }

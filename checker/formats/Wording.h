@@ -2,8 +2,9 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
-#include "checker/Report.h"
+#include "checker/report/Report.h"
 
 // What several formats say of a report, in the same words. The bytes of an application stand in them as they are.
 
@@ -11,13 +12,14 @@
 std::string counted(std::uint64_t count, const char* one, const char* several);
 
 // "app.wgt!/www/js/main.js:57:8", as far as it is known
+std::string placeOf(const std::string& path, Position place);
 std::string placeOf(const Call& call);
 
-// "variable", "Flash look-up"
+// "variable", "Flash look-up", "flow"
 const char* wordFor(Call::Found found);
 
 // "undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER"
-std::string messageOf(const Call& call);
+std::string messageOf(const Finding& finding);
 
 // "could not determine: tv.Open(1) on MORVANE-NAVERTIX-TUNER"
 std::string messageOf(const Undetermined& item);
@@ -26,14 +28,28 @@ std::string messageOf(const Undetermined& item);
 std::string remarksOn(const Finding& finding);
 std::string remarksOn(const Undetermined& item);
 
-// "2 uses of undocumented APIs (1 accepted not counted)", "could not check: no such file or directory"
+// "not checked: app.wgt!/a.swf: it is cut"
+std::string lineOn(const NotChecked& item);
+
+// A sentence that explains a term among the remarks: how a call was found, how sure a finding is, why the device's host
+// does not get it.
+std::vector<std::string> explanationsOf(const Finding& finding);
+
+// "clean: 12 calls on 3 plug-ins, all documented", "2 uses of undocumented APIs (1 accepted not counted)", "could not
+// check: no such file or directory": the verdict and what it rests on.
 std::string verdictOn(const ApplicationReport& report);
+
+// What is not checked stands in reports that people read up to this many times, then a count.
+constexpr std::size_t kMaxNotCheckedLines = 1000;
+
+// "and 12 other parts"; empty if all are shown.
+std::string restOfNotChecked(const ApplicationReport& report);
 
 // Counts over the applications of a run.
 struct Totals {
   std::size_t applications = 0;
   std::size_t verdicts[4] = {};  // of each Verdict
-  std::size_t statuses[3] = {};  // findings of each Finding::Status
+  std::size_t statuses[4] = {};  // findings of each Finding::Status
   std::size_t undetermined = 0;
   std::size_t notChecked = 0;
   double seconds = 0;

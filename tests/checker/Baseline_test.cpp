@@ -1,6 +1,6 @@
 // Findings that an earlier report has need not fail a check; anything else must.
 
-#include "checker/Baseline.h"
+#include "checker/options/Baseline.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -8,7 +8,7 @@
 #include <fstream>
 #include <stdexcept>
 
-#include "checker/ReportJson.h"
+#include "checker/report/ReportJson.h"
 
 using Status = Finding::Status;
 

@@ -1,6 +1,6 @@
 // Where calls stand in the files as they were shipped.
 
-#include "checker/CallPlaces.h"
+#include "checker/report/CallPlaces.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -57,6 +57,7 @@ TEST_F(CallPlaces, AreThoseOfTheShippedFile) {
       {"a\r\n tv.X();\r\nb", "tv.X()", 2, 2, " tv.X();", "tv.X()"},
       {"\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80 tv.X()", "tv.X()", 1, 5, "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80 tv.X()",
        "tv.X()"},
+      {"/*\xED\xA0\x80*/ tv.X()", "tv.X()", 1, 9, "/*\xED\xA0\x80*/ tv.X()", "tv.X()"},  // half a pair: three bytes
       {"\xE2\x82 \xFF\xC3(tv.X()", "tv.X()", 1, 7, "\xE2\x82 \xFF\xC3(tv.X()", "tv.X()"},
       {"a\ntv.X(1,\n 2)", "tv.X(1,\n 2)", 2, 1, "tv.X(1,", "tv.X(1,"},
       {std::string("\ntv.X()\0 // tv.Y()", 18), "tv.X()", 2, 1, "tv.X()", "tv.X()"},

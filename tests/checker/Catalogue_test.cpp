@@ -3,9 +3,10 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <algorithm>
+
 #include "CheckerFixture.h"
-#include "checker/ReportJson.h"
-#include "checker/Worker.h"
+#include "checker/run/SentReport.h"
 #include "support/CraftedZip.h"
 
 namespace {
@@ -53,7 +54,7 @@ TEST_F(Catalogue, EachBoundAndEachEndOfAWorkerIsAReason) {
   };
   for (const Row& row : std::vector<Row>{
            {"bomb", "--unpacked 2", "could not check: its packages unpack to more than the 2 MiB of --unpacked"},
-           {"fits", "--unpacked 2", "only documented APIs"},
+           {"fits", "--unpacked 2", "clean: no plug-in object is used"},
            {"fault-hang", "--timeout 1", "could not check: it takes longer than the 1 second of --timeout"},
            {"fault-memory", "--memory 300", "could not check: it takes more memory than the 300 MiB of --memory"},
            {"fault-crash", "", kProcess + "was ended by SIGSEGV (Segmentation fault)"},
@@ -67,9 +68,40 @@ TEST_F(Catalogue, EachBoundAndEachEndOfAWorkerIsAReason) {
     const std::string name = row.name + ".wgt";
     std::ofstream(name, std::ios::app).flush();
     const Output output = check(row.options + " --jobs 2 " + name + " " + kClean);
-    expectReports(output.text, name + ": " + row.reason + "\n" + kClean + ": only documented APIs\n");
+    expectReports(output.text,
+                  name + ": " + row.reason + "\n" + kClean + ": clean: 9 calls on 2 plug-ins, all documented\n");
     EXPECT_EQ(output.status, row.name == "fits" ? 0 : 2) << name;
     EXPECT_TRUE(fs::is_empty(directory_ + "/tmp")) << name;
+  }
+}
+
+TEST_F(Catalogue, OtherCommandsAreBoundedToo) {
+  write("bomb.wgt", craftedZip({{"a.js", std::string(3 << 20, '\0'), true}}));
+  const std::string process = "the process that checked it ";
+  struct Row {
+    std::string arguments, reason;
+  };
+  for (const Row& row : std::vector<Row>{
+           {"explain --unpacked 2 bomb.wgt", "its packages unpack to more than the 2 MiB of --unpacked"},
+           {"explain --timeout 1 fault-hang.wgt", "it takes longer than the 1 second of --timeout"},
+           {"disassemble --timeout 1 fault-hang.wgt", "it takes longer than the 1 second of --timeout"},
+           {"decompile --memory 300 fault-memory.wgt", "it takes more memory than the 300 MiB of --memory"},
+           {"explain --memory 300 fault-memory.wgt", "it takes more memory than the 300 MiB of --memory"},
+           {"disassemble fault-crash.wgt", process + "was ended by SIGSEGV (Segmentation fault)"},
+           {"explain fault-exit.wgt", process + "ended with status 7"},
+           {"explain fault-silent.wgt", "the process that worked on it gave nothing that can be read"},
+           {"explain fault-deep.wgt", "the process that worked on it gave nothing that can be read"},
+           {"explain --memory 200 fault-flood.wgt", "its report is larger than 200 MiB"},
+       }) {
+    if (row.arguments.find("fault-memory") != std::string::npos && !kIsMemoryBounded) continue;
+    const std::string name = row.arguments.substr(row.arguments.rfind(' ') + 1);
+    std::ofstream(name, std::ios::app).flush();
+    const Output output = check(row.arguments + " 2>&1");
+    const std::string expected =
+        "tarvo-check: " + name + ": " + row.reason + "\n";  // an emulator adds a line before it
+    EXPECT_EQ(output.text.substr(output.text.size() - std::min(output.text.size(), expected.size())), expected);
+    EXPECT_EQ(output.status, 2) << row.arguments;
+    EXPECT_TRUE(fs::is_empty(directory_ + "/tmp")) << row.arguments;
   }
 }
 
@@ -90,7 +122,7 @@ TEST_F(Catalogue, ReportsComeInTheOrderOfTheArguments) {
       add("fault-crash.wgt", "", kProcess + "was ended by SIGSEGV (Segmentation fault)");
     }
     if (i == 20) add("missing.wgt", "", "could not check: no such file or directory");
-    add("app-" + std::to_string(i) + ".wgt", kClean, "only documented APIs");
+    add("app-" + std::to_string(i) + ".wgt", kClean, "clean: 9 calls on 2 plug-ins, all documented");
   }
   const Output output = check(arguments);
   expectReports(output.text, expected);
@@ -106,7 +138,7 @@ TEST_F(Catalogue, AKilledWorkerIsToldOf) {
   EXPECT_EQ(run.status(), 2);
   expectReports(run.text(),
                 "fault-hang.wgt: could not check: the process that checked it was ended by SIGKILL (Killed)\n" +
-                    kClean + ": only documented APIs\n");
+                    kClean + ": clean: 9 calls on 2 plug-ins, all documented\n");
 }
 
 TEST_F(Catalogue, AnInterruptedRunPrintsWhatWasDone) {
@@ -122,8 +154,9 @@ TEST_F(Catalogue, AnInterruptedRunPrintsWhatWasDone) {
     kill(run.process, signal);
     EXPECT_EQ(run.status(), 128 + signal);
     EXPECT_EQ(run.text(), "2 applications: 1 clean, 1 could not be checked; 0 uses of undocumented APIs\n");
-    expectReports(runCommand("cat r.txt").text,
-                  kClean + ": only documented APIs\nmissing.wgt: could not check: no such file or directory\n");
+    expectReports(runCommand("cat r.txt").text, kClean +
+                                                    ": clean: 9 calls on 2 plug-ins, all documented\nmissing.wgt: "
+                                                    "could not check: no such file or directory\n");
     EXPECT_TRUE(fs::is_empty(directory_ + "/tmp"));
   }
   const Started ignoring = start("--timeout 3 fault-hang.wgt", "trap '' INT; ");
@@ -158,7 +191,7 @@ TEST_F(Catalogue, SurvivesStandardOutputThatIsGone) {
   EXPECT_EQ(full.text, "tarvo-check: cannot write to standard output: No space left on device\n");
   EXPECT_EQ(full.status, 2);
   EXPECT_EQ(runCommand(CHECKER " --output r.txt " + kClean + " <&- >&- 2>&-; echo $?; cat r.txt").text,
-            "0\n" + kClean + ": only documented APIs\n");
+            "0\n" + kClean + ": clean: 9 calls on 2 plug-ins, all documented\n");
 }
 
 TEST(WorkerReports, AreTakenOnlyIfTheyAreSound) {
@@ -166,18 +199,18 @@ TEST(WorkerReports, AreTakenOnlyIfTheyAreSound) {
   report.application = "other.wgt";
   report.notChecked.push_back({"part \xFF", "reason"});
   report.findings.emplace_back().call.excerpt = {3, "tv.GetSerial()"};
-  std::string sent;
-  nlohmann::ordered_json::to_cbor(toJson(report), sent);
-  const ApplicationReport sound = reportOf("app.wgt", sent, "", 0);
+  const std::string sent = bytesOf(report);
+  const auto taken = [](const std::string& bytes) { return reportOf("app.wgt", {bytes, "", 0}); };
+  const ApplicationReport sound = taken(sent);
   EXPECT_EQ(sound.application, "app.wgt") << "whatever the worker calls it";
   EXPECT_EQ(sound.verdict, Verdict::findings) << "and whatever it concludes";
   EXPECT_EQ(sound.notChecked.at(0).part, "part \xFF");
   for (std::size_t i = 0; i < sent.size(); ++i) {
-    EXPECT_EQ(reportOf("app.wgt", sent.substr(0, i), "", 0).verdict, Verdict::notChecked);
+    EXPECT_EQ(taken(sent.substr(0, i)).verdict, Verdict::notChecked);
     for (const char byte : {'\0', '\x5B', '\x7F', '\x9B', '\xBF', '\xFF'}) {
       std::string damaged = sent;
       damaged[i] = byte;
-      EXPECT_EQ(reportOf("app.wgt", damaged, "", 0).application, "app.wgt");
+      EXPECT_EQ(taken(damaged).application, "app.wgt");
     }
   }
 }

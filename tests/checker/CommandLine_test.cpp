@@ -10,8 +10,11 @@ class CommandLine : public Checker {
 };
 
 TEST_F(CommandLine, ListsNameApplications) {
-  const std::string a = "a b.js: only documented APIs\n", b = "b.js: only documented APIs\n";
-  const std::string page = "www/index.html: only documented APIs\n";
+  const std::string b =
+      "b.js: nothing could be judged: calls look like plug-in calls, but no plug-in element is known; check the whole "
+      "application\n";
+  const std::string a = "a " + b;
+  const std::string page = "www/index.html: clean: no call on a plug-in object was found\n";
   write("www/index.html", kPage);
   for (const char* name : {"a b.js", "b.js"})
     write(name, kCall);
@@ -45,12 +48,21 @@ TEST_F(CommandLine, MistakesAreExplained) {
            {"--nothing-like-it application.wgt", "there is no option --nothing-like-it\n"},
            {"aplication.wgt", "no such file or directory; did you mean 'application.wgt'?"},
            {"explain ./applicatoin.wgt", "no such file or directory; did you mean './application.wgt'?"},
-           {"--format jsno application.wgt", "no format is called 'jsno'; there are text, json,"},
+           {"--format jsno application.wgt",
+            "--format: there is no 'jsno', but text, json, jsonl, sarif, junit, html, "},
+           {"--format jsno application.wgt", "; did you mean 'json'?"},
            {"--output report.odt application.wgt", "no format is known by the name of 'report.odt'; call it .txt"},
            {"--output no/r.txt application.wgt", "cannot write 'no/r.txt': No such file or directory"},
            {"--format text --output www application.wgt", "cannot write 'www': Is a directory"},
-           {"--timeout 0 application.wgt", "--timeout: Value 0 not in range 1 to"},
-           {"--color sometimes application.wgt", "--color: sometimes not in {auto,always,never}"},
+           {"--timeout 0 application.wgt", "--timeout: 0 is not in the range from 1 to 1000000\n"},
+           {"--timeout abc application.wgt", "--timeout: 'abc' is not a whole number\n"},
+           {"explain --memory 1e3 application.wgt", "--memory: '1e3' is not a whole number\n"},
+           {"--color sometimes application.wgt", "--color: there is no 'sometimes', but auto, always or never"},
+           {"expalin application.wgt", "there is no command and no file 'expalin'; did you mean 'explain'?"},
+           {"databse", "there is no command and no file 'databse'; did you mean 'database'?"},
+           {"help", "there is no command 'help'; did you mean '--help'?"},
+           {"database dif a b", "; did you mean 'diff'?"},
+           {"explain www www", "not expected"},
            {"--output r.txt --output ./r.txt application.wgt", "--output './r.txt' is given twice"},
            {"-x.wgt", "there is no option -x.wgt; the file is ./-x.wgt"},
            {"--baseline www application.wgt", "the baseline 'www' cannot be read: Is a directory\n"},
@@ -88,48 +100,40 @@ TEST_F(CommandLine, FilesOfReportsAreWholeOrAsBefore) {
   EXPECT_EQ(runCommand("ls -A").text, "link.txt\nnew.txt\ntarget.txt\nwww\n") << "nothing half done is left";
 }
 
-TEST_F(CommandLine, ConfigFilesAreFoundAboveAndOverridden) {
-  const std::string name = ".tarvo-check.toml";
-  write("../" + name, "# for all\njobs = 3\ntimeout = 7\nall = true\noutput = [\"a.txt\", \"sub/b.txt\"]\n");
-  write("other.toml", "database = 'db.xml'\n");
-  const auto config = [](const std::string& arguments) { return check(arguments + " --print-config 2>&1").text; };
-  const auto has = [&](const std::string& arguments, const std::string& lines) {
-    EXPECT_NE(config(arguments).find(lines), std::string::npos) << lines << " in\n" << config(arguments);
+TEST_F(CommandLine, ADirectoryOfPackagesIsAPile) {
+  fs::create_directories("shop/sub");
+  fs::copy_file(kExamples + "/clean.wgt", "shop/clean.wgt");
+  fs::copy_file(kExamples + "/undocumented.wgt", "shop/sub/renamed.bin");
+  write("shop/readme.txt", "text");
+  write("shop/broken.wgt", "text");
+  fs::create_directory_symlink("sub", "shop/again");
+  const std::string clean = "shop/clean.wgt: clean: 9 calls on 2 plug-ins, all documented";
+  const std::string broken = "shop/broken.wgt: could not check: it is not a zip package, although its name says so\n";
+  const std::string line = "tarvo-check: 'shop' holds 3 packages and no web source of its own: each is checked as an ";
+  const auto expect = [&](const std::string& arguments, int status, const std::vector<std::string>& parts) {
+    const Output output = check(arguments + " 2>&1");
+    EXPECT_EQ(output.status, status) << arguments;
+    for (const std::string& part : parts)
+      EXPECT_NE(output.text.find(part), std::string::npos) << part << " in\n" << output.text;
   };
-  has("", "all = true\nallow-incomplete = false\njobs = 3\ntimeout = 7\n");
-  has("", "output = [\"" + directory_ + "/a.txt\", \"" + directory_ + "/sub/b.txt\"]\n");
-  has("--jobs 5 --timeout 8", "jobs = 5\ntimeout = 8\n");
-  has("--no-config", "timeout = 60\n");
-  has("--config other.toml", "timeout = 60\n");
-  has("--config other.toml", "database = \"" + directory_ + "/cwd/db.xml\"\n");
-  has("--config other.toml --database x.xml", "database = \"" + directory_ + "/cwd/x.xml\"\n");
-  write("printed.toml", config("--jobs 5"));
-  EXPECT_EQ(config("--config printed.toml"), config("--jobs 5"));
-  write(name, "timeout = 9");  // the nearest counts, alone
-  has("", "timeout = 9\n");
-  EXPECT_EQ(config("").find("jobs = 3\n"), std::string::npos);
-  EXPECT_EQ(check("explain --config other.toml www 2>&1").status, 2);
+  expect("shop", 2, {line, clean, broken, "shop/sub/renamed.bin: 1 use of", "3 applications: "});
+  EXPECT_EQ(check("--quiet shop 2>&1").text, "");
+  expect("--as-one shop", 1, {"shop: 1 use of"});
+  fs::remove("shop/broken.wgt");
+  expect("shop", 1, {"'shop' holds 2 packages", "2 applications: "});
+  fs::create_directory_symlink("../www", "shop/outside");
+  expect("shop", 2, {"shop/outside: could not check: it is a link to a directory; name the directory itself\n"});
+  fs::remove("shop/outside");
+  write("shop/sub/page.HTML", kPage);  // now the packages may be parts of one application
+  expect("shop", 1, {"shop: 1 use of"});
+  expect("shop/sub/page.HTML shop/broken.wgt", 2, {"shop/broken.wgt: could not check: no such file"});
+}
 
-  const std::string file = "tarvo-check: " + directory_ + "/cwd/" + name + ": ";
-  struct Row {
-    std::string text, message;
-  };
-  for (const Row& row : std::vector<Row>{
-           {"jbos = 3", "no option is called 'jbos'; did you mean 'jobs'?"},
-           {"print-config = true", "no option is called 'print-config'"},
-           {"[check]\njobs = 3", "there are no sections, but [check]"},
-           {"jobs = many", "jobs: --jobs: Value many not in range 1 to 1024"},
-           {"timeout = 0", "timeout: --timeout: Value 0 not in range 1 to 1000000"},
-           {"all = perhaps", "all: "},
-           {"jobs = 1\nall = true\njobs = 2", "'jobs' stands there twice"},
-           {"jobs = 1\njobs = 2", "jobs: "},
-           {"database = \"a#b.xml\"", "the quotes of 'database' are not closed; '#' begins a comment"},
-       }) {
-    write(name, row.text);
-    const Output output = check("www 2>&1");
-    EXPECT_EQ(output.text.find(file + row.message), 0U) << output.text;
-    EXPECT_EQ(output.status, 2);
-  }
+TEST_F(CommandLine, NamesThatMatchNothingAreToldOnlyIfAllCallsWereLookedAt) {
+  write("www/index.html", kPage + "<script>" + kCall + "</script>");
+  const std::string line = "tarvo-check: no finding is of 'GetX', which is accepted\n";
+  EXPECT_EQ(check("--accept GetX www 2>&1 >/dev/null").text, "");
+  EXPECT_EQ(check("--accept GetX --all www 2>&1 >/dev/null").text, line);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // What the keeper of an API database is told, which must be what the engine does with it.
 
-#include "checker/DatabaseCommand.h"
+#include "checker/commands/DatabaseCommand.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@
 
 #include "OwnDirectory.h"
 #include "RunCommand.h"
-#include "checker/EngineRun.h"
+#include "checker/run/EngineRun.h"
 
 namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
@@ -32,13 +32,13 @@ class DatabaseCommand : public OwnDirectory {
   // Lists the text, which the engine must read the same way.
   DatabaseListing list(const std::string& text) const {
     const std::string path = write("database.xml", text);
-    const EngineRun run(path, directory_ + "/page.js");
+    const Outcome run = runEngine(directory_ + "/page.js", EngineRunOptions{path});
     Texts names;
-    for (const std::string* name : run.engine().whiteAPIList)
+    for (const std::string* name : run.engine->whiteAPIList)
       names.push_back(*name);
     DatabaseListing listing = listDatabase(path);
     EXPECT_EQ(listing.names(), names) << text.substr(0, 1000);
-    EXPECT_EQ(listing.isRead, run.code() != RUN_DB_NO_ROOT) << text.substr(0, 1000);
+    EXPECT_EQ(listing.isRead, run.code != RUN_DB_NO_ROOT) << text.substr(0, 1000);
     return listing;
   }
 };
@@ -114,6 +114,48 @@ TEST_F(DatabaseCommand, WarnsOfWhatTheEngineDoesNotRead) {
   }
 }
 
+TEST_F(DatabaseCommand, AFaultIsToldWithItsPlaceBeforeAnythingIsChecked) {
+  const std::string a = inGroup("<Function>A</Function>\n");
+  struct Row {
+    std::string text, fault;  // without a fault: sound
+  };
+  for (const Row& row : std::vector<Row>{
+           {a, ""},
+           {"\xEF\xBB\xBF" + a, ""},
+           {"<?xml version='1.0'?>\n<!-- c -->" + a + "<!-- c -->\n", ""},
+           {"", "1:1: there is no element in it"},
+           {"<!-- only a comment -->", "1:1: there is no element in it"},
+           {"<a/>", "1:1: the first element must be 'APIAnalysisDB'"},
+           {inGroup("<function>A</function>"), "1:1: no method is documented in it"},
+           {inGroup(""), "1:1: no method is documented in it"},
+           {"<APIAnalysisDB>\n<Function>A</Function></APIAnalysisDB>", "1:1: no method is documented in it"},
+           {a + "text", "5:1: not well-formed: text outside of the first element"},
+           {a + "text<b/>", "5:1: not well-formed: text outside of the first element"},
+           {a + "\n  <b/>", "6:3: not well-formed: a second first element"},
+           {a + std::string(1, '\0'), "5:1: not well-formed: there is a zero byte"},
+           {inGroup("<Function>A</Function>\n<g a='1></g>"), "not well-formed: "},
+           {a.substr(0, a.size() - 5), "not well-formed: "},
+           {inGroup("<Function>A</Functoin>"), "3:"},
+       }) {
+    const std::string path = write("database.xml", row.text);
+    const std::optional<DatabaseFault> fault = listDatabase(path).fault;
+    const std::string told =
+        fault ? std::to_string(fault->line) + ":" + std::to_string(fault->column) + ": " + fault->text : "";
+    EXPECT_EQ(told.empty(), row.fault.empty()) << row.text << '\n' << told;
+    EXPECT_NE(told.find(row.fault), std::string::npos) << row.text << '\n' << told;
+    if (!fault) continue;
+    EXPECT_GE(fault->line, 1);
+    EXPECT_GE(fault->column, 1);
+    for (const std::string command : {"", "explain ", "database "}) {
+      const std::string file = command == "database " ? "" : " " + directory_ + "/page.js";
+      const Output output = runCommand(CHECKER " " + command + "--database " + path + file + " 2>&1");
+      EXPECT_NE(output.text.find("tarvo-check: the database cannot be used: " + path + ":" + told), std::string::npos)
+          << output.text;
+      EXPECT_EQ(output.status, 2) << command;
+    }
+  }
+}
+
 TEST_F(DatabaseCommand, HostileFilesAreReadAsTheEngineReadsThem) {
   std::size_t seeds = 0;
   for (const fs::directory_entry& entry : fs::directory_iterator(DATABASE_SEEDS)) {
@@ -152,8 +194,9 @@ TEST_F(DatabaseCommand, PrintsListingAndDifferences) {
        "g\n  A\n  B\ngroups: 1, functions: 2, different names: 2; each is documented for all plug-ins\n"},
       {"--database " + newer + " 2>&1 >/dev/null", 1,
        newer + ":2: warning: '\\x1b' has characters that the method of a call cannot have: letters, digits, '_'\n"},
-      {"--database /no/such 2>&1", 2, "tarvo-check: /no/such: No such file or directory\n"},
-      {"--database / 2>&1", 2, "tarvo-check: /: cannot be read as a file\n"},
+      {"--database / 2>&1", 2, "tarvo-check: the database '/' cannot be read; pass --database FILE\n"},
+      {"diff " + older + " /no/such 2>&1", 2, "tarvo-check: /no/such: No such file or directory\n"},
+      {"diff / " + older + " 2>&1", 2, "tarvo-check: /: cannot be read as a file\n"},
       {"diff " + older + " " + older, 0, ""},
       {"diff " + older + " " + newer, 1,
        "documented: \\x1b\ndocumented: C\nno longer documented: A\ng:\n  - A\nh:\n  + \\x1b\n"

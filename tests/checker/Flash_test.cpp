@@ -23,7 +23,7 @@ Output ask(const std::string& command, const std::string& movie) {
 const std::string kCall = "doaction {\nPush 0 \"a\\x80\" \"b\"\nCallMethod\n}\n";
 
 TEST(FlashCommands, PrintListingAndStatements) {
-  EXPECT_EQ(ask("decompile", kCall).text, "a\x80.b()\n");
+  EXPECT_EQ(ask("decompile", kCall).text, "a\\x80.b()\n");
   EXPECT_NE(ask("disassemble", kCall).text.find("[ActionCallMethod]\n"), std::string::npos);
   const auto statements = nlohmann::json::parse(ask("decompile --json", kCall).text);
   EXPECT_EQ(statements["code"], 1000);

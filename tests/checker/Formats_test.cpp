@@ -1,5 +1,7 @@
 // Reports in every format, read back. What an application brings is hostile: it must stay text.
 
+#include "checker/formats/Formats.h"
+
 #include <gtest/gtest.h>
 #include <tinyxml.h>
 
@@ -9,9 +11,12 @@
 #include <set>
 #include <sstream>
 
-#include "checker/ReportJson.h"
-#include "checker/ReportWriter.h"
-#include "checker/formats/Characters.h"
+#include "checker/commands/Flash.h"
+#include "checker/formats/Evidence.h"
+#include "checker/formats/Wording.h"
+#include "checker/report/Characters.h"
+#include "checker/report/ReportJson.h"
+#include "checker/report/Sha256.h"
 
 namespace fs = std::filesystem;
 
@@ -60,12 +65,27 @@ ApplicationReport everythingWith(const std::string& text) {
   call.mark = lead.size();
   call.markLength = call.excerpt.text.size() - lead.size() - 1;
   call.before[0].text = call.after[0].text = text;
-  report.undetermined = {{callOf(path, 10, "Open" + text), "because" + text}};
+  report.findings[2].call.found = Call::Found::flow;
+  report.findings[2].confidence = Finding::Confidence::certain;
+  report.findings[2].kind = Finding::Kind::otherPlugin;
+  report.findings[2].arguments = "(1, " + text + ")";
+  report.findings[2].advice = "advice" + text;
+  report.findings[2].trace = {{TraceStep::What::element, "the element" + text, path, {1, 2}, "<object" + text},
+                              {TraceStep::What::returned, "returned" + text, path, {}, ""}};
+  report.undetermined = {{callOf(path, 10, "Open" + text), "because" + text, report.findings[2].trace}};
   report.notChecked = {{path, "why" + text}};
   report.elements = {{"P" + text, "id" + text, path}};
   report.bindings = {{"P" + text, "v" + text, path}};
   report.log = {{"f" + text, "line" + text}};
   report.sources = 2;
+  report.sha256 = std::string(64, 'a');
+  report.rules = {"engine", "flow", "trial"};
+  report.judgedCalls = 5;
+  report.judgedPlugins = 2;
+  report.hasCallsWithoutPlugin = true;
+  report.libraries = {{"jQuery" + text, path}};
+  report.coverage = {{path, 4, 3, 200, 100}};
+  report.browser = "Chromium" + text;
   conclude(report);
   return report;
 }
@@ -149,11 +169,11 @@ TEST(Text, SaysWhatIsKnownInOneLine) {
                        {findingOf("a.js", 1, "Get", Status::accepted), findingOf("a.js", 2, "Get", Status::known)}),
             {},
             "a.js:1:5: note: " + on + "variable; accepted)\na.js:2:5: note: " + on +
-                "variable; in the baseline)\napp: only documented APIs (1 accepted, 1 in the baseline not counted)\n"},
+                "variable; in the baseline)\napp: clean: 1 accepted, 1 in the baseline\n"},
            {open,
             {},
             "app!/a.js:2:5: could not determine: tv.Open() on MORVANE-NAVERTIX-TUNER (variable; it opens)\n"
-            "app: only documented APIs\n"},
+            "app: clean: no plug-in object is used; 1 call could not be determined\n"},
            {reportWith("app", {moved, behind}), engineLines,
             "../main.js(1) : UndocumentedAPI 'Get' used\napp: 2 uses of undocumented APIs\n"},
            {reportWith("app", {}, {{"app!/b.swf", "cut"}}), color,
@@ -225,11 +245,13 @@ void takeKeys(const Json& json, std::set<std::string>& keys) {
 
 TEST(JsonReport, EveryFieldIsDescribed) {
   std::set<std::string> keys;
-  takeKeys(Json::parse(written(Format::json, {everythingWith(""), reportWith("b", {}, {}, "gone")})), keys);
+  WriterOptions options;
+  options.configFile = options.commandLine = options.databaseSha256 = options.started = "x";
+  takeKeys(Json::parse(written(Format::json, {everythingWith(""), reportWith("b", {}, {}, "gone")}, options)), keys);
   const fs::path data = fs::path(DATABASE).parent_path();
   const std::string schema = textOf(data / "tarvo-check-report.schema.json");
   const std::string document = textOf(data.parent_path() / "docs/json.md");
-  EXPECT_GT(keys.size(), 40U);
+  EXPECT_GT(keys.size(), 70U);
   for (const std::string& key : keys) {
     EXPECT_NE(schema.find('"' + key + "\":"), std::string::npos) << key;
     EXPECT_NE(document.find('`' + key + '`'), std::string::npos) << key;
@@ -318,6 +340,18 @@ TEST(JUnit, HasACaseForEachApplication) {
   }
 }
 
+// What the page holds besides its data.
+std::string withoutData(const std::string& page) {
+  const std::size_t begin = page.find("{\"applications\":");
+  const std::size_t end = page.find("</script>", begin);
+  return page.substr(0, begin) + page.substr(end);
+}
+
+Json dataOf(const std::string& page) {
+  const std::size_t begin = page.find("{\"applications\":");
+  return Json::parse(page.substr(begin, page.find("</script>", begin) - begin));
+}
+
 // What is markup does not depend on what an application's texts are.
 TEST(Markup, IsTheSameForHostileTexts) {
   const auto skeletonOf = [](const std::string& page) {
@@ -326,34 +360,251 @@ TEST(Markup, IsTheSameForHostileTexts) {
                  [](char c) { return std::string("<>\"'").find(c) != std::string::npos; });
     return skeleton;
   };
-  for (const Format format : {Format::html, Format::junit}) {
-    const auto pageWith = [&](const std::string& text) {
-      return written(format, {everythingWith(text), reportWith("b", {}, {}, text)}, {"db" + text}, true);
-    };
-    const std::string page = pageWith(kHostile);
-    EXPECT_TRUE(skeletonOf(page) == skeletonOf(pageWith("harmless")));
-    EXPECT_EQ(page, utf8(page));
-    EXPECT_EQ(page.find_first_of("\x1b\r"), std::string::npos);
-    EXPECT_EQ(page.find("\xE2\x80\xAE"), std::string::npos);
-    EXPECT_EQ(countOf(page, "<script>"), format == Format::html ? 1U : 0U);
-    EXPECT_GT(countOf(page, "&lt;script&gt;alert(&#39;1&#39;)"), 5U);
+  const auto pageWith = [](Format format, const std::string& text) {
+    return written(format, {everythingWith(text), reportWith("b", {}, {}, text)}, {"db" + text}, true);
+  };
+  const std::string xml = pageWith(Format::junit, kHostile + "&#x41;");
+  const auto inOneKindOfQuotes = [&](const std::string& text) {
+    std::string skeleton = skeletonOf(text);
+    std::replace(skeleton.begin(), skeleton.end(), '\'', '"');
+    return skeleton;
+  };
+  EXPECT_TRUE(inOneKindOfQuotes(xml) == inOneKindOfQuotes(pageWith(Format::junit, "harmless")));
+  EXPECT_GT(countOf(xml, "&lt;script&gt;alert(&apos;1&apos;)"), 5U);
+  TiXmlDocument document;
+  document.Parse(xml.c_str());
+  const TiXmlElement* test = TiXmlHandle(&document).FirstChild("testsuites").FirstChild().FirstChild().Element();
+  ASSERT_NE(test, nullptr);
+  EXPECT_EQ(test->Attribute("name"), "app" + printable(kHostile) + "&\\x23x41;");
+
+  const std::string page = pageWith(Format::html, kHostile);
+  EXPECT_TRUE(withoutData(page) == withoutData(pageWith(Format::html, "harmless")));
+  EXPECT_EQ(countOf(page, "<script"), 2U);
+  EXPECT_EQ(countOf(page, "\\u003cscript>alert('1')"), countOf(page, "script>alert('1')"));
+  EXPECT_EQ(dataOf(page)["applications"][0]["name"], "app" + printable(kHostile));
+}
+
+// One rule for everything that people may see, and what is well-formed for programs besides.
+TEST(Outputs, ShowNothingThatIsNotSeen) {
+  const FlashText listing{RUN_SUCCESS, {"Push " + kHostile}, {}};
+  WriterOptions engineLines;
+  engineLines.engineLines = true;
+  ApplicationReport onDevice = everythingWith(kHostile);
+  onDevice.findings[0].engineText = "../" + kHostile + ".js(1) : UndocumentedAPI\n";
+  struct Row {
+    const char* name;
+    std::string text;
+    std::size_t lines;  // 0: any number
+  };
+  std::vector<Row> rows{
+      {"listing", plainText(listing), 1},
+      {"listing as JSON", jsonText(listing, "lines"), 0},
+      {"engine lines", written(Format::text, {onDevice}, engineLines), 6},
+  };
+  for (const char* name : {"text", "json", "jsonl", "sarif", "junit", "html", "github", "gitlab"}) {
+    const ApplicationReport all = everythingWith(kHostile);
+    WriterOptions options{kHostile};
+    options.trace = true;
+    options.commandLine = options.configFile = kHostile;
+    rows.push_back(
+        {name, written(*formatNamed(name), {all, reportWith(kHostile, {}, {}, kHostile)}, options, true), 0});
+  }
+  for (const Row& row : rows) {
+    EXPECT_NE(row.text.find("alert("), std::string::npos) << row.name;
+    EXPECT_TRUE(row.text == utf8(row.text)) << row.name;
+    std::string lines = row.text;
+    lines.erase(std::remove(lines.begin(), lines.end(), '\n'), lines.end());
+    lines.erase(std::remove(lines.begin(), lines.end(), '\t'), lines.end());
+    EXPECT_TRUE(printable(lines) == lines) << row.name;
+    const auto count = static_cast<std::size_t>(std::count(row.text.begin(), row.text.end(), '\n'));
+    EXPECT_TRUE(row.lines == 0 || row.lines == count) << row.name << ": " << count;
   }
 }
 
-TEST(Html, ShowsTheLinesAroundACall) {
+TEST(Characters, AreDecodedAndShownByOneRule) {
+  struct Row {
+    std::string bytes, shown, json;
+    std::size_t count;
+  };
+  for (const Row& row : std::vector<Row>{
+           {"a\tb", "a\\x09b", "a\tb", 3},
+           {"\xC3\xA9\xE9\x9B\xBB\xF0\x9F\x93\xBA", "\xC3\xA9\xE9\x9B\xBB\xF0\x9F\x93\xBA",
+            "\xC3\xA9\xE9\x9B\xBB\xF0\x9F\x93\xBA", 3},
+           {"\xC2\x9B\x7F", "\\u009b\\x7f", "\\u009b\\u007f", 2},  // C1, DEL
+           {"\x9B", "\\x9b", "\xEF\xBF\xBD", 1},                   // C1 in one byte
+           {"\xE2\x80\xAE\xE2\x81\xA6\xE2\x80\xA8", "\\u202e\\u2066\\u2028", "\\u202e\\u2066\\u2028", 3},
+           {"\xF3\xA0\x81\x81", "\\u0e0041", "\\udb40\\udc41", 1},                          // a tag
+           {"\xED\xA0\x80", "\\xed\\xa0\\x80", "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD", 3},  // half a pair
+           {"\xC0\xAF\xE0\x80\xAF", "\\xc0\\xaf\\xe0\\x80\\xaf", std::string(), 5},         // too long
+           {"\xF4\x90\x80\x80\xC3", "\\xf4\\x90\\x80\\x80\\xc3", std::string(), 5},         // too large; cut
+       }) {
+    EXPECT_EQ(printable(row.bytes), row.shown);
+    EXPECT_EQ(countCharacters(row.bytes), row.count) << row.shown;
+    EXPECT_TRUE(row.json.empty() || escapedJson(row.bytes) == row.json) << row.shown;
+  }
+}
+
+TEST(Verdicts, SayWhatTheyRestOn) {
+  struct Row {
+    std::uint64_t calls, plugins;
+    std::vector<Finding> findings;
+    bool hasElement, looksLikeCalls;
+    std::string verdict;
+  };
+  for (const Row& row : std::vector<Row>{
+           {0, 0, {}, false, false, "clean: no plug-in object is used"},
+           {0, 0, {}, true, false, "clean: no call on a plug-in object was found"},
+           {1, 1, {}, true, false, "clean: 1 call on 1 plug-in, documented"},
+           {12, 3, {}, true, false, "clean: 12 calls on 3 plug-ins, all documented"},
+           {12,
+            3,
+            {findingOf("a.js", 1, "Get", Status::accepted), findingOf("a.js", 2, "Get", Status::noted)},
+            true,
+            false,
+            "clean: 12 calls on 3 plug-ins: 10 documented, 1 accepted, 1 noted"},
+           {0,
+            0,
+            {},
+            false,
+            true,
+            "nothing could be judged: calls look like plug-in calls, but no plug-in element is known; check the whole "
+            "application"},
+       }) {
+    ApplicationReport report = reportWith("app", row.findings);
+    report.judgedCalls = row.calls;
+    report.judgedPlugins = row.plugins;
+    report.hasCallsWithoutPlugin = row.looksLikeCalls;
+    if (row.hasElement) report.elements = {{"P", "id", "a.html"}};
+    EXPECT_EQ(verdictOn(report), row.verdict);
+    for (const char* name : {"text", "junit", "html", "github"})
+      EXPECT_NE(written(*formatNamed(name), {report}).find(row.verdict), std::string::npos) << name;
+  }
+}
+
+TEST(Findings, AreSortedAndRemarkedOn) {
+  ApplicationReport report = reportWith("app", {});
+  report.findings = {findingOf("b.js", 1, "focus"), findingOf("a.js", 10, "cmd"), findingOf("a.js", 9, "Get")};
+  report.findings[1].call.code = "k.Execute( cmd + 1)";
+  conclude(report);
+  const std::string on = " on MORVANE-NAVERTIX-TUNER (variable";
+  const std::string text = written(Format::text, {report});
+  EXPECT_EQ(
+      text.find("a.js:9:5: undocumented API 'Get'" + on + ")\na.js:10:5: could not determine: k.Execute( cmd + 1)" +
+                on + "; the device reports 'cmd'; the name of the method is a value that the program makes)\n" +
+                "b.js:1:5: undocumented API 'focus'" + on + "; every element of a page has this method"),
+      0U)
+      << text;
+  for (const char* code : {"k.Execute(\"cmd\")", "k.Execute('cmd')", "k.cmd(Execute(x))", "k.Execute()"}) {
+    Call call = callOf("a.js", 1, "cmd");
+    call.code = code;
+    Finding finding = findingOf("a.js", 1, "cmd");
+    finding.call = call;
+    report.findings = {finding};
+    conclude(report);
+    EXPECT_EQ(report.findings[0].kind, Finding::Kind::undocumented) << code;
+  }
+}
+
+TEST(NotChecked, IsCountedBehindAThousand) {
+  ApplicationReport report = reportWith("app", {}, std::vector<NotChecked>(1234, {"app!/a.swf", "it is cut"}));
+  for (const char* name : {"text", "html", "github"}) {
+    const std::string text = written(*formatNamed(name), {report});
+    EXPECT_EQ(countOf(text, "it is cut"), 1000U) << name;
+    EXPECT_NE(text.find("and 234 other parts"), std::string::npos) << name;
+  }
+  EXPECT_EQ(countOf(written(Format::json, {report}), "it is cut"), 1234U);
+}
+
+TEST(Html, HoldsAllCallsWithTheLinesAround) {
   ApplicationReport report = reportWith("app.wgt", {findingOf("app.wgt!/js/a.js", 7, "Get")});
   Call& call = report.findings[0].call;
   call.place.column = 100;  // the excerpt starts behind the line's start
-  std::string page = written(Format::html, {report});
-  for (const char* part : {"<bdi>js/a.js:7:100</bdi>", "<span class=\"number\">6</span><code>before</code>",
-                           "…</span>a; <mark>tv.Get()</mark></code>", "aria-label=\"1 findings\""}) {
-    EXPECT_NE(page.find(part), std::string::npos) << part;
+  report.findings[0].trace = {
+      {TraceStep::What::element, "the element 'tv'", "app.wgt!/index.html", {3, 1}, "<object>"}};
+  report.findings.resize(700, report.findings[0]);
+  const Json data = dataOf(written(Format::html, {report}));
+  const Json& calls = data["applications"][0]["calls"];
+  ASSERT_EQ(calls.size(), 700U);
+  EXPECT_EQ(calls[699]["path"], "js/a.js");
+  EXPECT_EQ(calls[699]["place"], "7:100");
+  EXPECT_EQ(calls[0]["before"][0], (Json{6, "before"}));
+  EXPECT_EQ(calls[0]["line"], (Json{"a; ", "tv.Get()", "", 1, 0}));
+  EXPECT_EQ(calls[0]["trace"][0],
+            (Json{{"text", "the element 'tv'"}, {"where", "index.html:3:1"}, {"source", "<object>"}}));
+  EXPECT_EQ(data["run"]["uses"], 700);
+}
+
+TEST(GitHub, AnnotatesEachPlace) {
+  ApplicationReport report =
+      reportWith("a,b.wgt", {findingOf("a,b.wgt!/x:y%.js", 7, "Get"), findingOf("./z.swf", 0, "Put")},
+                 {{"a,b.wgt!/c.swf", "cut"}});
+  EXPECT_EQ(written(Format::github, {report, reportWith("::error::x", {})}),
+            "::error file=z.swf,title=Undocumented API::undocumented API 'Put' on MORVANE-NAVERTIX-TUNER (variable)\n"
+            "::error file=a%2Cb.wgt!/x%3Ay%25.js,line=7,col=5,title=Undocumented API::undocumented API 'Get' on "
+            "MORVANE-NAVERTIX-TUNER (variable)\n"
+            "::warning file=a%2Cb.wgt!/c.swf,title=Not checked::not checked: a,b.wgt!/c.swf: cut\n"
+            "a,b.wgt: 2 uses of undocumented APIs\n: :error: :x: clean: no plug-in object is used\n"
+            "2 applications: 1 clean, 1 with findings; 2 uses of undocumented APIs\n");
+}
+
+TEST(GitLab, HasAnIssueForWhatCounts) {
+  const std::vector<ApplicationReport> reports{
+      reportWith("a", {findingOf("a/x.js", 7, "Get"), findingOf("a/x.js", 8, "Get", Status::accepted)},
+                 {{"a/c", "cut"}}),
+      reportWith("b", {findingOf("b/x.js", 7, "Get")}), reportWith("c", {}, {}, "gone")};
+  const Json issues = Json::parse(written(Format::gitlab, reports, {}, true));
+  std::set<std::string> fingerprints;
+  std::vector<std::string> checks;
+  for (const Json& issue : issues) {
+    fingerprints.insert(issue.at("fingerprint").get<std::string>());
+    checks.push_back(issue.at("check_name"));
   }
-  report.findings.assign(700, report.findings[0]);
-  page = written(Format::html, {report});
-  EXPECT_EQ(countOf(page, "<mark>"), 500U);
-  EXPECT_NE(page.find("Only the first 500 calls"), std::string::npos);
-  EXPECT_NE(page.find("<b>700</b>"), std::string::npos);
+  EXPECT_EQ(checks, (std::vector<std::string>{"undocumented-api", "not-checked", "undocumented-api", "could-not-check",
+                                              "could-not-check"}));
+  EXPECT_EQ(fingerprints.size(), issues.size());
+  EXPECT_EQ(issues[0]["location"], (Json{{"path", "a/x.js"}, {"lines", {{"begin", 7}}}}));
+  EXPECT_EQ(issues[0]["severity"], "major");
+  EXPECT_EQ(Json::parse(written(Format::gitlab, {})), Json::array());
+}
+
+TEST(Sarif, ATraceIsACodeFlow) {
+  Finding finding = findingOf("app!/a.js", 7, "Get");
+  finding.trace = {{TraceStep::What::element, "the element 'tv'", "app!/index.html", {3, 2}, "<object>"},
+                   {TraceStep::What::call, "the call", "app!/a.js", {7, 5}, "tv.Get()"}};
+  const Json run = Json::parse(written(Format::sarif, {reportWith("app", {finding})})).at("runs").at(0);
+  const Json steps = run["results"][0]["codeFlows"][0]["threadFlows"][0]["locations"];
+  ASSERT_EQ(steps.size(), 2U);
+  EXPECT_EQ(steps[0]["location"]["message"]["text"], "the element 'tv'");
+  EXPECT_EQ(steps[0]["location"]["physicalLocation"]["region"]["startColumn"], 2);
+}
+
+TEST(Evidence, SaysWhatTheRunWas) {
+  WriterOptions options{DATABASE};
+  addEvidence(options);
+  EXPECT_EQ(options.databaseSha256, sha256OfFile(DATABASE));
+  EXPECT_EQ(options.started.size(), std::string("2026-11-21T22:06:32Z").size());
+  EXPECT_NE(options.commandLine.find("checker-tests"), std::string::npos);
+  const std::string report = written(Format::json, {}, options);
+  for (const std::string& part : {options.databaseSha256, options.started})
+    EXPECT_NE(report.find(part), std::string::npos);
+}
+
+TEST(Sha256, IsThatOfOtherPrograms) {
+  const fs::path path = fs::path(testing::TempDir()) / "tarvo-sha256";
+  struct Row {
+    std::size_t size;
+    const char* digest;
+  };
+  for (const Row& row : {Row{0, "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855"},
+                         Row{55, "9f4390f8d30c2dd92ec9f095b65e2b9ae9b0a925a5258e241c9f1e910f734318"},
+                         Row{56, "b35439a4ac6f0948b6d6f9e3c6af0f5f590ce20f1bde7090ef7970686ec6738a"},
+                         Row{1'000'000, "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0"}}) {
+    std::ofstream(path, std::ios::binary) << std::string(row.size, 'a');
+    EXPECT_EQ(sha256OfFile(path), row.digest) << row.size;
+  }
+  fs::remove(path);
+  EXPECT_EQ(sha256OfFile(path), "");
+  EXPECT_EQ(sha256OfFile("/dev/null"), "");
 }
 
 }  // namespace

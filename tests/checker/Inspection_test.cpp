@@ -1,13 +1,15 @@
 // The report of one application: which findings, where, and what of them the device gets.
 
-#include "checker/Inspection.h"
+#include "checker/run/Inspection.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
 #include "OwnDirectory.h"
-#include "checker/ReportJson.h"
+#include "checker/report/ReportJson.h"
+#include "checker/run/EngineRun.h"
+#include "support/CraftedZip.h"
 #include "swf-assembler/Assembler.h"
 
 using Texts = std::vector<std::string>;
@@ -69,6 +71,7 @@ TEST_F(Inspection, AllCallsAreFoundWithTheirOwnPlaces) {
   for (const char* behind : {"a.js:5:2 GetA variable -\nreported", "a.js:5:22 GetB variable -\nreported",
                              "a.js:7:34 GetD look-up -\nreported", "a.js:7:51 GetC look-up -\nreported"})
     expected.push_back(behind);
+  std::sort(expected.begin(), expected.end());  // by place
   EXPECT_EQ(findingsOf(all), expected);
   EXPECT_EQ(countOf(all, Finding::Status::reported), 6U);
   EXPECT_TRUE(all.undetermined.empty());
@@ -168,7 +171,7 @@ TEST_F(Inspection, EqualCallsAreAllFoundInTime) {
   write("a.js", "function f() { var tv = $('tv');" + calls + " }");
   const ApplicationReport report = check(true);
   EXPECT_EQ(report.findings.size(), 8'000U);
-  EXPECT_EQ(report.findings[0].call.method + report.findings[1].call.method, "GetAGetB");
+  EXPECT_EQ(report.findings.front().call.method + report.findings.back().call.method, "GetAGetB");
   EXPECT_TRUE(report.notChecked.empty());
   EXPECT_LT(report.seconds, 30);
 }
@@ -185,6 +188,52 @@ TEST_F(Inspection, NoFindingHidesBehindManyOtherCalls) {
     ASSERT_EQ(report.notChecked.size(), 1U);
     EXPECT_EQ(report.notChecked[0].reason, "only the first 10000 calls are listed");
   }
+}
+
+// On the device the extraction directory is one level less deep, so that more of a path is hidden.
+TEST_F(Inspection, ALineThatTheHostGetsOnceIsGivenOnce) {
+  const std::string script = "function f() { var tv = document.getElementById('tv'); tv.GetA(); }";
+  OwnDirectory::write(
+      "app.wgt", craftedZip({{"a/x/index.html", page("tv", "TUNER")}, {"a/x/m.js", script}, {"a/y/m.js", script}}));
+  Texts lines;
+  for (const Finding& finding : inspect("app.wgt", {DATABASE, false, false, {}}).findings)
+    lines.push_back(finding.engineText);
+  std::sort(lines.begin(), lines.end());
+  const std::string line = "../m.js(1) : UndocumentedAPI 'GetA' used\n";
+  EXPECT_EQ(lines, (Texts{"", line}));
+  EXPECT_EQ(runEngine("app.wgt", EngineRunOptions{DATABASE}).findingLines, Texts{line});
+}
+
+TEST_F(Inspection, WhatAVerdictRestsOnIsCounted) {
+  EXPECT_EQ(check(false).judgedCalls, 0U);
+  write("second.html", page("au", "AUDIO"));
+  write("a.js",
+        "function f() { var tv = document.getElementById('tv'); tv.GetVersion(); tv.GetVersion(); tv.Open(); }\n"
+        "function g() { $('au').GetVolume(1); }\n");
+  const ApplicationReport report = check(false);
+  EXPECT_EQ(report.verdict, Verdict::clean);
+  EXPECT_EQ(report.judgedCalls, 3U);
+  EXPECT_EQ(report.judgedPlugins, 2U);
+  EXPECT_FALSE(report.hasCallsWithoutPlugin);
+}
+
+TEST_F(Inspection, CallsWithoutAnElementAreNoProof) {
+  struct Row {
+    const char* script;
+    bool expected;
+  };
+  for (const Row& row :
+       {Row{"tv . SetVolume ( 3 )", true},
+        {"var tv = document.getElementById('tv');\n tv.GetSecret();", true},
+        {"$('tv').GetSecret(1)", true},
+        {"document.getElementById('tv').focus(); var d = document.getElementById('d'); d.blur();", false},
+        {"$('tv').Value = 3; other.GetSecret(); x.SetVolume", false},
+        {"// tv.SetVolume(1)", false}}) {
+    OwnDirectory::write("page.js", row.script);
+    EXPECT_EQ(inspect("page.js", {DATABASE, false, false, {}}).hasCallsWithoutPlugin, row.expected) << row.script;
+  }
+  write("a.js", "tv.SetVolume(1)");
+  EXPECT_FALSE(check(false).hasCallsWithoutPlugin);
 }
 
 }  // namespace

@@ -1,16 +1,17 @@
 // What the checker knows of the parts that the engine did not look at, and why.
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
-#include "checker/EngineRun.h"
-#include "checker/Flash.h"
+#include "checker/commands/Flash.h"
+#include "checker/run/EngineRun.h"
 #include "platform/TimeBudget.h"
 #include "support/CraftedZip.h"
 #include "swf-assembler/Assembler.h"
-#include "unzip/expansion_budget.h"
 
 namespace fs = std::filesystem;
 using swf_assembler::assemble;
@@ -34,11 +35,12 @@ class Parts : public ::testing::Test {
     std::ofstream(path, std::ios::binary) << bytes;
   }
 
-  static Texts notChecked(const std::string& application) {
-    const EngineRun run(DATABASE, application);
+  static Texts notChecked(const std::string& application, const FlashEngine_1_00::ExpansionBounds& bounds = {}) {
+    EngineRunOptions options{DATABASE};
+    options.expansion = bounds;
     Texts texts;
-    for (const NotChecked& missed : run.notChecked())
-      texts.push_back(missed.part + ": " + missed.reason);
+    for (const NotChecked& gap : runEngine(application, options).notChecked)
+      texts.push_back(gap.part + ": " + gap.reason);
     return texts;
   }
 
@@ -46,13 +48,13 @@ class Parts : public ::testing::Test {
     std::string file, bytes;
     Texts expected;  // behind the file's name
   };
-  static void expectNotChecked(const std::vector<Row>& rows) {
+  static void expectNotChecked(const std::vector<Row>& rows, const FlashEngine_1_00::ExpansionBounds& bounds = {}) {
     for (const Row& row : rows) {
       Texts expected;
       for (const std::string& text : row.expected)
         expected.push_back(row.file + text);
       write(row.file, row.bytes);
-      EXPECT_EQ(notChecked(row.file), expected);
+      EXPECT_EQ(notChecked(row.file, bounds), expected);
     }
   }
 
@@ -91,10 +93,68 @@ TEST_F(Parts, OfPackagesThatWereNotUnpacked) {
   expectNotChecked({{"14.zip",
                      craftedZip({{folder + "/in.zip", craftedZip({a})}}),
                      {"!/" + folder + "/in.zip: its path is too long for the engine"}}});
-  FlashEngine_1_00::TESTING_ONLY_setExpansionBounds(100, 1);
-  expectNotChecked(
-      {{"13.zip", craftedZip({a, b}), {"!/b.js: a bound on what all packages unpack to was passed" + rest}}});
-  FlashEngine_1_00::TESTING_ONLY_setExpansionBounds(0, 0);
+  const std::string bound = "!/b.js: a bound on what all packages unpack to was passed" + rest;
+  expectNotChecked({{"13.zip", craftedZip({a, b}), {bound}}}, {100, 1, 1});
+  expectNotChecked({{"13.zip", craftedZip({a, b}), {bound}}}, {1, 100, 1});
+}
+
+// Little-endian.
+std::string number(std::size_t value, int bytes) {
+  std::string text;
+  for (int i = 0; i < bytes; ++i)
+    text += static_cast<char>(value >> 8 * i & 0xFF);
+  return text;
+}
+
+TEST_F(Parts, OfPackagesInWhichOtherReadersFindMore) {
+  constexpr std::uint32_t kChecksumOfP = 0x82079EB1;
+  const std::string zip = craftedZip({{"a.js", "a"}});
+  const std::string withComment = zip.substr(0, zip.size() - 2) + number(4, 2) + "text";
+  const std::string inComment =
+      zip.substr(0, zip.size() - 2) + number(zip.size() - 22, 2) + zip.substr(0, zip.size() - 22);
+  const std::string local = zip.substr(0, zip.find("PK\1\2"));
+  // An entry that the directory does not have, between the others and the directory.
+  std::string between = local + zip;
+  const std::string more =
+      ": other readers may find more in it: it holds bytes that belong to no entry of its directory";
+  const std::string otherName =
+      "!/a.js: other readers take it for another file: its field for Unicode has another name";
+  const auto unicode = [](const std::string& name) {
+    return number(0x7075, 2) + number(name.size() + 5, 2) + "\1CRC_" + name;
+  };
+  const auto withField = [&](const std::string& name, const std::string& field) {
+    CraftedEntry entry{name, "a"};
+    entry.extra = number(0x5455, 2) + number(1, 2) + "t" + unicode(field);
+    return craftedZip({entry});
+  };
+  CraftedEntry link{"link.js", "../../elsewhere"};
+  link.mode = 0120777;
+  CraftedEntry program{"program.js", "a"};
+  program.mode = 0100755;
+  const std::string goesOn = "!/a.js: it holds more than its header says";
+  expectNotChecked({
+      {"comment.zip", withComment, {}},
+      {"marker.zip", "PK\7\10" + zip, {}},
+      {"filled.zip", zip + std::string(512, '\0'), {}},
+      {"before.zip", zip + craftedZip({{"b.js", "b"}}), {more}},
+      {"behind.zip", zip + "PK" + std::string(20, 'x'), {more}},
+      {"in-comment.zip", inComment, {more}},
+      {"first.zip", between, {more}},
+      {"same.zip", withField("a.js", "a.js"), {}},
+      {"latin.zip", withField("\x84.js", "\xC3\xA4.js"), {}},
+      {"other.zip", withField("a.js", "a.swf"), {otherName}},
+      {"longer.zip", withField("a.js", "a.js\xC3\xA4"), {otherName}},
+      {"link.zip", craftedZip({link, program}), {"!/link.js: a symbolic link, which other readers follow"}},
+      {"folder.zip",
+       craftedZip({{"d/", "", true}, {"e/", ""}, {"f.js/", "f"}, {"g\\", "g", true}}),
+       {"!/f.js/: a directory with data, which other readers take for a file",
+        "!/g\\: a directory with data, which other readers take for a file"}},
+      // The stream goes on behind the size, and behind the size and the compressed size; it ends before the latter.
+      {"1.zip", craftedZip({{"a.js", "pq", true, 0, {}, kChecksumOfP, 1}}), {goesOn}},
+      {"2.zip", craftedZip({{"a.js", "pq", true, 0, {}, kChecksumOfP, 1, 3}}), {goesOn}},
+      {"3.zip", craftedZip({{"a.js", "p", true, 0, {}, {}, {}, 40}, {"b.js", std::string(40, 'b')}}), {goesOn}},
+      {"empty.zip", craftedZip({{"a.js", "", true}, {"b.js", ""}}), {}},
+  });
 }
 
 TEST_F(Parts, OfDirectoriesAndSources) {
@@ -106,14 +166,32 @@ TEST_F(Parts, OfDirectoriesAndSources) {
   write("www/good.JS", std::string(100'000, 'x'));
   write("www/page.htm", std::string(100'000, 'x') + '\0');
   write("www/movie.gif", assemble(""));
-  EXPECT_EQ(notChecked("www"), (Texts{
-                                   "www/link: a link to a directory",
-                                   "www/closed.js: could not be opened",
-                                   "www/closed.swf: could not be opened",
-                                   "www/page.htm: cut at its first zero byte, or too large to be read",
-                                   "www/both.Js: its extension is written neither in small nor in capital letters",
-                                   "www/movie.gif: a Flash file by its content that has another extension",
-                               }));
+  write("www/later.png", assemble("").replace(3, 1, 1, '\xF0'));
+  write("www/letter.dat", assemble("").replace(3, 1, 1, 'A'));
+  write("www/letter.txt",
+        "FWSA is the signature of a Flash file,\n and this is a text about such files and their headers.");
+  fs::create_symlink("nowhere.js", "www/dangling.js");
+  ASSERT_EQ(mkfifo("www/pipe.Js", 0600), 0);
+  ASSERT_EQ(mkfifo("www/pipe.txt", 0600), 0);
+  Texts told = notChecked("www");
+  std::sort(told.begin(), told.begin() + 3);  // those come in the order of the file system
+  EXPECT_EQ(told, (Texts{
+                      "www/dangling.js: a link to what is not there",
+                      "www/link: a link to a directory",
+                      "www/pipe.Js: neither a file nor a directory",
+                      "www/closed.js: could not be opened",
+                      "www/closed.swf: could not be opened",
+                      "www/page.htm: cut at its first zero byte, or too large to be read",
+                      "www/both.Js: its extension is written neither in small nor in capital letters",
+                      "www/later.png: a Flash file by its content that has another extension",
+                      "www/letter.dat: a Flash file by its content that has another extension",
+                      "www/movie.gif: a Flash file by its content that has another extension",
+                  }));
+}
+
+// A jump over `offset` bytes, before a push of two bytes and an action: 99 02 00 <offset> | 96 02 00 05 01 | 06
+std::string hiddenIn(const std::string& offset) {
+  return assemble("tag 12 bytes 99 02 00 " + offset + " 96 02 00 05 01 06\nend");
 }
 
 TEST_F(Parts, OfFlashFiles) {
@@ -147,6 +225,9 @@ TEST_F(Parts, OfFlashFiles) {
       {"movie.swf", assemble("tag 34 bytes 01 00 00 05 00"), {button}},
       {"movie.swf", assemble("tag 34 bytes 01 00 00 00 01"), {button}},
       {"movie.swf", assemble("tag 34 bytes 01 00 00 00 00 06\n tag 26 bytes 7F\n tag 70 bytes 7F"), {}},
+      {"movie.swf", hiddenIn("02 00"), {": a branch leads into the middle of an action: what runs there is not read"}},
+      {"movie.swf", hiddenIn("05 00"), {}},
+      {"movie.swf", hiddenIn("06 00"), {}},
       {"movie.swf", assemble("tag 26 bytes 80"), {clip}},
       {"movie.swf", assemble("tag 70 bytes 80\n tag 70 bytes 80"), {clip}},
   });

@@ -1,6 +1,6 @@
 // How far a run is: the line, and where it is shown.
 
-#include "checker/Progress.h"
+#include "checker/report/Progress.h"
 
 #include <pty.h>
 #include <unistd.h>
@@ -26,6 +26,7 @@ TEST(ProgressLine, IsCutToTheWidth) {
            {{0, 2, "\x1b[31m.wgt"}, 2, 79, "0/2  \\x1b[31m.wgt"},
            {{0, 2, "\xE9\x9B\xBB\xE8\xA6\x96\xE9\x9B\xBB\xE8\xA6\x96.js"}, 2, 14, "0/2  ...\xE8\xA6\x96.js"},
            {{0, 2, "a.js"}, 2, 79, "0/2  a.js"},
+           {{0, 2, "\x9B.js"}, 2, 79, "0/2  \\x9b.js"},
        }) {
     EXPECT_EQ(progressLine(row.state, row.seconds, row.width), row.line);
   }

@@ -1,7 +1,0 @@
-#pragma once
-
-#include "checker/Options.h"
-
-// Checks the applications of `options`, and shows the reports. Returns the exit status. Throws UserError if it cannot
-// begin, or if a report cannot be written.
-int check(const Options& options);

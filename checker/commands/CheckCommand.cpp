@@ -1,0 +1,242 @@
+// Puts together the check of many applications: a worker for each (run/), which makes its report; exceptions and the
+// baseline (options/), which say what counts; the writers (report/, formats/); and the exit status.
+//
+// Of an application: 2 if it could not be checked at all, else 1 if an undocumented API is used, else 3 if a part of it
+// was not checked, else 0. Of all together: the first of these.
+// Test: tests/checker/Catalogue_test.cpp.
+
+#include "checker/commands/CheckCommand.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <iostream>
+#include <iterator>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <utility>
+
+#include "checker/commands/DatabaseCommand.h"
+#include "checker/commands/Outputs.h"
+#include "checker/commands/StoreRun.h"
+#include "checker/formats/Wording.h"
+#include "checker/options/Accept.h"
+#include "checker/options/Applications.h"
+#include "checker/options/Baseline.h"
+#include "checker/options/Suggestion.h"
+#include "checker/options/UserError.h"
+#include "checker/report/Characters.h"
+#include "checker/report/Progress.h"
+#include "checker/run/Inspection.h"
+#include "checker/run/SentReport.h"
+#include "checker/run/WorkerPool.h"
+#include "store/Shard.h"
+#include "trial/Browser.h"
+
+namespace {
+
+constexpr int kStatusOf[] = {0, 3, 1, 2};  // of each Verdict
+constexpr int kSignalled = 128;
+
+// ---- which applications --------------------------------------------------------------------------------------------
+
+// What is checked, in order.
+struct Applications {
+  std::vector<std::string> names;
+  std::map<std::string, std::string> refused;  // of these, those that are not looked at, with the reason
+};
+
+// The applications as named, with those of a pile in its place.
+Applications applicationsOf(const Options& options) {
+  Applications all;
+  for (const std::string& name : options.applications) {
+    std::error_code error;
+    const bool isDirectory = !options.asOne && std::filesystem::is_directory(name, error);
+    Pile pile = isDirectory ? pileIn(name) : Pile{};
+    if (pile.applications.empty()) {
+      all.names.push_back(name);
+      continue;
+    }
+    if (!options.quiet) {
+      std::cerr << printable(
+                       "tarvo-check: '" + name + "' holds " + counted(pile.applications.size(), "package", "packages") +
+                       " and no web source of its own: each is checked as an application; --as-one checks all as one")
+                << '\n';
+    }
+    std::move(pile.applications.begin(), pile.applications.end(), std::back_inserter(all.names));
+    all.refused.merge(pile.refused);
+  }
+  if (!options.shard.empty()) {
+    const store::Shard shard = store::shardOf(options.shard);
+    const auto isElsewhere = [&](const std::string& name) { return !shard.has(name); };
+    all.names.erase(std::remove_if(all.names.begin(), all.names.end(), isElsewhere), all.names.end());
+  }
+  return all;
+}
+
+ApplicationReport reportOn(const std::string& application, const Applications& all, const InspectionOptions& options) {
+  const auto refused = all.refused.find(application);
+  ApplicationReport report = refused == all.refused.end() ? inspect(application, options) : ApplicationReport();
+  report.application = application;
+  if (refused != all.refused.end()) report.failure = refused->second;
+  if (isFalselyCalledPackage(application) && report.notChecked.empty())
+    report.failure = "it is not a zip package, although its name says so";
+  conclude(report);
+  return report;
+}
+
+// ---- the run -------------------------------------------------------------------------------------------------------
+
+void printLog(const std::vector<LogLine>& log) {
+  for (const LogLine& line : log)
+    std::cerr << line.function << ": " << printable(line.text) << '\n';
+}
+
+// Whether all calls are looked at. With a baseline they are: what stands behind a known finding may be new.
+bool seesAll(const Options& options) {
+  return options.all || !options.baseline.empty();
+}
+
+// Each report passes through `take`, on its way from its worker to the outputs.
+class Run : public RunListener {
+ public:
+  // `store` may be null.
+  Run(const Options& options, const std::set<std::string>& accepted, bool isOnlyApplication, StoreRun* store)
+      : isOnlyApplication_(isOnlyApplication),
+        store_(store),
+        unused_(accepted),
+        seesAll_(seesAll(options)),
+        allowsIncomplete_(options.allowIncomplete),
+        isQuiet_(options.quiet),
+        baseline_(options.baseline.empty() ? std::nullopt : std::optional<Baseline>(options.baseline)),
+        outputs_(options),
+        progress_(!options.quiet && !options.noProgress && isCapableTerminal(STDERR_FILENO)) {}
+
+  bool take(const std::string& application, WorkerResult result) override {
+    ApplicationReport report = reportOf(application, result);
+    if (store_ != nullptr && !keep(report)) return false;
+    if (baseline_) baseline_->apply(report, isOnlyApplication_);
+    unused_.see(report);
+    if (isPrintedBesideProgress_ || !report.log.empty()) progress_.clear();
+    printLog(report.log);
+    outputs_.add(report);
+    totals_.add(report);
+    return hasPrinted();
+  }
+
+  void showState(const RunState& state) override { progress_.show(state); }
+
+  // Throws UserError if not all could be written; nobody is told if it is only that nobody reads it any more.
+  void end(bool wasInterrupted) {
+    progress_.clear();
+    outputs_.end(wasInterrupted);
+    if (!storeError_.empty()) throw UserError(storeError_);
+    if (store_ != nullptr && !wasInterrupted) store_->finish();
+    if (!outputs_.isPrinting() && !isQuiet_) std::cout << printable(summaryOf(totals_)) << '\n';
+    if (!isQuiet_ && !wasInterrupted && seesAll_) printUnusedNames();
+    if (!hasPrinted() && printError_ != EPIPE)
+      throw UserError(std::string("cannot write to standard output: ") + std::strerror(printError_));
+  }
+
+  int status() const {
+    for (const Verdict verdict : {Verdict::notChecked, Verdict::findings, Verdict::incomplete}) {
+      const bool isAllowed = verdict == Verdict::incomplete && allowsIncomplete_;
+      if (totals_.of(verdict) > 0 && !isAllowed) return kStatusOf[static_cast<std::size_t>(verdict)];
+    }
+    return 0;
+  }
+
+ private:
+  // Whether the run can go on: what cannot be kept need not be checked.
+  bool keep(ApplicationReport& report) {
+    try {
+      report = store_->keep(report);
+    } catch (const store::StoreError& error) {
+      storeError_ = error.what();
+    }
+    return storeError_.empty();
+  }
+
+  bool hasPrinted() {
+    if (printError_ != 0 || std::cout.flush()) return printError_ == 0;
+    printError_ = errno;
+    return false;
+  }
+
+  void printUnusedNames() const {
+    for (const std::string& name : unused_.names())
+      std::cerr << "tarvo-check: no finding is of '" << printable(name) << "', which is accepted\n";
+  }
+
+  bool isOnlyApplication_;
+  StoreRun* store_;
+  std::string storeError_;
+  UnusedNames unused_;
+  bool seesAll_;  // no call is hidden behind one at which the engine stops
+  bool allowsIncomplete_;
+  bool isQuiet_;
+  std::optional<Baseline> baseline_;
+  Outputs outputs_;
+  Progress progress_;
+  bool isPrintedBesideProgress_ = isatty(STDOUT_FILENO) == 1;
+  int printError_ = 0;
+  Totals totals_;
+};
+
+// Throws UserError if there is no browser for a trial that was asked for.
+TrialOptions trialOptions(const Options& options) {
+  TrialOptions trial{options.trial, options.browser, options.trialSeconds, options.bounds.memory};
+  if (!trial.isOn) return trial;
+  trial.browser = trial::findBrowser(options.browser);
+  if (!trial.browser.empty()) return trial;
+  if (options.browser.empty())
+    throw UserError(
+        "--trial needs Chromium, and there is none; install it (apt-get install chromium), or pass --browser FILE");
+  throw UserError("no browser at '" + options.browser + "'" + didYouMeanFile(options.browser));
+}
+
+}  // namespace
+
+int checkCommand(const Options& given) {
+  Options options = given;
+  if (!options.store.empty()) {
+    options.all = true;  // a store has all calls
+    if (options.flow || options.trial)
+      throw UserError("a store keeps what the engine finds; --store does not go with --flow or --trial");
+  }
+  requireSoundDatabase(options);
+  const Applications applications = applicationsOf(options);
+  const std::set<std::string> accepted = acceptedNames(options.accept, options.acceptFiles);
+  const TrialOptions trial = trialOptions(options);
+  const FlowOptions flow{options.flow, options.possible, options.perPlugin};
+  InspectionOptions inspection{options.database,
+                               seesAll(options),
+                               options.log,
+                               accepted,
+                               options.bounds.unpacked,
+                               Outputs::hasEvidence(options),
+                               trial,
+                               flow};
+  WorkerBounds bounds = options.bounds;
+  bounds.besides = trialSeconds(trial);
+  std::optional<StoreRun> store;
+  if (!options.store.empty()) {
+    store.emplace(options, inspection);
+    inspection = store->inspection();
+  }
+  Run run(options, accepted, applications.names.size() == 1, store ? &*store : nullptr);
+  const Work work = [&](const std::string& application) {
+    const auto check = [&] { return reportOn(application, applications, inspection); };
+    const bool isKept = store && applications.refused.count(application) == 0;
+    return bytesOf(isKept ? store->inspect(application, check) : check());
+  };
+  const Signals signals;  // as long as there are files that are half written
+  const int signal = workOnEach(applications.names, options.jobs, bounds, work, signals, run);
+  run.end(signal != 0);
+  return signal != 0 ? kSignalled + signal : run.status();
+}

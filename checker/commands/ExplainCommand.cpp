@@ -1,0 +1,41 @@
+// Puts together one run of the engine (run/) and its JSON (Explain.h), in a worker. Test:
+// tests/checker/Checker_test.cpp.
+
+#include "checker/commands/ExplainCommand.h"
+
+#include <stdexcept>
+
+#include "checker/commands/BoundedOutput.h"
+#include "checker/commands/DatabaseCommand.h"
+#include "checker/commands/Explain.h"
+#include "checker/report/Characters.h"
+#include "checker/run/EngineRun.h"
+
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kFailed = 2;
+
+CommandOutput explained(const Options& options, const std::string& application) {
+  CommandOutput output;
+  try {
+    const Outcome run = runEngine(application, EngineRunOptions{options.database, {}, false, options.bounds.unpacked});
+    if (options.log) {
+      for (const LogLine& line : run.log)
+        output.err += line.function + ": " + printable(line.text) + '\n';
+    }
+    output.out = escapedJson(explain(run)) + '\n';
+    output.status = run.verdict() == Verdict::notChecked ? kFailed : kDone;
+  } catch (const std::runtime_error& error) {
+    output.err += "tarvo-check: " + printable(application + ": " + error.what()) + '\n';
+    output.status = kFailed;
+  }
+  return output;
+}
+
+}  // namespace
+
+int explainCommand(const Options& options) {
+  requireSoundDatabase(options);
+  return printFromWorker(options, [&](const std::string& application) { return explained(options, application); });
+}

@@ -1,0 +1,102 @@
+// Test: tests/checker/Store_test.cpp.
+
+#include "checker/commands/StoreRun.h"
+
+#include <filesystem>
+
+#include "APICheckEngine/APIAnalysis.h"
+#include "checker/commands/DatabaseCommand.h"
+#include "checker/options/UserError.h"
+#include "store/Content.h"
+#include "store/Judge.h"
+
+namespace {
+
+const std::vector<std::string> kRules{"engine"};
+
+// All that changes what is found in some content; not what makes that it cannot be checked, which is tried again.
+store::Settings settingsOf() {
+  std::string rules;
+  for (const std::string& rule : kRules)
+    rules += (rules.empty() ? "rules=" : ",") + rule;
+  return {TARVO_VERSION, FlashEngine_1_00::kEngineVersion, rules};
+}
+
+void setContent(ApplicationReport& report, const store::Content& content) {
+  report.content = store::hexOf(content.sha256);
+  report.contentSuffix = content.suffix;
+  report.size = content.size;
+}
+
+}  // namespace
+
+store::Database databaseOf(const std::string& path) {
+  const auto content = store::contentOf(path);
+  if (!content) throw UserError("the database '" + path + "' cannot be read");
+  store::Database database{std::filesystem::absolute(path).lexically_normal().string(), content->sha256, {}};
+  for (const DatabaseGroup& group : listDatabase(path).groups) {
+    for (const DatabaseFunction& function : group.functions)
+      database.methods.emplace_back(group.name, function.name);
+  }
+  return database;
+}
+
+void accept(ApplicationReport& report, const std::set<std::string>& accepted) {
+  for (Finding& finding : report.findings) {
+    const bool isAccepted = accepted.count(finding.call.method) > 0;
+    if (isAccepted && finding.status == Finding::Status::reported) finding.status = Finding::Status::accepted;
+  }
+  conclude(report);
+}
+
+StoreRun::StoreRun(const Options& options, const InspectionOptions& inspection)
+    : inspection_(inspection),
+      accepted_(inspection.accepted),
+      judge_(store::judgeBy(databaseOf(options.database))),
+      store_(options.store, store::Store::Mode::write),
+      run_(store_, settingsOf(), databaseOf(options.database), options.run),
+      known_(run_.knownContents()) {
+  inspection_.all = true;
+  inspection_.documented = true;
+  inspection_.accepted.clear();  // a store knows no exceptions: they are made when a report is shown
+}
+
+ApplicationReport StoreRun::inspect(const std::string& application,
+                                    const std::function<ApplicationReport()>& check) const {
+  ApplicationReport report;
+  report.application = application;
+  const auto before = store::contentOf(application);
+  if (before && known_.contains(*before)) {
+    report.isStored = true;
+    setContent(report, *before);
+    return report;
+  }
+  report = check();
+  if (!before) return report;
+  const auto after = store::contentOf(application);
+  if (after && *after == *before) {
+    setContent(report, *before);
+  } else {
+    report.failure = "it changed while it was read";
+    conclude(report);
+  }
+  return report;
+}
+
+ApplicationReport StoreRun::keep(const ApplicationReport& report) {
+  ApplicationReport shown = report;
+  if (report.isStored) {
+    auto stored =
+        run_.stored(report.application, store::bytesOfHex(report.content), report.contentSuffix, kRules, judge_);
+    if (stored) {
+      shown = std::move(*stored);
+    } else {  // a worker can send anything
+      shown = {};
+      shown.application = report.application;
+      shown.failure = "the process that checked it told of a result that the store does not have";
+    }
+  }
+  run_.add(shown);
+  accept(shown, accepted_);
+  return shown;
+}

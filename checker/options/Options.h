@@ -1,0 +1,72 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "checker/run/Worker.h"
+
+// What the program does.
+enum class Command { check, explain, disassemble, decompile, database, databaseDiff, judge, catalogue, merge };
+
+// What the user asked for, on the command line or in a config file.
+struct Options {
+  Command command = Command::check;
+
+  std::string database;
+  std::vector<std::string> applications;  // as named, those of `lists` among them
+  std::vector<std::string> lists;         // files that name applications
+  bool asOne = false;
+  bool all = false;
+  bool allowIncomplete = false;
+  std::string baseline;
+  std::vector<std::string> accept;
+  std::vector<std::string> acceptFiles;
+  bool flow = false;  // follow plug-in objects through script, too
+  bool possible = false;
+  bool perPlugin = false;
+
+  bool trial = false;  // run the pages in a browser, too
+  std::string browser;
+  unsigned trialSeconds = 20;
+
+  std::string store;  // file that results are kept in
+  std::string run;    // name of the run in the store; empty: today's date
+  std::string shard;  // which part of the applications: "3/16", "auto"; empty: all
+  std::string uses;   // the method that is asked for
+
+  unsigned jobs = 1;
+  WorkerBounds bounds;
+
+  std::string format;
+  std::vector<std::string> outputs;
+  bool engineLines = false;
+  bool trace = false;
+  bool log = false;
+  bool quiet = false;
+  bool noProgress = false;
+  std::string color = "auto";
+
+  std::string config;  // the file that --config names
+  bool noConfig = false;
+  bool printConfig = false;
+  std::string configFile;  // the file that options were taken from; empty if none was
+
+  // Of the commands other than the check.
+  std::string file;
+  bool json = false;
+  std::string older, newer;         // databases to compare
+  std::vector<std::string> inputs;  // stores to merge
+
+  // The options that the command line has, without dashes. They go before those of a config file.
+  std::set<std::string> given;
+};
+
+// The options as they are if nobody says anything.
+Options defaultOptions();
+
+// Throws UserError, which tells what to do, if there is no database that can be read.
+void requireDatabase(const Options& options);
+
+// Whether text on standard output is to be coloured.
+bool wantsColor(const Options& options);

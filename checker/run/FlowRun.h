@@ -1,0 +1,40 @@
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+
+#include "APICheckEngine/Facade.h"
+#include "checker/report/Report.h"
+#include "checker/run/PathNames.h"
+
+struct FlowOptions {
+  bool isOn = false;
+  bool isPossible = false;   // keep findings that are only possible
+  bool isPerPlugin = false;  // a method that is documented for another plug-in only counts as undocumented
+};
+
+// Flow analysis of an application beside the engine's run: hands its files to the analysis, and adds what that found to
+// the report. It only ever adds: what the engine found and flow analysis does not see stays as it is.
+class FlowRun {
+ public:
+  explicit FlowRun(std::string application) : application_(std::move(application)) {}
+
+  // Reads the files out of packages while they are still there.
+  void takeFiles(const FlashEngine_1_00::APIAnalysis& engine);
+
+  // `names` gives the user's names for the engine's paths. Findings of the engine that the analysis made, too, become
+  // certain and get their trace; others are new. What was not read stands among what was not checked.
+  void run(const FlowOptions& options, const std::string& database, const std::set<std::string>& accepted,
+           const PathNames& names, ApplicationReport& report);
+
+ private:
+  void take(const std::string& path);
+  void takeOwnFiles();
+  std::string pathInside(const std::string& shown) const;
+
+  std::string application_;
+  std::map<std::string, std::string> bytes_;  // by the engine's path, or the user's
+  std::set<std::string> tooLarge_;
+  std::size_t total_ = 0;
+};

@@ -1,0 +1,401 @@
+// One application's report: the calls that the engine tells of become findings with their places.
+//
+// The engine tells of a call by the bytes in which it found it. These are kept until its lists are full; then the calls
+// of each source are placed in it together, before the file is removed. What the device's host gets and what stands
+// behind a stop come from one run, in which the engine says of each call on which side it is.
+// Test: tests/checker/Inspection_test.cpp.
+
+#include "checker/run/Inspection.h"
+
+#include <algorithm>
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <iterator>
+#include <map>
+#include <tuple>
+
+#include "checker/report/CallPlaces.h"
+#include "checker/report/Sha256.h"
+#include "checker/run/EngineRun.h"
+#include "checker/run/PluginLikeCalls.h"
+
+using FlashEngine_1_00::APIAnalysis;
+using FlashEngine_1_00::FoundCall;
+using FlashEngine_1_00::SWFStateMentInfo;
+
+namespace {
+
+// Undocumented calls of one application that are kept, and as many others: more than people read, and no more than a
+// report of them fits in the memory that a check may take.
+constexpr std::size_t kMaxCalls = 10'000;
+constexpr std::size_t kMaxObjects = 1000;  // elements, and bindings
+
+// The calls that a run of the engine finds, each with its place.
+//
+// The same call is found once for each thing that it is found by, on the device and behind a stop; it is kept once,
+// with how it was found first. What a run on the device finds has an order and a room of its own, so that nothing of it
+// depends on whether the run went on behind its stops.
+class CallCollector {
+ public:
+  struct Entry {
+    FoundCall::Verdict verdict;
+    Call call;
+    std::string engineText = {};  // of an undocumented one, the line that the host gets
+    bool isOnDevice = false;
+    bool isListed = false;
+  };
+
+  // `keepsDocumented`: also calls of documented methods, which take no room from others.
+  explicit CallCollector(bool keepsDocumented) : keepsDocumented_(keepsDocumented) {}
+
+  void record(const FoundCall& found) {
+    count(found);
+    if (found.verdict == FoundCall::Verdict::documented) return recordDocumented(found);
+    if (device_.isFull(found.verdict) && listed_.isFull(found.verdict)) {
+      isCut_ = true;
+      return;
+    }
+    const auto [known, isNew] =
+        known_.try_emplace({found.path, found.call.data(), found.classId, found.method, found.verdict}, nullptr);
+    Entry*& entry = known->second;
+    const bool isDevices = found.isOnDevice && isJudged(found.verdict);
+    const bool takesDevices = isDevices && (entry == nullptr || !entry->isOnDevice) && device_.take(found.verdict);
+    const bool takesListed = isNew && listed_.take(found.verdict);
+    if (entry == nullptr && (takesDevices || takesListed)) {
+      entries_.push_back({found.verdict, {}});
+      entry = &entries_.back();
+      entry->isListed = takesListed;
+      fill(found, entry->call);
+    }
+    if (!takesDevices) return;
+    entry->isOnDevice = true;
+    onDevice_.push_back(entry);
+  }
+
+  void recordDocumented(const FoundCall& found) {
+    if (!keepsDocumented_) return;
+    const auto [known, isNew] =
+        known_.try_emplace({found.path, found.call.data(), found.classId, found.method, found.verdict}, nullptr);
+    Entry*& entry = known->second;
+    if (isNew && documented_.take(found.verdict)) {
+      entries_.push_back({found.verdict, {}});
+      entry = &entries_.back();
+      fill(found, entry->call);
+    }
+    if (entry != nullptr) entry->isOnDevice = entry->isOnDevice || found.isOnDevice;
+  }
+
+  // Web sources: the engine keeps what it made of them in memory, but removes what it extracted.
+  void placeInSources(const APIAnalysis& engine) {
+    struct Source {
+      const std::string* path;
+      std::string_view text;
+      std::vector<Sighting> sightings;
+    };
+    // By where the text begins: the one that a call points into is its source, whatever else has the same path.
+    std::map<const char*, Source, std::less<>> sources;
+    for (std::size_t i = 0; i < engine.worthfulSourceList.size(); ++i) {
+      const char* text = engine.worthfulSourceList[i]->c_str();
+      sources.try_emplace(text, Source{engine.worthfulPathList[i], text, {}});
+    }
+    for (const auto& [code, call] : unplaced_) {
+      const auto next = sources.upper_bound(code.data());
+      if (next == sources.begin()) continue;
+      Source& source = std::prev(next)->second;
+      const auto offset = static_cast<std::size_t>(code.data() - source.text.data());
+      if (offset < source.text.size()) source.sightings.push_back({offset, code.size(), call});
+    }
+    for (auto& [begin, source] : sources) {
+      if (!source.sightings.empty()) placeInSource(*source.path, source.text, std::move(source.sightings));
+    }
+    unplaced_.clear();
+  }
+
+  // After the run: gives the calls the user's paths.
+  void name(const PathNames& names) {
+    for (Entry& entry : entries_) {
+      Call& call = entry.call;
+      if (entry.verdict == FoundCall::Verdict::undocumented)
+        entry.engineText = names.findingLine(call.path, call.engineLine, call.method);
+      call.path = names.shown(call.path);
+    }
+  }
+
+  // In the order in which a run on the device finds them, and in that of a run that goes on.
+  const std::vector<const Entry*>& onDevice() const { return onDevice_; }
+  const std::deque<Entry>& entries() const { return entries_; }
+
+  // Whether there were more than are kept.
+  bool isCut(bool all) const { return isCut_ || device_.isCut() || documented_.isCut() || (all && listed_.isCut()); }
+
+  // How many calls were judged, and on how many plug-ins.
+  std::uint64_t judgedCalls() const { return judged_.size(); }
+  std::uint64_t judgedPlugins() const { return plugins_.size(); }
+
+ private:
+  // How many calls are kept. Others, however many, must not hide an undocumented one.
+  class Room {
+   public:
+    bool take(FoundCall::Verdict verdict) {
+      std::size_t& kept = verdict == FoundCall::Verdict::undocumented ? undocumented_ : others_;
+      const bool isFull = kept == kMaxCalls;
+      isCut_ = isCut_ || isFull;
+      kept += isFull ? 0 : 1;
+      return !isFull;
+    }
+    bool isFull(FoundCall::Verdict verdict) const {
+      return (verdict == FoundCall::Verdict::undocumented ? undocumented_ : others_) == kMaxCalls;
+    }
+    bool isCut() const { return isCut_; }
+
+   private:
+    std::size_t undocumented_ = 0;
+    std::size_t others_ = 0;
+    bool isCut_ = false;
+  };
+
+  static bool isJudged(FoundCall::Verdict verdict) {
+    return verdict == FoundCall::Verdict::undocumented || verdict == FoundCall::Verdict::accepted;
+  }
+
+  void count(const FoundCall& found) {
+    if (!isJudged(found.verdict) && found.verdict != FoundCall::Verdict::documented) return;
+    plugins_.insert(found.classId);
+    const bool isInFlash = found.on == FoundCall::On::flashVariable || found.on == FoundCall::On::flashLookUp;
+    judged_.emplace(isInFlash ? found.path : std::string(), found.call.data());  // statements are gone afterwards
+  }
+
+  void fill(const FoundCall& found, Call& call) {
+    call.path = found.path;
+    call.engineLine = found.line;
+    call.plugin = found.classId;
+    call.method = found.method;
+    call.found = static_cast<Call::Found>(found.on);
+
+    // The calls on a variable are found with the byte before them.
+    const bool isOnVariable = found.on == FoundCall::On::variable || found.on == FoundCall::On::flashVariable;
+    const std::string_view code = found.call.substr(isOnVariable ? 1 : 0);
+    const bool isInSource = found.on == FoundCall::On::variable || found.on == FoundCall::On::lookUp;
+    if (isInSource) {
+      unplaced_.emplace_back(code, &call);
+    } else {
+      placeInStatements(found.text, {static_cast<std::size_t>(code.data() - found.text.data()), code.size(), &call});
+    }
+  }
+
+  using Identity = std::tuple<std::string, const char*, std::string, std::string, FoundCall::Verdict>;
+
+  std::deque<Entry> entries_;
+  std::vector<const Entry*> onDevice_;
+  std::vector<std::pair<std::string_view, Call*>> unplaced_;  // calls in web sources, with the code that was found
+  std::map<Identity, Entry*> known_;
+  bool keepsDocumented_;
+  Room device_;
+  Room listed_;
+  Room documented_;
+  bool isCut_ = false;
+  std::set<std::pair<std::string, const char*>> judged_;
+  std::set<std::string> plugins_;
+};
+
+const char* reasonOf(FoundCall::Verdict verdict) {
+  switch (verdict) {
+    case FoundCall::Verdict::builtIn:
+      return "the name of a built-in function stands in it";
+    case FoundCall::Verdict::opening:
+      return "calls with '.Open' are not judged";
+    case FoundCall::Verdict::unnamed:
+      return "an extension call without the name of a method";
+    case FoundCall::Verdict::common:
+      return "the variable is taken for a helper object of the script library";
+    default:
+      return nullptr;
+  }
+}
+
+// 64-bit FNV-1a of what stays of a finding when lines move.
+class Fingerprint {
+ public:
+  void add(const std::string& text) {
+    for (const char c : text)
+      take(static_cast<unsigned char>(c));
+    take(0);
+  }
+
+  std::string text() const {
+    char digits[17];
+    (void)std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(hash_));
+    return digits;
+  }
+
+ private:
+  void take(unsigned char byte) { hash_ = (hash_ ^ byte) * 0x100000001B3U; }
+
+  std::uint64_t hash_ = 0xCBF29CE484222325U;
+};
+
+// The path of a file within its application, the same for "www", "./www" and "www/".
+std::string pathInside(const std::string& application, const std::string& path) {
+  if (path.compare(0, application.size(), application) != 0) return path;
+  return path.substr(std::min(path.find_first_not_of('/', application.size()), path.size()));
+}
+
+// Gives each finding its fingerprint: the path within the application, the call, and how many alike come before it.
+void fingerprint(ApplicationReport& report) {
+  std::vector<Finding*> byPlace;
+  for (std::vector<Finding>* findings : {&report.findings, &report.documented}) {
+    for (Finding& finding : *findings)
+      byPlace.push_back(&finding);
+  }
+  std::stable_sort(byPlace.begin(), byPlace.end(), [](const Finding* a, const Finding* b) {
+    return std::tie(a->call.path, a->call.place.line, a->call.place.column) <
+           std::tie(b->call.path, b->call.place.line, b->call.place.column);
+  });
+  std::map<std::string, int> alike;
+  for (Finding* finding : byPlace) {
+    const Call& call = finding->call;
+    std::string code = call.code;
+    code.erase(std::remove_if(code.begin(), code.end(), [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }),
+               code.end());
+    Fingerprint print;
+    for (const std::string& part :
+         {pathInside(report.application, call.path), call.plugin, call.method, std::string(nameOf(call.found)), code})
+      print.add(part);
+    const int before = alike[print.text()]++;
+    print.add(std::to_string(before));
+    finding->fingerprint = print.text();
+  }
+}
+
+std::tuple<const std::string&, int, int, const std::string&, const std::string&, const std::string&> identityOf(
+    const Call& call) {
+  return {call.path, call.place.line, call.place.column, call.plugin, call.method, call.code};
+}
+
+// The findings that the host gets, and those that are accepted.
+std::vector<Finding> findingsOf(const CallCollector& calls) {
+  std::vector<Finding> findings;
+  std::set<std::string> lines;        // equal ones of a file are given once
+  std::set<std::string> engineLines;  // on the device they have no whole paths: the host gets those of two files once
+  for (const CallCollector::Entry* entry : calls.onDevice()) {
+    const bool isAccepted = entry->verdict == FoundCall::Verdict::accepted;
+    const bool isReported = !isAccepted && lines.insert(entry->call.path + '\n' + entry->engineText).second;
+    if (!isAccepted && !isReported) continue;
+    const Finding::Status status = isAccepted ? Finding::Status::accepted : Finding::Status::reported;
+    const bool isFirst = engineLines.insert(entry->engineText).second;
+    findings.push_back({entry->call, status, isReported, isFirst ? entry->engineText : std::string(), {}});
+  }
+  return findings;
+}
+
+// Adds what stands where the engine stops, and what it makes no verdict on.
+void addAll(const CallCollector& calls, ApplicationReport& report) {
+  // Calls in Flash files have no place: of several alike, each that was found on the device stands for one only.
+  std::multiset<decltype(identityOf(report.findings.front().call))> known;
+  const std::vector<Finding> onDevice = report.findings;
+  for (const Finding& finding : onDevice)
+    known.insert(identityOf(finding.call));
+  for (const CallCollector::Entry& entry : calls.entries()) {
+    if (!entry.isListed) continue;
+    if (const char* reason = reasonOf(entry.verdict)) {
+      report.undetermined.push_back({entry.call, reason});
+    } else if (const auto same = known.find(identityOf(entry.call)); same != known.end()) {
+      known.erase(same);
+    } else {
+      const bool isAccepted = entry.verdict == FoundCall::Verdict::accepted;
+      const Finding::Status status = isAccepted ? Finding::Status::accepted : Finding::Status::reported;
+      report.findings.push_back({entry.call, status, false, {}, {}});
+    }
+  }
+}
+
+void addDocumented(const CallCollector& calls, ApplicationReport& report) {
+  for (const CallCollector::Entry& entry : calls.entries()) {
+    if (entry.verdict != FoundCall::Verdict::documented) continue;
+    report.documented.push_back({entry.call, Finding::Status::reported, entry.isOnDevice, {}, {}});
+    Call& call = report.documented.back().call;
+    call.excerpt = {};
+    call.mark = call.markLength = 0;
+    call.before.clear();
+    call.after.clear();
+  }
+}
+
+void addObjects(const Outcome& run, ApplicationReport& report) {
+  using FlashEngine_1_00::detail::Key;
+  using FlashEngine_1_00::detail::splitKey;
+  std::set<std::tuple<std::string, std::string, std::string>> known;
+  const auto isNew = [&](const Key& key, const std::string& path) {
+    return known.emplace(key.classId, key.symbol, path).second;
+  };
+  for (const SWFStateMentInfo* record : run.engine->objectIdList) {
+    const Key key = splitKey(*record->expression);
+    if (report.elements.size() < kMaxObjects && isNew(key, record->path))
+      report.elements.push_back({key.classId, key.symbol, run.names.shown(record->path)});
+  }
+  known.clear();
+  for (const SWFStateMentInfo* record : run.engine->objectVariableList) {
+    const Key key = splitKey(*record->expression);
+    if (report.bindings.size() < kMaxObjects && isNew(key, record->path))
+      report.bindings.push_back({key.classId, key.symbol, run.names.shown(record->path)});
+  }
+}
+
+void inspect(const InspectionOptions& options, ApplicationReport& report) {
+  CallCollector calls(options.documented);
+  EngineRunOptions runOptions{options.database, options.accepted, options.all, options.unpacked};
+  runOptions.callFound = [&](const FoundCall& call) { calls.record(call); };
+  FlowRun flow(report.application);
+  TrialRun trialRun(report.application);
+  runOptions.beforeRemoval = [&](const APIAnalysis& engine) {
+    calls.placeInSources(engine);
+    if (options.flow.isOn) flow.takeFiles(engine);
+    if (options.trial.isOn) trialRun.takeFiles(engine);
+  };
+  Outcome run = runEngine(report.application, runOptions);
+  calls.name(run.names);
+  report.failure = run.failure;
+  report.findings = findingsOf(calls);
+  report.notChecked = std::move(run.notChecked);
+  report.sources = run.webSources;
+  report.flashFiles = run.flashFiles;
+  if (options.log) report.log = std::move(run.log);
+  addObjects(run, report);
+  report.rules.emplace_back("engine");
+  report.judgedCalls = calls.judgedCalls();
+  report.judgedPlugins = calls.judgedPlugins();
+  report.hasCallsWithoutPlugin = hasCallsWithoutPlugin(*run.engine);
+  if (options.all && report.failure.empty()) addAll(calls, report);
+  addDocumented(calls, report);
+  if (options.flow.isOn && report.failure.empty())
+    flow.run(options.flow, options.database, options.accepted, run.names, report);
+  if (calls.isCut(options.all)) {
+    report.notChecked.push_back(
+        {report.application, "only the first " + std::to_string(kMaxCalls) + " calls are listed"});
+  }
+  if (options.trial.isOn && report.failure.empty()) {
+    const auto shown = [&](const std::string& path) { return run.names.shown(path); };
+    trialRun.run(options.trial, options.accepted, shown, report);
+  }
+}
+
+}  // namespace
+
+ApplicationReport inspect(const std::string& application, const InspectionOptions& options) {
+  const auto start = std::chrono::steady_clock::now();
+  ApplicationReport report;
+  report.application = application;
+  if (options.digest) report.sha256 = sha256OfFile(application);
+  try {
+    inspect(options, report);
+    fingerprint(report);
+  } catch (const std::bad_alloc&) {
+    report.failure = "it takes more memory than there is";
+  } catch (const std::exception& error) {
+    report.failure = error.what();
+  }
+  conclude(report);
+  report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  return report;
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <set>
+#include <string>
+
+#include "checker/report/Report.h"
+#include "checker/run/FlowRun.h"
+#include "checker/run/TrialRun.h"
+
+struct InspectionOptions {
+  std::string database;
+  bool all = false;  // report calls behind one where the engine stops, and those it has no verdict on
+  bool log = false;  // keep the engine's log lines
+  std::set<std::string> accepted = {};  // methods that are excepted
+  unsigned unpacked = 0;                // MiB that its packages expand to; 0: the engine's own bound
+  bool digest = false;                  // take the SHA-256 of the application
+  TrialOptions trial = {};              // its pages in a browser besides
+  FlowOptions flow = {};                // following its plug-in objects through script
+  bool documented = false;              // list calls of documented methods, too
+};
+
+// Checks one application in this process; one at a time. What keeps it from being checked stands in the report.
+ApplicationReport inspect(const std::string& application, const InspectionOptions& options);

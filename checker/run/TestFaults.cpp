@@ -1,0 +1,62 @@
+#include "checker/run/TestFaults.h"
+
+#ifdef TARVO_TEST_FAULTS
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <vector>
+
+#include "checker/run/PrivateDirectory.h"
+
+namespace {
+
+struct Fault {
+  const char* name;
+  void (*happen)(int pipe);
+};
+
+[[noreturn]] void answer(int pipe, const std::string& text, int times) {
+  for (int i = 0; i < times; ++i) {
+    if (write(pipe, text.data(), text.size()) < 0) _exit(1);
+  }
+  _exit(0);
+}
+
+constexpr Fault kFaults[] = {
+    {"fault-hang",
+     [](int) {
+       for (;;)
+         pause();
+     }},
+    {"fault-crash",
+     [](int) {
+       (void)signal(SIGSEGV, SIG_DFL);  // a sanitizer has a handler of its own
+       (void)raise(SIGSEGV);
+     }},
+    {"fault-memory",
+     [](int) {
+       std::vector<std::string> taken;
+       for (;;)
+         taken.emplace_back(16 << 20, 'x');
+     }},
+    {"fault-exit", [](int) { _exit(7); }},
+    {"fault-silent", [](int) { _exit(0); }},
+    {"fault-garbage", [](int pipe) { answer(pipe, "garbage", 1); }},
+    {"fault-deep", [](int pipe) { answer(pipe, std::string(1 << 20, '\x81'), 64); }},  // a list in a list in a list ...
+    {"fault-flood", [](int pipe) { answer(pipe, std::string(1 << 20, '\x80'), 300); }},  // larger than any report
+};
+
+}  // namespace
+
+void TESTING_ONLY_triggerFault(const std::string& application, int pipe) {
+  const std::string name = std::filesystem::path(application).stem().string();
+  for (const Fault& fault : kFaults) {
+    if (name != fault.name) continue;
+    const PrivateDirectory directory;  // there is something to be removed
+    fault.happen(pipe);
+  }
+}
+
+#endif

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+
+#include "APICheckEngine/Facade.h"
+#include "checker/report/Report.h"
+#include "trial/Trial.h"
+
+struct TrialOptions {
+  bool isOn = false;
+  std::string browser;     // empty: chromium of the PATH
+  unsigned seconds = 20;   // for a page; three times that for the application
+  unsigned memory = 1024;  // MiB for all processes of the browser together; the worker's own is bounded besides
+};
+
+// Seconds that a trial may take on top of what a check takes: the pages, and starting and ending the browser.
+unsigned trialSeconds(const TrialOptions& options);
+
+// The trial run of an application after the engine's: hands its files and what the engine knows to the trial, and adds
+// what that found to the report. It only ever adds.
+class TrialRun {
+ public:
+  explicit TrialRun(std::string application) : application_(std::move(application)) {}
+
+  // Reads the application's files, while those out of packages are still there.
+  void takeFiles(const FlashEngine_1_00::APIAnalysis& engine);
+
+  // Runs the pages. `shown` gives the user's name for a path of the engine. Findings of the engine that were seen to be
+  // called are confirmed; others are new; what could not be run stands among what was not checked.
+  void run(const TrialOptions& options, const std::set<std::string>& accepted,
+           const std::function<std::string(const std::string&)>& shown, ApplicationReport& report);
+
+ private:
+  void take(const std::string& path, const std::string& file);
+  void takeOwnFiles();
+  std::string pathInside(const std::string& shown) const;
+
+  std::string application_;
+  std::map<std::string, std::string> bytes_;  // by the engine's path, or the user's
+  std::vector<std::string> tooLarge_;
+  std::size_t total_ = 0;
+  std::set<std::string> documented_;
+};
+
+// Adds to `report` what a trial has found in `files`, whose paths `shown` names for the user. Without a trial of its
+// own this can be tested.
+void addTrial(const trial::Result& result, const std::vector<trial::File>& files,
+              const std::map<std::string, std::string>& shown, const std::set<std::string>& accepted,
+              ApplicationReport& report);
+
+// The pages that an application begins with: those that its config.xml names, then each index.html, outer folders
+// first; else its first page.
+std::vector<std::string> startPages(const std::vector<trial::File>& files);
