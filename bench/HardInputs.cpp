@@ -78,6 +78,55 @@ std::string differentLookUps(std::size_t bytes) {
   return series(bytes, [](const std::string& n) { return "a" + n + "=$('tv" + n + "');a" + n + ".GetVolume();"; });
 }
 
+// The number `n` in `digits` letters of an alphabet.
+std::string inLetters(std::size_t n, std::size_t digits, const std::string& alphabet) {
+  std::string name;
+  for (; name.size() < digits; n /= alphabet.size())
+    name += alphabet[n % alphabet.size()];
+  return name;
+}
+
+// Look-ups whose variables and ids are all made of the letters of one small alphabet, in an order like chance.
+std::string namesOver(std::size_t bytes, const std::string& alphabet) {
+  Picks picks(11);
+  std::string text;
+  while (text.size() < bytes) {
+    const std::string name = inLetters(picks.below(std::size_t{1} << 30), 14, alphabet);
+    text += name + "=$('" + inLetters(picks.below(std::size_t{1} << 30), 14, alphabet) + "');";
+  }
+  return text;
+}
+
+// A page of elements with these ids and a script that mentions them, half of `bytes` each.
+template <typename Id, typename Script>
+HardInput manyIds(const char* name, Id id, Script script) {
+  return {name, [id, script](std::size_t bytes) {
+            std::string page;
+            std::vector<std::string> ids;
+            while (page.size() < bytes / 2) {
+              ids.push_back(id(ids.size()));
+              page += pageWith(ids.back());
+            }
+            return Files{{"index.html", page}, {"main.js", script(ids, bytes / 2)}};
+          }};
+}
+
+// One call with all ids, again and again.
+std::string longCalls(const std::vector<std::string>& ids, std::size_t bytes) {
+  std::string call = "function f(a) {}\nf(0";
+  for (const std::string& id : ids)
+    call += ",'" + id + "'";
+  return repeated(bytes, call + ");\n");
+}
+
+// A look-up, a call and an assignment for each id.
+std::string usesOf(const std::vector<std::string>& ids, std::size_t bytes) {
+  std::string text;
+  for (std::size_t i = 0; i < ids.size() && text.size() < bytes; ++i)
+    text += "a = $('" + ids[i] + "'); init('" + ids[i] + "'); $('" + ids[i] + "').GetVolume();\n";
+  return text;
+}
+
 std::vector<HardInput> makeInputs() {
   return {
       scriptFor("tv", "look-ups without a blank", lookUps),
@@ -145,6 +194,50 @@ std::vector<HardInput> makeInputs() {
                 [](std::size_t bytes) {
                   return "function f() { var t = $('tv'); " +
                          series(bytes, [](const std::string& n) { return "t.GetVolume(" + n + "); "; }) + "}";
+                }),
+      scriptFor("tuner", "'document' repeated in a function",
+                [](std::size_t bytes) {
+                  return "function f(){ var t = document.getElementById(\"tuner\");" + repeated(bytes, "document");
+                }),
+      scriptFor("tuner", "'document ' repeated in a function",
+                [](std::size_t bytes) {
+                  return "function f(){ var t = document.getElementById(\"tuner\");" + repeated(bytes, "document ");
+                }),
+      script("names over two letters", [](std::size_t bytes) { return namesOver(bytes, "ab"); }),
+      script("names over three letters", [](std::size_t bytes) { return namesOver(bytes, "abc"); }),
+      manyIds(
+          "ids over two letters", [](std::size_t n) { return inLetters(n * 7919, 16, "ab"); }, usesOf),
+      manyIds(
+          "ids alike", [](std::size_t n) { return "identifier" + std::to_string(100'000 + n); }, usesOf),
+      manyIds(
+          "ids alike in the same long calls", [](std::size_t n) { return "identifier" + std::to_string(100'000 + n); },
+          longCalls),
+      manyIds(
+          "different ids in the same long calls",
+          [](std::size_t n) { return inLetters(n * 7919, 4, kBase64.substr(0, 62)); }, longCalls),
+      scriptFor("tv", "look-ups on lines of their own",
+                [](std::size_t bytes) {
+                  return series(bytes,
+                                [](const std::string& n) { return "a" + n + "=$('tv');\n$('tv').GetVolume();\n"; });
+                }),
+      scriptFor("tv", "look-ups with different blanks",
+                [](std::size_t bytes) {
+                  return series(bytes, [](const std::string& n) {
+                    return "$('tv'" + std::string(1 + n.size() * 3 + static_cast<unsigned char>(n.back()) % 7, ' ') +
+                           ")" + std::string(1 + static_cast<unsigned char>(n.front()) % 7, ' ') + ".GetVersion();\n";
+                  });
+                }),
+      scriptFor("tv", "look-ups beside quoted parameters",
+                [](std::size_t bytes) {
+                  return "f('tv');" +
+                         series(bytes / 2, [](const std::string& n) { return "function f('a" + n + "') {}"; }) +
+                         series(bytes / 2, [](const std::string& n) { return "b = $('c" + n + "');"; });
+                }),
+      scriptFor("tv", "variables of the whole file",
+                [](std::size_t bytes) {
+                  return series(bytes, [](const std::string& n) {
+                    return "this.v" + n + "=$('tv');f(this.v" + n + ".GetVolume());\n";
+                  });
                 }),
       {"jumps in a SWF",
        [](std::size_t bytes) {

@@ -17,8 +17,9 @@
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CommentStripping.h"
-#include "APICheckEngine/SourceScan.h"
 #include "APICheckEngine/Verdicts.h"
+#include "APICheckEngine/search/Excerpts.h"
+#include "APICheckEngine/search/ScriptFunctions.h"
 #include "bench/Application.h"
 #include "bench/FlashCode.h"
 #include "bench/HardRuns.h"

@@ -1,0 +1,6 @@
+export const platform = {
+  get keyboard() { return document.getElementById("kbd"); },
+  broadcast: document.getElementById("bcast"),
+  fake: { SetNitVersion() {}, SetThemeAll() {} },
+};
+platform.fake.SetThemeAll();   /* decoy */

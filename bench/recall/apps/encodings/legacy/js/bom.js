@@ -1,0 +1,1 @@
+cam.SetExposureLock(1);   /* call: CAMERA.SetExposureLock */

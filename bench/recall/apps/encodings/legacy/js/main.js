@@ -1,0 +1,2 @@
+shot();
+cam.StoreDng("x");   /* call: CAMERA.StoreDng */

@@ -1,0 +1,2 @@
+var größe = "ä";
+cam.SetGain2(größe);   /* call: CAMERA.SetGain2 */

@@ -1,0 +1,4 @@
+define("devices", [], function () {
+    var tuner = document.getElementById("tuner");
+    return { tuner: tuner, scan: function () { return document.getElementById("scan"); } };
+});

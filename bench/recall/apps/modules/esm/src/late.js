@@ -1,0 +1,1 @@
+export const late = (p) => { p.SetParity(0); p.LoopBack(1); };   /* call: SERIALPORT.LoopBack */
