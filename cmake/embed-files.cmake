@@ -1,6 +1,6 @@
-# cmake -DFILES=a.css;b.js -DOUTPUT=Parts.h -P embed-files.cmake
-# Makes a header with the text of each file, kCss and kJs by its suffix, and with its SHA-256 in base64, kCssHash and
-# kJsHash, as a content security policy names it.
+# cmake -DFILES=a.html;b.css;c.js -DOUTPUT=Parts.h -P embed-files.cmake
+# Makes a header with the text of each file, kHtml, kCss and kJs by its suffix, and with its SHA-256 in base64, kCssHash and
+# kJsHash, as a content security policy names it. With -DBY=name the names are those of the files: kA, kAHash, kB, kBHash.
 
 function(base64 hexadecimal result)
   set(alphabet ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/)
@@ -20,9 +20,14 @@ endfunction()
 
 set(header "#pragma once\n\n// Made by the build.\n")
 foreach(file IN LISTS FILES)
-  get_filename_component(suffix ${file} EXT)
-  string(SUBSTRING ${suffix} 1 1 initial)
-  string(SUBSTRING ${suffix} 2 -1 rest)
+  if(BY MATCHES "^name$")
+    get_filename_component(name ${file} NAME_WE)
+  else()
+    get_filename_component(name ${file} EXT)
+    string(SUBSTRING ${name} 1 -1 name)
+  endif()
+  string(SUBSTRING ${name} 0 1 initial)
+  string(SUBSTRING ${name} 1 -1 rest)
   string(TOUPPER ${initial} initial)
   file(SHA256 ${file} hash)
   base64(${hash} hash)

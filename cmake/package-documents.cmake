@@ -7,9 +7,11 @@ foreach(component ${CPACK_COMPONENTS_ALL})
   file(WRITE ${documents}/copyright "This is ${CPACK_PACKAGE_NAME} ${CPACK_PACKAGE_VERSION}, from
 ${CPACK_PACKAGE_CONTACT}.
 
-Copyright (C) 2026 its authors
+Copyright (C) 2026 The Tarvo API check engine authors
 
-The source states no licence: ask the maintainers before you pass it on.
+Licensed under the Apache License, Version 2.0 (the \"License\"); you may not
+use this software except in compliance with the License. On Debian systems,
+the text of the License is in /usr/share/common-licenses/Apache-2.0.
 ")
   string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
   file(WRITE ${documents}/changelog "${package} (${CPACK_PACKAGE_VERSION}) stable; urgency=low
