@@ -9,6 +9,7 @@
 #include "checker/commands/StandardStreams.h"
 #include "checker/commands/StoreCommands.h"
 #include "checker/options/CommandLine.h"
+#include "checker/options/ExitStatus.h"
 #include "checker/report/Characters.h"
 
 namespace {
@@ -28,8 +29,6 @@ constexpr Row kRows[] = {
     {Command::catalogue, catalogueCommand},
     {Command::merge, mergeCommand},
 };
-
-constexpr int kFailed = 2;
 
 }  // namespace
 

@@ -11,13 +11,13 @@
 #include <optional>
 
 #include "checker/commands/StandardStreams.h"
+#include "checker/options/ExitStatus.h"
 #include "checker/report/Characters.h"
 #include "checker/run/Signals.h"
 #include "checker/run/WorkerPool.h"
 
 namespace {
 
-constexpr int kFailed = 2;
 constexpr int kSignalled = 128;
 constexpr std::size_t kMaxHead = 20;  // bytes, with its line feed
 

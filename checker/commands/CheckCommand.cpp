@@ -28,6 +28,7 @@
 #include "checker/options/Accept.h"
 #include "checker/options/Applications.h"
 #include "checker/options/Baseline.h"
+#include "checker/options/ExitStatus.h"
 #include "checker/options/Suggestion.h"
 #include "checker/options/UserError.h"
 #include "checker/report/Characters.h"
@@ -40,7 +41,7 @@
 
 namespace {
 
-constexpr int kStatusOf[] = {0, 3, 1, 2};  // of each Verdict
+constexpr ExitStatus kStatusOf[] = {kDone, kIncomplete, kDiffers, kFailed};  // of each Verdict
 constexpr int kSignalled = 128;
 
 // ---- which applications --------------------------------------------------------------------------------------------
@@ -148,7 +149,7 @@ class Run : public RunListener {
       const bool isAllowed = verdict == Verdict::incomplete && allowsIncomplete_;
       if (totals_.of(verdict) > 0 && !isAllowed) return kStatusOf[static_cast<std::size_t>(verdict)];
     }
-    return 0;
+    return kDone;
   }
 
  private:

@@ -12,16 +12,13 @@
 #include <stdexcept>
 
 #include "checker/commands/StandardStreams.h"
+#include "checker/options/ExitStatus.h"
 #include "checker/options/UserError.h"
 #include "checker/report/Characters.h"
 
 using Json = nlohmann::ordered_json;
 
 namespace {
-
-constexpr int kDone = 0;
-constexpr int kDiffers = 1;  // or there are warnings
-constexpr int kFailed = 2;
 
 Json jsonOf(const std::vector<DatabaseWarning>& warnings) {
   Json list = Json::array();

@@ -8,13 +8,11 @@
 #include "checker/commands/BoundedOutput.h"
 #include "checker/commands/DatabaseCommand.h"
 #include "checker/commands/Explain.h"
+#include "checker/options/ExitStatus.h"
 #include "checker/report/Characters.h"
 #include "checker/run/EngineRun.h"
 
 namespace {
-
-constexpr int kDone = 0;
-constexpr int kFailed = 2;
 
 CommandOutput explained(const Options& options, const std::string& application) {
   CommandOutput output;

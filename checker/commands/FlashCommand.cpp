@@ -5,12 +5,10 @@
 
 #include "checker/commands/BoundedOutput.h"
 #include "checker/commands/Flash.h"
+#include "checker/options/ExitStatus.h"
 #include "checker/report/Characters.h"
 
 namespace {
-
-constexpr int kDone = 0;
-constexpr int kFailed = 2;
 
 CommandOutput outputOf(const FlashText& text, const char* key, const Options& options, const std::string& file) {
   CommandOutput output{text.code == RUN_SUCCESS ? kDone : kFailed, options.json ? jsonText(text, key) : plainText(text),

@@ -7,11 +7,7 @@
 
 #include <iostream>
 
-namespace {
-
-constexpr int kFailed = 2;
-
-}  // namespace
+#include "checker/options/ExitStatus.h"
 
 void openStandardStreams() {
   int descriptor = 0;

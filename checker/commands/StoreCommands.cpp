@@ -15,6 +15,7 @@
 #include "checker/formats/OutputFile.h"
 #include "checker/formats/Wording.h"
 #include "checker/options/Accept.h"
+#include "checker/options/ExitStatus.h"
 #include "checker/options/UserError.h"
 #include "checker/report/Characters.h"
 #include "store/Catalogue.h"
@@ -22,9 +23,6 @@
 #include "store/Merge.h"
 
 namespace {
-
-constexpr int kDone = 0;
-constexpr int kDiffers = 1;
 
 void requireStore(const Options& options) {
   if (options.store.empty()) throw UserError("which store? pass --store FILE");

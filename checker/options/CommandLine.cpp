@@ -15,6 +15,7 @@
 
 #include "checker/options/Applications.h"
 #include "checker/options/ConfigFile.h"
+#include "checker/options/ExitStatus.h"
 #include "checker/options/OptionTable.h"
 #include "checker/options/Suggestion.h"
 #include "checker/options/UserError.h"
@@ -24,8 +25,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int kDone = 0;
-constexpr int kFailed = 2;
 constexpr std::size_t kTextWidth = 55;
 
 constexpr const char* kFooter = R"(

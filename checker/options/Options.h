@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "checker/run/Worker.h"
+#include "checker/options/WorkerBounds.h"
 
 // What the program does.
 enum class Command { check, explain, disassemble, decompile, database, databaseDiff, judge, catalogue, merge };

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <map>
 #include <set>
 #include <string>
 
 #include "APICheckEngine/Facade.h"
 #include "checker/report/Report.h"
+#include "checker/run/ApplicationFiles.h"
 #include "checker/run/PathNames.h"
 
 struct FlowOptions {
@@ -18,7 +18,7 @@ struct FlowOptions {
 // the report. It only ever adds: what the engine found and flow analysis does not see stays as it is.
 class FlowRun {
  public:
-  explicit FlowRun(std::string application) : application_(std::move(application)) {}
+  explicit FlowRun(std::string application);
 
   // Reads the files out of packages while they are still there.
   void takeFiles(const FlashEngine_1_00::APIAnalysis& engine);
@@ -29,12 +29,5 @@ class FlowRun {
            const PathNames& names, ApplicationReport& report);
 
  private:
-  void take(const std::string& path);
-  void takeOwnFiles();
-  std::string pathInside(const std::string& shown) const;
-
-  std::string application_;
-  std::map<std::string, std::string> bytes_;  // by the engine's path, or the user's
-  std::set<std::string> tooLarge_;
-  std::size_t total_ = 0;
+  ApplicationFiles files_;
 };

@@ -1,12 +1,13 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <set>
 #include <string>
 
 #include "APICheckEngine/Facade.h"
+#include "checker/report/Excerpts.h"
 #include "checker/report/Report.h"
+#include "checker/run/ApplicationFiles.h"
 #include "trial/Trial.h"
 
 struct TrialOptions {
@@ -23,7 +24,7 @@ unsigned trialSeconds(const TrialOptions& options);
 // what that found to the report. It only ever adds.
 class TrialRun {
  public:
-  explicit TrialRun(std::string application) : application_(std::move(application)) {}
+  explicit TrialRun(std::string application);
 
   // Reads the application's files, while those out of packages are still there.
   void takeFiles(const FlashEngine_1_00::APIAnalysis& engine);
@@ -34,21 +35,12 @@ class TrialRun {
            const std::function<std::string(const std::string&)>& shown, ApplicationReport& report);
 
  private:
-  void take(const std::string& path, const std::string& file);
-  void takeOwnFiles();
-  std::string pathInside(const std::string& shown) const;
-
-  std::string application_;
-  std::map<std::string, std::string> bytes_;  // by the engine's path, or the user's
-  std::vector<std::string> tooLarge_;
-  std::size_t total_ = 0;
+  ApplicationFiles files_;
   std::set<std::string> documented_;
 };
 
-// Adds to `report` what a trial has found in `files`, whose paths `shown` names for the user. Without a trial of its
-// own this can be tested.
-void addTrial(const trial::Result& result, const std::vector<trial::File>& files,
-              const std::map<std::string, std::string>& shown, const std::set<std::string>& accepted,
+// Adds to `report` what a trial has found in `files`. Without a trial of its own this can be tested.
+void addTrial(const trial::Result& result, const ReportedFiles& files, const std::set<std::string>& accepted,
               ApplicationReport& report);
 
 // The pages that an application begins with: those that its config.xml names, then each index.html, outer folders

@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "checker/options/WorkerBounds.h"
 #include "checker/run/Signals.h"
 
 // Whether the bound on memory has an effect: a sanitizer takes address space by the terabyte.
@@ -18,15 +19,6 @@ constexpr bool kIsMemoryBounded = !__has_feature(address_sanitizer);
 #else
 constexpr bool kIsMemoryBounded = true;
 #endif
-
-// Of one worker; MiB and seconds.
-struct WorkerBounds {
-  unsigned timeout = 60;
-  unsigned besides = 0;  // seconds on top of that, for what has a bound of its own
-  unsigned memory = 1024;
-  unsigned unpacked = 2048;  // that the packages of the application expand to; for the work to keep
-  unsigned sent = 256;       // that the worker sends
-};
 
 // Works on an application, in its worker. What comes back is sent.
 using Work = std::function<std::string(const std::string& application)>;

@@ -214,20 +214,18 @@ class APIAnalysis : public IAppAnalysis {
 
  private:
   // Steps of the members above; not exported.
-  [[gnu::visibility("hidden")]] RunResult runStages(std::vector<std::string>& workingList);
-  [[gnu::visibility("hidden")]] RunResult analyseFlashFiles(const std::vector<std::string>& files);
-  [[gnu::visibility("hidden")]] void analyseFlashBehindStop(const std::vector<std::string>& files, RunResult code);
-  [[gnu::visibility("hidden")]] RunResult analyseFlashFile(const std::string& path);
-  [[gnu::visibility("hidden")]] void tellBeforeRemoval(const std::vector<std::string>& files);
-  [[gnu::visibility("hidden")]] void removeExtracted();
-  [[gnu::visibility("hidden")]] std::vector<std::string> writeResultFile();
-  [[gnu::visibility("hidden")]] bool expandPackage(const std::string& path, Extraction& extraction,
-                                                   std::vector<std::string>& found);
-  [[gnu::visibility("hidden")]] void emptyWorkingLists();
-  [[gnu::visibility("hidden")]] void releaseTexts(bool alsoThoseThatSurviveInit);
-  [[gnu::visibility("hidden")]] std::unique_ptr<std::string> nameLookupCall(const std::string& classId,
-                                                                            const std::string& callText,
-                                                                            std::string dummyCall);
+  RunResult runStages(std::vector<std::string>& workingList);
+  RunResult analyseFlashFiles(const std::vector<std::string>& files);
+  void analyseFlashBehindStop(const std::vector<std::string>& files, RunResult code);
+  RunResult analyseFlashFile(const std::string& path);
+  void tellBeforeRemoval(const std::vector<std::string>& files);
+  void removeExtracted();
+  std::vector<std::string> writeResultFile();
+  bool expandPackage(const std::string& path, Extraction& extraction, std::vector<std::string>& found);
+  void emptyWorkingLists();
+  void releaseTexts(bool alsoThoseThatSurviveInit);
+  std::unique_ptr<std::string> nameLookupCall(const std::string& classId, const std::string& callText,
+                                              std::string dummyCall);
 
   // Where a call was found, for the observer.
   struct CallPlace {
@@ -243,15 +241,14 @@ class APIAnalysis : public IAppAnalysis {
   struct Lookup;
   class LookupRecords;
 
-  [[gnu::visibility("hidden")]] RunResult report(Records& list, std::unique_ptr<SWFStateMentInfo> call,
-                                                 const CallPlace& place);
-  [[gnu::visibility("hidden")]] RunResult judge(SWFStateMentInfo& call, const CallPlace& place);
-  [[gnu::visibility("hidden")]] bool observesAll() const { return observer != nullptr && observer->all; }
-  [[gnu::visibility("hidden")]] void observe(FoundCall::Verdict verdict, const std::string& path, int line,
-                                             const CallPlace& place, std::string method) const;
-  [[gnu::visibility("hidden")]] void observeBuiltIn(const std::string& path, int line, const CallPlace& place) const;
-  [[gnu::visibility("hidden")]] void observeCommonObject(const SWFStateMentInfo& binding, const SearchedText& searched);
-  [[gnu::visibility("hidden")]] void notRead(Gap gap, const std::string& path, int code = 0) const {
+  RunResult report(Records& list, std::unique_ptr<SWFStateMentInfo> call, const CallPlace& place);
+  RunResult judge(SWFStateMentInfo& call, const CallPlace& place);
+  bool observesAll() const { return observer != nullptr && observer->all; }
+  void observe(FoundCall::Verdict verdict, const std::string& path, int line, const CallPlace& place,
+               std::string method) const;
+  void observeBuiltIn(const std::string& path, int line, const CallPlace& place) const;
+  void observeCommonObject(const SWFStateMentInfo& binding, const SearchedText& searched);
+  void notRead(Gap gap, const std::string& path, int code = 0) const {
     if (observer != nullptr) observer->notRead({gap, path, {}, code});
   }
 
@@ -260,34 +257,28 @@ class APIAnalysis : public IAppAnalysis {
     RunResult code = RUN_SUCCESS;  // with which the scanner ends for a host
     bool isPassed() const { return code != RUN_SUCCESS; }
   };
-  [[gnu::visibility("hidden")]] Records& keptIn(Records& list) { return stop_.isPassed() ? behindStop_ : list; }
-  [[gnu::visibility("hidden")]] bool keep(detail::EqualRecords<SWFStateMentInfo>& record, Records& list);
-  [[gnu::visibility("hidden")]] RunResult endScan(const Stop& outer);
+  Records& keptIn(Records& list) { return stop_.isPassed() ? behindStop_ : list; }
+  bool keep(detail::EqualRecords<SWFStateMentInfo>& record, Records& list);
+  RunResult endScan(const Stop& outer);
 
-  [[gnu::visibility("hidden")]] void appendScriptFunctions(const std::string& cleaned, const std::string& path);
-  [[gnu::visibility("hidden")]] void declareLookUps(const std::vector<detail::Key>& symbols);
-  [[gnu::visibility("hidden")]] void declareEmbeds(const std::vector<detail::Key>& symbols);
-  [[gnu::visibility("hidden")]] detail::EqualRecords<SWFStateMentInfo>& bindingOf(const SWFStateMentInfo& declared,
-                                                                                  std::string& variable,
-                                                                                  Bindings& bindings);
-  [[gnu::visibility("hidden")]] SearchedText textOf(const SWFStateMentInfo& binding);
-  [[gnu::visibility("hidden")]] void findCallsOn(const SWFStateMentInfo* binding, std::string_view text,
-                                                 detail::SourceIndex* source, const std::string& path, FoundCall::On on,
-                                                 detail::FoundCalls& found);
-  [[gnu::visibility("hidden")]] RunResult findCalls(const std::string& classId, const std::string& variable,
-                                                    std::string_view text, TextIndex* index, const std::string& path,
-                                                    FoundCall::On on);
-  [[gnu::visibility("hidden")]] std::unique_ptr<SWFStateMentInfo> makeVariableCall(const std::string& classId,
-                                                                                   std::string callText,
-                                                                                   std::string path);
-  [[gnu::visibility("hidden")]] Lookup lookupIn(SWFStateMentInfo& declared, const Pattern& lookedUp,
-                                                detail::LookupCallFinder& finder);
-  [[gnu::visibility("hidden")]] RunResult reportCallsOn(const Lookup& lookup, LookupRecords& records);
-  [[gnu::visibility("hidden")]] std::unique_ptr<SWFStateMentInfo> makeLookupCall(const Lookup& lookup,
-                                                                                 const std::string& callText);
+  void appendScriptFunctions(const std::string& cleaned, const std::string& path);
+  void declareLookUps(const std::vector<detail::Key>& symbols);
+  void declareEmbeds(const std::vector<detail::Key>& symbols);
+  detail::EqualRecords<SWFStateMentInfo>& bindingOf(const SWFStateMentInfo& declared, std::string& variable,
+                                                    Bindings& bindings);
+  SearchedText textOf(const SWFStateMentInfo& binding);
+  void findCallsOn(const SWFStateMentInfo* binding, std::string_view text, detail::SourceIndex* source,
+                   const std::string& path, FoundCall::On on, detail::FoundCalls& found);
+  RunResult findCalls(const std::string& classId, const std::string& variable, std::string_view text, TextIndex* index,
+                      const std::string& path, FoundCall::On on);
+  std::unique_ptr<SWFStateMentInfo> makeVariableCall(const std::string& classId, std::string callText,
+                                                     std::string path);
+  Lookup lookupIn(SWFStateMentInfo& declared, const Pattern& lookedUp, detail::LookupCallFinder& finder);
+  RunResult reportCallsOn(const Lookup& lookup, LookupRecords& records);
+  std::unique_ptr<SWFStateMentInfo> makeLookupCall(const Lookup& lookup, const std::string& callText);
 
   // The text of `sources` (list 5 or 6) at the position of `path` in list 4; null if either is missing.
-  [[gnu::visibility("hidden")]] const std::string* sourceOf(const std::string& path, const Strings& sources) const;
+  const std::string* sourceOf(const std::string& path, const Strings& sources) const;
 
   std::unique_ptr<detail::Knowledge> known_;
   Stop stop_;           // of the scanner that works

@@ -57,7 +57,7 @@ class APIAnalysis::LookupRecords {
     candidates_ = &candidatesOf_[lookup.calls];
     OfClass& ofClass = classes_[{lookup.calls, lookup.classId}];
     isFirst_ = ofClass.lines.empty();
-    if (!isFirst_ && made_ >= kMaxLookupRecords) return false;
+    if (!isFirst_ && places_ >= kMaxLookupPlaces) return false;
     line_ = &ofClass.lines[lookup.line];
     if (line_->rounds++ >= kMaxEqualRecords) return false;
     ++candidates_->rounds;
@@ -75,31 +75,29 @@ class APIAnalysis::LookupRecords {
   // The record of a candidate, and that of its call in this round; `make` makes one that is not there.
   template <typename Make>
   detail::EqualRecords<SWFStateMentInfo>& candidate(std::size_t position, const Make& make) {
-    return recordIn(candidates_->records, position, make);
+    return recordIn(*candidates_, position, make);
   }
   template <typename Make>
   detail::EqualRecords<SWFStateMentInfo>& call(std::size_t position, const Make& make) {
-    const std::size_t before = line_->records.size();
-    auto& record = recordIn(line_->records, position, make);
-    if (!isFirst_) made_ += line_->records.size() - before;
-    return record;
+    if (!isFirst_) ++places_;
+    return recordIn(*line_, position, make);
   }
 
  private:
   struct Round {
     int rounds = 0;
-    std::unordered_map<std::size_t, detail::EqualRecords<SWFStateMentInfo>> records;  // by position of the candidate
+    std::vector<std::optional<detail::EqualRecords<SWFStateMentInfo>>> records;  // by position of the candidate
   };
   struct OfClass {
     std::unordered_map<int, Round> lines;
   };
 
   template <typename Make>
-  static detail::EqualRecords<SWFStateMentInfo>& recordIn(
-      std::unordered_map<std::size_t, detail::EqualRecords<SWFStateMentInfo>>& records, std::size_t position,
-      const Make& make) {
-    const auto known = records.find(position);
-    return known != records.end() ? known->second : records.emplace(position, make()).first->second;
+  static detail::EqualRecords<SWFStateMentInfo>& recordIn(Round& round, std::size_t position, const Make& make) {
+    if (position >= round.records.size()) round.records.resize(position + 1);
+    auto& record = round.records[position];
+    if (!record.has_value()) record.emplace(make());
+    return *record;
   }
 
   std::unordered_map<const LookupCalls*, Round> candidatesOf_;
@@ -107,7 +105,7 @@ class APIAnalysis::LookupRecords {
   Round* candidates_ = nullptr;  // of this round
   Round* line_ = nullptr;        // of this round
   bool isFirst_ = false;
-  std::size_t made_ = 0;  // in other rounds than the first of a class
+  std::size_t places_ = 0;  // taken or asked for in other rounds than the first of a class
 };
 
 namespace {

@@ -50,7 +50,7 @@ void append(std::vector<T*>& list, std::unique_ptr<T> item) {
 
 namespace detail {
 
-// Equal records of one list: one object, in at most kMaxEqualRecords places of it.
+// Equal records of one list: one object, in at most kMaxEqualRecords places of it; in a long list, in the first only.
 template <typename Record>
 class EqualRecords {
  public:
@@ -58,7 +58,9 @@ class EqualRecords {
 
   // Takes one more place, at the end of `list`, which owns the record from the first one on. Without effect, and false,
   // if they have all the places that are kept.
-  bool addTo(std::vector<Record*>& list) { return places_ < kMaxEqualRecords && addBeyondTo(list); }
+  bool addTo(std::vector<Record*>& list) {
+    return places_ < (list.size() < kLongList ? kMaxEqualRecords : 1) && addBeyondTo(list);
+  }
 
   // The same without a bound, for whoever drops other places than the last ones (keepLastPlaces). Always true.
   bool addBeyondTo(std::vector<Record*>& list) {

@@ -44,7 +44,7 @@ class DeCompiler {
   unsigned SWFDeCompilerMain(Lines& listing, Lines& statements);
 
   // Whether kMaxReplayBytes ended the last replay.
-  [[gnu::visibility("hidden")]] bool isCut() const { return full_; }
+  bool isCut() const { return full_; }
 
   // Appends the keys and values of one argument line, "ActionPush#@x441#type#@x442#0#@x441#value#@x442#x".
   void parserKeyValuePair(std::string line, Lines& keys, Lines& values);
@@ -77,8 +77,8 @@ class DeCompiler {
   unsigned handleActionCastOp(Lines argumentLines);
 
   // The handlers of the records whose field lines are read, for lines that stay where they are.
-  [[gnu::visibility("hidden")]] unsigned readActionPush(ArgumentLines lines);
-  [[gnu::visibility("hidden")]] unsigned readActionDefineFunction2(ArgumentLines lines);
+  unsigned readActionPush(ArgumentLines lines);
+  unsigned readActionDefineFunction2(ArgumentLines lines);
 
   // ---- simple handlers: rows of SimpleHandlers.h --------------------------------------------------------------------
 
@@ -87,20 +87,20 @@ class DeCompiler {
 #undef TARVO_DECLARE_HANDLER
 
  private:
-  [[gnu::visibility("hidden")]] bool has(std::size_t entries) const {
+  bool has(std::size_t entries) const {
     return stack_.size() >= entries;
   }
-  [[gnu::visibility("hidden")]] std::string pop();
-  [[gnu::visibility("hidden")]] std::string popValue();
-  [[gnu::visibility("hidden")]] void popUpTo(long count);
-  [[gnu::visibility("hidden")]] unsigned popAndPush(std::size_t pops, const char* pushed);
-  [[gnu::visibility("hidden")]] static std::string valuePart(std::string entry);
-  [[gnu::visibility("hidden")]] bool build(std::string& text, std::string_view piece);
-  [[gnu::visibility("hidden")]] void keepBuilt(std::deque<std::string>& place, std::string text);
-  [[gnu::visibility("hidden")]] void pushBuilt(const char* kind, const std::string& text);
-  [[gnu::visibility("hidden")]] void appendArguments(std::string& text, long count, bool commaBehindTheLast);
-  [[gnu::visibility("hidden")]] void recordCall(std::string text, long count);
-  [[gnu::visibility("hidden")]] const std::string* findVariable(const std::string& name, bool withValue) const;
+  std::string pop();
+  std::string popValue();
+  void popUpTo(long count);
+  unsigned popAndPush(std::size_t pops, const char* pushed);
+  static std::string valuePart(std::string entry);
+  bool build(std::string& text, std::string_view piece);
+  void keepBuilt(std::deque<std::string>& place, std::string text);
+  void pushBuilt(const char* kind, const std::string& text);
+  void appendArguments(std::string& text, long count, bool commaBehindTheLast);
+  void recordCall(std::string text, long count);
+  const std::string* findVariable(const std::string& name, bool withValue) const;
 
   std::array<std::string, 256> registers_;
   std::deque<std::string> stack_;  // the top is at the back

@@ -49,10 +49,14 @@ constexpr int kMaxDatabaseDepth = 1000;
 // there are, only on which comes first and, for functions, which comes last.
 constexpr int kMaxEqualRecords = 64;
 
-// Records of calls on look-ups that differ in nothing but the line of the look-up. The rules make one for each call and
-// each look-up of its element, so that a script of a megabyte could ask for a thousand million. All were judged with
-// the first look-up; those beyond this number are dropped.
-constexpr std::size_t kMaxLookupRecords = 65'536;
+// Entries of a list from which on records take one place only, however many equal ones the rules make. A megabyte of
+// look-ups would make millions, through which every later stage goes; applications stay far below.
+constexpr std::size_t kLongList = 65'536;
+
+// Places in a list of records of calls on look-ups that differ in nothing but the line of the look-up. The rules make
+// one for each call and each look-up of its element, so that a script of a megabyte could ask for a thousand million.
+// All were judged with the first look-up; those beyond this number are dropped.
+constexpr std::size_t kMaxLookupPlaces = 131'072;
 
 // Bytes of sources that get an index for many searches, which takes four to eight times as many bytes of memory. Those
 // for which no room is left are searched without one.
@@ -70,6 +74,9 @@ constexpr std::size_t kCopyChunk = 8192;
 // these are far above any application.
 constexpr std::uint64_t kMaxExpandedBytes = std::uint64_t{4} << 30;
 constexpr std::uint32_t kMaxExpandedEntries = 200'000;
+
+// Zeroes between the entries of a package that are looked at. A larger gap is none that a packer leaves.
+constexpr std::uint64_t kMaxZeroFill = std::uint64_t{1} << 20;
 
 // Entries looked at in one extraction directory, where links that others planted are followed: all that a run can
 // expand, files and the directories made for them.

@@ -62,12 +62,12 @@ class DeAssembler {
   void resetMemberVariable();
 
   // Whether kMaxListingBytes cut the listing of the last file.
-  [[gnu::visibility("hidden")]] bool isCut() const { return listingFull_; }
+  bool isCut() const { return listingFull_; }
 
   // Calls `visit` with the place and the bytes of each script block that SWFDeAssemble lists of `data`, one behind the
   // other. Neither the time budget nor a bound ends it, and nothing is logged.
   using Visit = std::function<void(Position place, const ByteView& block)>;
-  [[gnu::visibility("hidden")]] void visitScripts(const ByteView& data, const Visit& visit);
+  void visitScripts(const ByteView& data, const Visit& visit);
 
   // ---- listing: ActionListing.cpp -----------------------------------------------------------------------------------
 
@@ -91,15 +91,13 @@ class DeAssembler {
  private:
   friend class RecordPrinter;
 
-  [[gnu::visibility("hidden")]] bool stops() const;
-  [[gnu::visibility("hidden")]] void makeRoom(std::vector<std::string>& lines, std::size_t count) const;
-  [[gnu::visibility("hidden")]] void addLine(std::vector<std::string>& lines, std::string line);
-  [[gnu::visibility("hidden")]] bool nextTag(const ByteView& data, Position& position, int* code,
-                                             std::uint32_t* length);
-  [[gnu::visibility("hidden")]] void skipTag(const ByteView& data, Position& position, std::uint32_t length);
-  [[gnu::visibility("hidden")]] void listScript(const ByteView& data, Position& position, std::uint32_t length,
-                                                std::vector<std::string>& lines);
-  [[gnu::visibility("hidden")]] RunResult readImage(std::FILE* file, std::vector<unsigned char>& image);
+  bool stops() const;
+  void makeRoom(std::vector<std::string>& lines, std::size_t count) const;
+  void addLine(std::vector<std::string>& lines, std::string line);
+  bool nextTag(const ByteView& data, Position& position, int* code, std::uint32_t* length);
+  void skipTag(const ByteView& data, Position& position, std::uint32_t length);
+  void listScript(const ByteView& data, Position& position, std::uint32_t length, std::vector<std::string>& lines);
+  RunResult readImage(std::FILE* file, std::vector<unsigned char>& image);
 
   Util util_;
   std::unordered_set<std::uint32_t> branchTargets_;  // positions, kMaxBranchTargets at most

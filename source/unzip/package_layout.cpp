@@ -41,9 +41,8 @@ constexpr unsigned kZip64Field = 1;
 constexpr unsigned kUnicodePathField = 0x7075;
 constexpr std::uint32_t kIn64 = 0xFFFFFFFF;  // the value stands in the field for 64 bits
 
-constexpr std::size_t kMaxComment = 0xFFFF;
-constexpr Place kMarker = 4;         // of a package that was split, or of its maker, in front of the first entry
-constexpr Place kMaxFill = 1 << 20;  // zeroes in a gap that are looked at; a larger gap is none that a packer leaves
+constexpr std::size_t kLongestField = 0xFFFF;  // whose length stands in two bytes: names, extra fields, comments
+constexpr Place kMarker = 4;  // of a package that was split, or of its maker, in front of the first entry
 
 // The `size` low bytes at `at` of a record, least significant first; zeroes behind its end.
 std::uint64_t number(std::string_view record, std::size_t at, std::size_t size) {
@@ -96,7 +95,7 @@ class Layout {
 
   // Sets where the directory is, and adds the records behind it.
   bool findEnd() {
-    const Place searched = std::min<Place>(size_, kMaxComment);
+    const Place searched = std::min<Place>(size_, kLongestField);
     const std::string tail = read(size_ - searched, static_cast<std::size_t>(searched));
     const std::size_t at = tail.rfind(kEnd);
     if (at == std::string::npos) return false;
@@ -131,7 +130,7 @@ class Layout {
     Place pieceAt = begin;
     for (Place at = begin; at < end;) {
       constexpr std::size_t kPiece = 1 << 16;
-      constexpr std::size_t kMaxRecord = kCentralSize + 3 * kMaxComment;
+      constexpr std::size_t kMaxRecord = kCentralSize + 3 * kLongestField;
       if (at - pieceAt + kMaxRecord > directory.size()) {
         directory = read(at, kPiece + kMaxRecord);
         pieceAt = at;
@@ -194,7 +193,7 @@ class Layout {
   }
 
   bool isZero(Place begin, Place end) const {
-    if (end - begin > kMaxFill) return false;
+    if (end - begin > kMaxZeroFill) return false;
     const std::string bytes = read(begin, static_cast<std::size_t>(end - begin));
     return bytes.find_first_not_of('\0') == std::string::npos;
   }

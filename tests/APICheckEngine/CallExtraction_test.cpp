@@ -169,6 +169,27 @@ TEST_F(CallExtraction, CallsOnLookUpsAreEqualOnlyOnOneLine) {
   }
 }
 
+// 1,500 look-ups without a blank between are in each other's excerpts; 600 calls on look-ups go with each of their
+// lines.
+TEST_F(CallExtraction, ListsStayBoundedAndTheLastCallIsJudged) {
+  std::string script;
+  for (int i = 0; i < 1'500; ++i)
+    script += "a" + std::to_string(i) + "=$('tv');a" + std::to_string(i) + ".GetVolume();" + (i % 3 == 0 ? "\n" : "");
+  for (int i = 0; i < 600; ++i)
+    script += "$('tv').Get" + std::to_string(i % 20) + "();\n";
+  addHtml(page("tv", "TUNER"));
+  addScript(script + "function last(){ $('tv').GetSerial(); }");
+  std::set<std::string> documented{"GetVolume"};
+  for (int i = 0; i < 20; ++i)
+    documented.insert("Get" + std::to_string(i));
+  setDatabase({documented.begin(), documented.end()});
+  EXPECT_EQ(run(), RUN_UNDOCUMENTED_API);
+  EXPECT_EQ(g_SWFResultVector->size(), 1U);
+  EXPECT_LE(engine().objectAccessList.size(), FlashEngine_1_00::kLongList + 1'500 + 621);
+  EXPECT_GT(engine().objectAccessList.size(), FlashEngine_1_00::kLongList);
+  EXPECT_LE(engine().foundCallList.size(), FlashEngine_1_00::kLongList + FlashEngine_1_00::kMaxLookupPlaces);
+}
+
 TEST_F(CallExtraction, HostileScriptsLoseNothing) {
   const std::string call = "function f() { var tv = $('tv'); tv.GetSerial(); }";
   for (const std::string& around : {std::string("(((((((((("), std::string(3000, '{'), std::string("<object "),

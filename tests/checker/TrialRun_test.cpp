@@ -6,8 +6,13 @@
 
 namespace {
 
-const std::vector<trial::File> kFiles{{"www/a.js", "one();\n  var x = tv.Get(\n1);\n  tv.New(2);\n"}};
-const std::map<std::string, std::string> kShown{{"www/a.js", "app.wgt!/www/a.js"}};
+const std::string kScript = "one();\n  var x = tv.Get(\n1);\n  tv.New(2);\n";
+
+ReportedFiles files() {
+  ReportedFiles files;
+  files.add("www/a.js", "app.wgt!/www/a.js", kScript);
+  return files;
+}
 
 trial::Call seen(const char* method, int line, int column) {
   const trial::Frame place{"show", "www/a.js", line, column};
@@ -35,7 +40,7 @@ TEST(TrialRun, ConfirmsAndAdds) {
   result.undetermined = {seen("…", 4, 6)};
   result.incomplete = {{"www/a.js", "its time was up"}, {"", "more"}};
   result.coverage = {{"www/a.js", 2, 1, 20, 10}};
-  addTrial(result, kFiles, kShown, {}, report);
+  addTrial(result, files(), {}, report);
   ASSERT_EQ(report.findings.size(), 2U);
   const Finding& old = report.findings[0];
   EXPECT_EQ(old.confidence, Finding::Confidence::confirmed);
@@ -64,11 +69,11 @@ TEST(TrialRun, ConfirmsAndAdds) {
 TEST(TrialRun, OnlyAdds) {
   ApplicationReport report = withEngineFinding();
   trial::Result result;
-  addTrial(result, kFiles, kShown, {}, report);
+  addTrial(result, files(), {}, report);
   EXPECT_EQ(report.findings.size(), 1U);
   EXPECT_EQ(report.findings[0].confidence, Finding::Confidence::likely);
   result.failure = "no browser";
-  addTrial(result, kFiles, kShown, {}, report);
+  addTrial(result, files(), {}, report);
   EXPECT_EQ(report.findings.size(), 1U);
   ASSERT_EQ(report.notChecked.size(), 1U);
   EXPECT_EQ(report.notChecked[0].reason, "no trial run: no browser");
@@ -78,7 +83,7 @@ TEST(TrialRun, AcceptedMethodsStayAccepted) {
   ApplicationReport report;
   trial::Result result;
   result.calls = {seen("New", 4, 6), seen("Far", 400, 600)};
-  addTrial(result, kFiles, kShown, {"New"}, report);
+  addTrial(result, files(), {"New"}, report);
   ASSERT_EQ(report.findings.size(), 2U);
   EXPECT_EQ(report.findings[0].status, Finding::Status::accepted);
   EXPECT_EQ(report.findings[1].status, Finding::Status::reported);

@@ -1,0 +1,76 @@
+// Test: tests/checker/FlowRun_test.cpp, tests/groups/trial.
+
+#include "checker/run/ApplicationFiles.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t kMaxFile = std::size_t{16} << 20;
+constexpr std::size_t kMaxTotal = std::size_t{128} << 20;
+
+bool isPackage(const std::string& path) {
+  std::ifstream stream(path, std::ios::binary);
+  char head[2] = {};
+  stream.read(head, 2);
+  return head[0] == 'P' && head[1] == 'K';
+}
+
+}  // namespace
+
+void ApplicationFiles::take(const std::string& path) {
+  std::error_code error;
+  if (!isWanted_(path) || !fs::is_regular_file(fs::symlink_status(path, error))) return;
+  const auto size = fs::file_size(path, error);
+  if (error) return;
+  if (size > kMaxFile || total_ + size > kMaxTotal) {
+    tooLarge_.push_back(path);
+    return;
+  }
+  std::ifstream stream(path, std::ios::binary);
+  std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+  total_ += bytes.size();
+  bytes_[path] = std::move(bytes);
+}
+
+void ApplicationFiles::takeExtracted(const FlashEngine_1_00::APIAnalysis& engine) {
+  for (const std::string& path : engine.extractedFileList)
+    take(path);
+}
+
+void ApplicationFiles::takeOwn() {
+  std::error_code error;
+  if (!fs::is_directory(application_, error)) {
+    if (!isPackage(application_)) take(application_);
+    return;
+  }
+  for (auto at = fs::recursive_directory_iterator(application_, error); !error && at != fs::end(at);
+       at.increment(error))
+    take(at->path().string());
+}
+
+// Without the application's own path: what counts in it is a path from its root.
+std::string ApplicationFiles::pathInside(const std::string& shown) const {
+  if (shown.compare(0, application_.size(), application_) != 0) return shown;
+  const std::size_t begin = shown.find_first_not_of("/!", application_.size());
+  return begin == std::string::npos ? shown.substr(shown.rfind('/') + 1) : shown.substr(begin);
+}
+
+std::vector<ApplicationFile> ApplicationFiles::release(const std::function<std::string(const std::string&)>& shownAs) {
+  takeOwn();
+  std::vector<ApplicationFile> files;
+  std::set<std::string> paths;
+  files.reserve(bytes_.size());
+  for (auto& [path, bytes] : bytes_) {
+    std::string shown = shownAs(path);
+    std::string inside = pathInside(shown);
+    if (paths.insert(inside).second) files.push_back({std::move(inside), std::move(shown), std::move(bytes)});
+  }
+  bytes_.clear();
+  return files;
+}
