@@ -170,7 +170,10 @@ std::string verdictOn(const ApplicationReport& report) {
     case Verdict::incomplete:
       return "incomplete, " + counted(report.notChecked.size(), "part was", "parts were") + " not checked" + excused;
     case Verdict::findings:
-      return counted(countOf(report, Finding::Status::reported), "use", "uses") + " of undocumented APIs" + excused;
+      return counted(countOf(report, Finding::Status::reported), "use", "uses") + " of undocumented APIs" + excused +
+             (report.behindStops > 0
+                  ? "; " + std::to_string(report.behindStops) + " more where the device stops: --all lists them"
+                  : "");
     default:
       return "could not check: " + report.failure + excused;
   }

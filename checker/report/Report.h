@@ -156,6 +156,7 @@ struct ApplicationReport {
   std::vector<std::string> rules;      // that ran, in this order: "engine", "flow", "trial"
   std::uint64_t judgedCalls = 0;       // calls on plug-in objects that a verdict was made on, documented or not
   std::uint64_t judgedPlugins = 0;     // plug-ins, by class identifier, that those were on
+  std::uint64_t behindStops = 0;       // uses of undocumented APIs that are not listed: there, the engine has stopped
   bool hasCallsWithoutPlugin = false;  // calls look like plug-in calls, but no element of a plug-in is known
   std::vector<Library> libraries;      // that were recognised
   std::vector<Coverage> coverage;      // of a trial, by file

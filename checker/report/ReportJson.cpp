@@ -267,6 +267,7 @@ Json toJson(const ApplicationReport& report) {
                {"seconds", report.seconds}});
   addList(json, "rules", report.rules);
   json.update({{"judgedCalls", report.judgedCalls}, {"judgedPlugins", report.judgedPlugins}});
+  if (report.behindStops > 0) json["behindStops"] = report.behindStops;
   if (report.hasCallsWithoutPlugin) json["callsWithoutPlugin"] = true;
   addList(json, "libraries", report.libraries);
   addList(json, "coverage", report.coverage);
@@ -298,6 +299,7 @@ ApplicationReport reportFrom(const Json& json) {
   readList(json, "rules", report.rules);
   report.judgedCalls = json.value("judgedCalls", std::uint64_t{0});
   report.judgedPlugins = json.value("judgedPlugins", std::uint64_t{0});
+  report.behindStops = json.value("behindStops", std::uint64_t{0});
   report.hasCallsWithoutPlugin = json.value("callsWithoutPlugin", false);
   readList(json, "libraries", report.libraries);
   readList(json, "coverage", report.coverage);

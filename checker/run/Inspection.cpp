@@ -289,8 +289,8 @@ std::vector<Finding> findingsOf(const CallCollector& calls) {
   return findings;
 }
 
-// Adds what stands where the engine stops, and what it makes no verdict on.
-void addAll(const CallCollector& calls, ApplicationReport& report) {
+// Adds what stands where the engine stops, and what it makes no verdict on; without `isListed`, only counts the former.
+void addBehindStops(const CallCollector& calls, bool isListed, ApplicationReport& report) {
   // Calls in Flash files have no place: of several alike, each that was found on the device stands for one only.
   std::multiset<decltype(identityOf(report.findings.front().call))> known;
   const std::vector<Finding> onDevice = report.findings;
@@ -299,13 +299,14 @@ void addAll(const CallCollector& calls, ApplicationReport& report) {
   for (const CallCollector::Entry& entry : calls.entries()) {
     if (!entry.isListed) continue;
     if (const char* reason = reasonOf(entry.verdict)) {
-      report.undetermined.push_back({entry.call, reason});
+      if (isListed) report.undetermined.push_back({entry.call, reason});
     } else if (const auto same = known.find(identityOf(entry.call)); same != known.end()) {
       known.erase(same);
     } else {
       const bool isAccepted = entry.verdict == FoundCall::Verdict::accepted;
       const Finding::Status status = isAccepted ? Finding::Status::accepted : Finding::Status::reported;
-      report.findings.push_back({entry.call, status, false, {}, {}});
+      if (isListed) report.findings.push_back({entry.call, status, false, {}, {}});
+      if (!isListed && !isAccepted) ++report.behindStops;
     }
   }
 }
@@ -344,7 +345,7 @@ void addObjects(const Outcome& run, ApplicationReport& report) {
 
 void inspect(const InspectionOptions& options, ApplicationReport& report) {
   CallCollector calls(options.documented);
-  EngineRunOptions runOptions{options.database, options.accepted, options.all, options.unpacked};
+  EngineRunOptions runOptions{options.database, options.accepted, true, options.unpacked};
   runOptions.callFound = [&](const FoundCall& call) { calls.record(call); };
   FlowRun flow(report.application);
   TrialRun trialRun(report.application);
@@ -366,7 +367,7 @@ void inspect(const InspectionOptions& options, ApplicationReport& report) {
   report.judgedCalls = calls.judgedCalls();
   report.judgedPlugins = calls.judgedPlugins();
   report.hasCallsWithoutPlugin = hasCallsWithoutPlugin(*run.engine);
-  if (options.all && report.failure.empty()) addAll(calls, report);
+  if (report.failure.empty()) addBehindStops(calls, options.all, report);
   addDocumented(calls, report);
   if (options.flow.isOn && report.failure.empty())
     flow.run(options.flow, options.database, options.accepted, run.names, report);

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "OwnDirectory.h"
+#include "checker/formats/Wording.h"
 #include "checker/report/ReportJson.h"
 #include "checker/run/EngineRun.h"
 #include "support/CraftedZip.h"
@@ -174,6 +175,11 @@ TEST_F(Inspection, EqualCallsAreAllFoundInTime) {
   EXPECT_EQ(report.findings.front().call.method + report.findings.back().call.method, "GetAGetB");
   EXPECT_TRUE(report.notChecked.empty());
   EXPECT_LT(report.seconds, 30);
+  const ApplicationReport device = check(false);
+  EXPECT_EQ(report.behindStops, 0U);
+  EXPECT_EQ(device.findings.size() + device.behindStops, 8'000U);
+  EXPECT_EQ(verdictOn(device), "2 uses of undocumented APIs; 7998 more where the device stops: --all lists them");
+  EXPECT_EQ(reportFrom(toJson(device)).behindStops, device.behindStops);
 }
 
 TEST_F(Inspection, NoFindingHidesBehindManyOtherCalls) {
