@@ -68,6 +68,7 @@ APIAnalysis::~APIAnalysis() {
   TARVO_LOG_TEXT("### All Symbol Table data is Successfully deleted!! ###");
 }
 
+// Empties the lists of texts; without `alsoThoseThatSurviveInit`, only those of a single run.
 void APIAnalysis::releaseTexts(bool alsoThoseThatSurviveInit) {
   for (const StringListRow& row : kStringLists) {
     if (!row.emptiedByInit && !alsoThoseThatSurviveInit) continue;
@@ -76,6 +77,7 @@ void APIAnalysis::releaseTexts(bool alsoThoseThatSurviveInit) {
   }
 }
 
+// Makes the engine ready for another run: nothing of the last one stays but what Init leaves alone.
 void APIAnalysis::emptyWorkingLists() {
   known_->forget();
   stop_ = {};

@@ -83,6 +83,7 @@ RunResult APIAnalysis::runStages(std::vector<std::string>& workingList) {
   return Finish(resultList);
 }
 
+// Removes what the packages of this run were expanded to.
 void APIAnalysis::removeExtracted() {
   // The extracted files go with their directories: removed by their paths, a link planted in a directory would lead to
   // files that are not ours.
@@ -90,6 +91,7 @@ void APIAnalysis::removeExtracted() {
     removeTree(directory);
 }
 
+// Writes the finding lines to the result file, and returns them. A file that cannot be written changes nothing else.
 std::vector<std::string> APIAnalysis::writeResultFile() {
   static constexpr const char* kDriver = "StartAnalysis";
   std::vector<std::string> lines;
@@ -180,6 +182,7 @@ RunResult APIAnalysis::analyseFlashFile(const std::string& path) {
   return code;
 }
 
+// The observer's last look at lists and files. Here it also hears of script in Flash files that no listing shows.
 void APIAnalysis::tellBeforeRemoval(const std::vector<std::string>& files) {
   if (observer == nullptr) return;
   observer->beforeRemoval(*this);

@@ -49,6 +49,8 @@ RunResult APIAnalysis::report(Records& list, std::unique_ptr<SWFStateMentInfo> c
   return judge(kept, place);
 }
 
+// The verdict on a call, as for a host, told to the observer if there is one. What keeps a scanner going behind a stop
+// is that RUN_SUCCESS is returned then; the first other code stays in `stop_`.
 RunResult APIAnalysis::judge(SWFStateMentInfo& call, const CallPlace& place) {
   if (observer == nullptr) return DetermineAPISecurity(resultList, &call);
   Strings behindStop;  // lines that no host gets
@@ -70,6 +72,7 @@ RunResult APIAnalysis::judge(SWFStateMentInfo& call, const CallPlace& place) {
   return RUN_SUCCESS;
 }
 
+// Tells the observer, which is there, of a call.
 void APIAnalysis::observe(FoundCall::Verdict verdict, const std::string& path, int line, const CallPlace& place,
                           std::string method) const {
   const bool isOnDevice = !stop_.isPassed() && !place.isRepeated;

@@ -37,27 +37,32 @@ bool namesAPreload(std::string_view text) {
 
 // ---- the stack ------------------------------------------------------------------------------------------------------
 
+// The top of the stack, which is not empty, is taken off it.
 std::string DeCompiler::pop() {
   std::string top = std::move(stack_.back());
   stack_.pop_back();
   return top;
 }
 
+// The same without its kind: "string#@x441#tv" is "tv".
 std::string DeCompiler::popValue() {
   return valuePart(pop());
 }
 
+// Takes `count` entries off the stack, or all if there are fewer.
 void DeCompiler::popUpTo(long count) {
   for (; count > 0 && has(1); --count)
     stack_.pop_back();
 }
 
+// Takes `pops` entries off the stack, none if there are fewer, and puts `pushed` there unless it is null.
 unsigned DeCompiler::popAndPush(std::size_t pops, const char* pushed) {
   if (has(pops)) popUpTo(static_cast<long>(pops));
   if (pushed != nullptr) keepBuilt(stack_, pushed);
   return RUN_SUCCESS;
 }
 
+// What stands behind the kind of a stack entry; empty if it has none.
 std::string DeCompiler::valuePart(std::string entry) {
   std::string_view kind;
   std::string_view value;

@@ -226,6 +226,7 @@ void DeAssembler::listScript(const ByteView& data, Position& position, std::uint
   position += length;
 }
 
+// Passes over a tag of `length` bytes; told to the log, as the listing does, unless scripts are only visited.
 void DeAssembler::skipTag(const ByteView& data, Position& position, std::uint32_t length) {
   if (visit_ != nullptr) {
     position += length;
@@ -276,6 +277,7 @@ void DeAssembler::resetMemberVariable() {
   poolSeen_ = false;
 }
 
+// Whether the listing ends here: time or room is used up.
 bool DeAssembler::stops() const {
   return visit_ == nullptr && (listingFull_ || timeBudgetSpent());
 }
@@ -289,6 +291,7 @@ void DeAssembler::makeRoom(std::vector<std::string>& lines, std::size_t count) c
   lines.reserve(wanted > most / 2 ? most : wanted);
 }
 
+// Appends a line if there is room for it; if not, the listing ends with the line before.
 void DeAssembler::addLine(std::vector<std::string>& lines, std::string line) {
   if (visit_ != nullptr) return;
   const std::size_t bytes = bytesOf(line);
