@@ -240,6 +240,7 @@ class APIAnalysis : public IAppAnalysis {
   struct SearchedText;  // of CallExtraction.cpp, like the next two
   struct Lookup;
   class LookupRecords;
+  class SearchBound;  // of FlashCalls.cpp
 
   RunResult report(Records& list, std::unique_ptr<SWFStateMentInfo> call, const CallPlace& place);
   RunResult judge(SWFStateMentInfo& call, const CallPlace& place);
@@ -276,6 +277,11 @@ class APIAnalysis : public IAppAnalysis {
   Lookup lookupIn(SWFStateMentInfo& declared, const Pattern& lookedUp, detail::LookupCallFinder& finder);
   RunResult reportCallsOn(const Lookup& lookup, LookupRecords& records);
   std::unique_ptr<SWFStateMentInfo> makeLookupCall(const Lookup& lookup, const std::string& callText);
+  RunResult reportLookUpsIn(const std::vector<std::string>& statements, const std::string& fileName,
+                            SearchBound& bound);
+  std::unique_ptr<SWFStateMentInfo> makeStatementCall(const std::string& classId, const std::string& callText,
+                                                      const std::string& fileName);
+  void findVariablesIn(const std::vector<std::string>& statements, const std::string& fileName, SearchBound& bound);
 
   // The text of `sources` (list 5 or 6) at the position of `path` in list 4; null if either is missing.
   const std::string* sourceOf(const std::string& path, const Strings& sources) const;

@@ -15,11 +15,9 @@ namespace FlashEngine_1_00 {
 
 using detail::Key;
 
-namespace {
-
 // What the searches of one file may still go through. They do not ask for the time budget: statements that were made
 // before it was spent are searched whole.
-class SearchBound {
+class APIAnalysis::SearchBound {
  public:
   // Whether `bytes` more may be searched.
   bool allows(std::size_t bytes) {
@@ -34,40 +32,77 @@ class SearchBound {
   bool isPassed_ = false;
 };
 
+namespace {
+
+// Calls on a look-up of one symbol in single statements: `document.getElementById("tv").GetSerial`.
+class StatementLookUps {
+ public:
+  explicit StatementLookUps(const std::string& symbol)
+      : lookup_(detail::lookupOf(symbol)), call_(detail::lookupOf(symbol) + R"(\s*[\w\d\_]+)") {}
+
+  // The look-up in a statement that calls something on it; without data if it does not.
+  std::string_view in(const std::string& statement) const {
+    return call_.matchesIn(statement.c_str()) ? lookup_.search(statement.c_str()) : std::string_view();
+  }
+
+ private:
+  Pattern lookup_;
+  Pattern call_;
+};
+
 }  // namespace
 
 RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statements, std::string fileName) {
   const Stop outer = stop_;
   SearchBound bound;
-  std::string joined;
-  for (const std::string& statement : statements)
-    joined += statement;
+  const RunResult code = reportLookUpsIn(statements, fileName, bound);
+  if (code != RUN_SUCCESS) return code;
+  findVariablesIn(statements, fileName, bound);
+  if (bound.isPassed()) notRead(Gap::flashCut, fileName);
+  return endScan(outer);
+}
+
+// Records and judges the calls on a look-up of the first symbol, one in a statement.
+RunResult APIAnalysis::reportLookUpsIn(const std::vector<std::string>& statements, const std::string& fileName,
+                                       SearchBound& bound) {
   // KEPT: only the first symbol is tried; calls on the others are found by the search of all statements together. Hosts
   // have the findings on record. (test OnlyTheFirstSymbolIsLookedUpInStatements)
   const Key key = objectIdList.empty() ? Key{} : detail::splitKey(*objectIdList.front()->expression);
-  const Pattern call(detail::lookupOf(key.symbol) + R"(\s*[\w\d\_]+)");
-  const Pattern lookup(detail::lookupOf(key.symbol));
+  const StatementLookUps lookUps(key.symbol);
   for (const std::string& statement : statements) {
     if (!bound.allows(statement.size())) break;
-    if (objectIdList.empty() || !call.matchesIn(statement.c_str())) continue;
-    const std::string_view prefix = lookup.search(statement.c_str());
-    if (prefix.data() == nullptr) continue;
-    const std::size_t begin = static_cast<std::size_t>(prefix.data() - statement.data());
-    const std::string callText = statement.substr(begin + prefix.size());
+    const std::string_view lookUp = objectIdList.empty() ? std::string_view() : lookUps.in(statement);
+    if (lookUp.data() == nullptr) continue;
+    const auto begin = static_cast<std::size_t>(lookUp.data() - statement.data());
+    const std::string callText = statement.substr(begin + lookUp.size());
     const CallPlace place{FoundCall::On::flashLookUp, key.classId, statement,
                           std::string_view(statement).substr(begin)};
     if (detail::holdsBuiltIn(callText)) {
       if (observesAll()) observeBuiltIn(fileName, 0, place);
       continue;
     }
-
-    auto found = std::make_unique<SWFStateMentInfo>();
-    found->expression = nameLookupCall(key.classId, callText, detail::without("DummyObject." + callText + "()", ")"));
-    found->scope = "Global";
-    found->path = fileName;
-    const RunResult code = report(flashCallList, std::move(found), place);
+    const RunResult code = report(flashCallList, makeStatementCall(key.classId, callText, fileName), place);
     if (code != RUN_SUCCESS) return code;
   }
+  return RUN_SUCCESS;
+}
+
+std::unique_ptr<SWFStateMentInfo> APIAnalysis::makeStatementCall(const std::string& classId,
+                                                                 const std::string& callText,
+                                                                 const std::string& fileName) {
+  auto call = std::make_unique<SWFStateMentInfo>();
+  call->expression = nameLookupCall(classId, callText, detail::without("DummyObject." + callText + "()", ")"));
+  call->scope = "Global";
+  call->path = fileName;
+  return call;
+}
+
+// Finds and judges the calls on bound variables in all statements together.
+void APIAnalysis::findVariablesIn(const std::vector<std::string>& statements, const std::string& fileName,
+                                  SearchBound& bound) {
+  std::string joined;
+  for (const std::string& statement : statements)
+    joined += statement;
   std::size_t indexRoom = kMaxIndexedBytes;
   detail::SourceIndex index(joined, indexRoom);
   detail::FoundCalls found;
@@ -75,8 +110,6 @@ RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statemen
     if (found.positions.count(binding) == 0 && !bound.allows(index.text().size())) break;
     findCallsOn(binding, index.text(), &index, fileName, FoundCall::On::flashVariable, found);
   }
-  if (bound.isPassed()) notRead(Gap::flashCut, fileName);
-  return endScan(outer);
 }
 
 }  // namespace FlashEngine_1_00

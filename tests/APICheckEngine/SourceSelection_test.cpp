@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <system_error>
 
 #include "support/EngineFixture.h"
@@ -75,6 +76,21 @@ TEST_F(SourceSelection, FilesOfThreeGiBAreReadLikeOthers) {
   engine().observer = nullptr;
   EXPECT_EQ(texts(engine().worthfulSourceList), (Texts{std::string("tv.a(1);", 9), std::string("tv.b(1);", 9)}));
   EXPECT_EQ(gaps.texts, (Texts{package, source}));  // the hole in the package is none that a packer leaves
+}
+
+// All are in the excerpts of all, without a blank between; each is found once for every hit.
+TEST_F(SourceSelection, OfEqualAccessesABoundedNumberStays) {
+  std::string source = "x=document.embeds[1];";
+  for (int i = 0; i < 100; ++i)
+    source += "a=document.embeds[0];b=$('tv');";
+  ASSERT_EQ(engine().Init(), RUN_SUCCESS);
+  scan({addScript(source + "y=document.embeds[2];")});
+  std::map<std::string, int> places;
+  for (const auto* list : {&engine().embedsAccessList, &engine().objectAccessList})
+    for (const SWFStateMentInfo* record : *list)
+      EXPECT_LE(++places[*record->expression], FlashEngine_1_00::kMaxEqualRecords) << *record->expression;
+  EXPECT_EQ(places.size(), 4U);
+  EXPECT_EQ(*engine().embedsAccessList.back()->expression, "y=document.embeds[2]");
 }
 
 TEST_F(SourceSelection, CollectsAccessesOfEachForm) {
