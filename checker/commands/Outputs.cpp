@@ -11,12 +11,32 @@
 #include "checker/formats/Formats.h"
 #include "checker/options/UserError.h"
 
+namespace {
+
+// What --map says. A directory that is not there would leave all as it is without a word.
+RepositoryPaths::Map mapOf(const std::vector<std::string>& pairs) {
+  RepositoryPaths::Map map;
+  for (const std::string& pair : pairs) {
+    const std::size_t sign = pair.rfind('=');
+    if (sign == std::string::npos || sign == 0) throw UserError("--map '" + pair + "' is not PREFIX=DIR");
+    const std::string folder = sign + 1 == pair.size() ? "." : pair.substr(sign + 1);
+    std::error_code error;
+    if (!std::filesystem::is_directory(folder, error))
+      throw UserError("--map '" + pair + "': there is no directory '" + folder + "'");
+    map.emplace_back(pair.substr(0, sign), folder);
+  }
+  return map;
+}
+
+}  // namespace
+
 Outputs::Outputs(const Options& options) {
   WriterOptions writerOptions{
       options.database, false, options.engineLines, options.all, !options.baseline.empty(), options.allowIncomplete};
   writerOptions.configFile = options.configFile;
   if (hasEvidence(options)) addEvidence(writerOptions);
   writerOptions.trace = options.trace;
+  writerOptions.paths = RepositoryPaths(mapOf(options.maps));
   bool isFormatTaken = false;
   std::set<std::filesystem::path> taken;
   for (const std::string& path : options.outputs) {

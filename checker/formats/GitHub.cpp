@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <string_view>
 
-#include "checker/formats/RepositoryPath.h"
 #include "checker/formats/Wording.h"
 #include "checker/report/Characters.h"
 
@@ -27,17 +26,13 @@ std::string escaped(const std::string& text, std::string_view special) {
   return data;
 }
 
-std::string fileName(const std::string& path) {
-  return escaped(std::string(repositoryPath(path)), "%:,");
-}
-
 std::string message(const std::string& text) {
   return escaped(text, "%");
 }
 
 class GitHubWriter : public ReportWriter {
  public:
-  explicit GitHubWriter(std::ostream& out) : out_(out) {}
+  GitHubWriter(std::ostream& out, const WriterOptions& options) : out_(out), paths_(options.paths) {}
 
   void add(const ApplicationReport& report) override {
     for (const Finding& finding : report.findings) {
@@ -71,6 +66,8 @@ class GitHubWriter : public ReportWriter {
   }
 
  private:
+  std::string fileName(const std::string& path) const { return escaped(paths_.of(path), "%:,"); }
+
   // A line that is no command, whatever an application is called.
   static std::string plainLine(const std::string& text) {
     std::string line = printable(text);
@@ -88,11 +85,12 @@ class GitHubWriter : public ReportWriter {
   }
 
   std::ostream& out_;
+  RepositoryPaths paths_;
   Totals totals_;
 };
 
 }  // namespace
 
-std::unique_ptr<ReportWriter> makeGitHubWriter(std::ostream& out, const WriterOptions&) {
-  return std::make_unique<GitHubWriter>(out);
+std::unique_ptr<ReportWriter> makeGitHubWriter(std::ostream& out, const WriterOptions& options) {
+  return std::make_unique<GitHubWriter>(out, options);
 }

@@ -9,7 +9,6 @@
 #include <string>
 
 #include "checker/formats/JsonFormats.h"
-#include "checker/formats/RepositoryPath.h"
 #include "checker/formats/Wording.h"
 #include "checker/report/Characters.h"
 
@@ -27,7 +26,7 @@ constexpr Severities kFailed{"could-not-check", "critical"};
 
 class GitLabWriter : public ReportWriter {
  public:
-  explicit GitLabWriter(std::ostream& out) : out_(out) { out_ << '['; }
+  GitLabWriter(std::ostream& out, const WriterOptions& options) : out_(out), paths_(options.paths) { out_ << '['; }
 
   void add(const ApplicationReport& report) override {
     for (const Finding& finding : report.findings) {
@@ -51,23 +50,23 @@ class GitLabWriter : public ReportWriter {
   void write(const Severities& kind, const std::string& text, const std::string& path, int line,
              const std::string& identity) {
     const int before = alike_[identity]++;
-    const Json issue{
-        {"description", printable(text)},
-        {"check_name", kind.check},
-        {"fingerprint", printable(before == 0 ? identity : identity + '#' + std::to_string(before + 1))},
-        {"severity", kind.severity},
-        {"location", {{"path", printable(repositoryPath(path))}, {"lines", {{"begin", std::max(line, 1)}}}}}};
+    const Json issue{{"description", printable(text)},
+                     {"check_name", kind.check},
+                     {"fingerprint", printable(before == 0 ? identity : identity + '#' + std::to_string(before + 1))},
+                     {"severity", kind.severity},
+                     {"location", {{"path", printable(paths_.of(path))}, {"lines", {{"begin", std::max(line, 1)}}}}}};
     out_ << (isFirst_ ? "\n  " : ",\n  ") << jsonText(issue);
     isFirst_ = false;
   }
 
   std::ostream& out_;
+  RepositoryPaths paths_;
   std::map<std::string, int> alike_;
   bool isFirst_ = true;
 };
 
 }  // namespace
 
-std::unique_ptr<ReportWriter> makeGitLabWriter(std::ostream& out, const WriterOptions&) {
-  return std::make_unique<GitLabWriter>(out);
+std::unique_ptr<ReportWriter> makeGitLabWriter(std::ostream& out, const WriterOptions& options) {
+  return std::make_unique<GitLabWriter>(out, options);
 }

@@ -2,18 +2,20 @@
 
 #include <string>
 
+#include "checker/formats/RepositoryPath.h"
 #include "checker/report/Report.h"
 
 // What every format implements, and what it may be asked for.
 
 struct WriterOptions {
-  std::string database;          // path, as shown
-  bool color = false;            // text
-  bool engineLines = false;      // text: findings as the device prints them
-  bool all = false;              // whether all calls were asked for
-  bool hasBaseline = false;      // sarif: whether findings are new or known
-  bool allowIncomplete = false;  // junit: whether an incomplete application passes
-  bool trace = false;            // text: the steps of each finding below it
+  std::string database;                       // path, as shown
+  bool color = false;                         // text
+  bool engineLines = false;                   // text: findings as the device prints them
+  bool all = false;                           // whether all calls were asked for
+  bool hasBaseline = false;                   // sarif: whether findings are new or known
+  bool allowIncomplete = false;               // junit: whether an incomplete application passes
+  bool trace = false;                         // text: the steps of each finding below it
+  RepositoryPaths paths = RepositoryPaths();  // github, gitlab, sarif: where files of packages come from
 
   // What the run was, as evidence; each is left out if it is empty.
   std::string databaseSha256 = {};  // in hexadecimal

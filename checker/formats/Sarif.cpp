@@ -73,8 +73,11 @@ Json driver() {
 // The files that results are in, each once. A file in a package is one below it.
 class Artifacts {
  public:
+  explicit Artifacts(RepositoryPaths paths) : paths_(std::move(paths)) {}
+
   // The artifact of the file that the user knows as `path`, in `application`.
   Json locationOf(std::string path, const std::string& application) {
+    if (paths_.isMapped(path)) return placeOf(indexOf(paths_.of(path), -1));
     if (path.size() > application.size() && path.back() == '!') path.pop_back();  // an entry without a name
     // An application's own name can hold what stands between a package and its entry.
     const bool isInside = path.compare(0, application.size(), application) == 0;
@@ -86,12 +89,16 @@ class Artifacts {
       index = indexOf(path.substr(begin, end - begin), index);
       begin = from = end + 2;
     }
-    return {{"uri", list_[static_cast<std::size_t>(index)].at("location").at("uri")}, {"index", index}};
+    return placeOf(index);
   }
 
   const Json& list() const { return list_; }
 
  private:
+  Json placeOf(int index) const {
+    return {{"uri", list_[static_cast<std::size_t>(index)].at("location").at("uri")}, {"index", index}};
+  }
+
   int indexOf(const std::string& path, int parent) {
     const auto [known, isNew] = known_.try_emplace({parent, path}, static_cast<int>(list_.size()));
     if (isNew) {
@@ -103,13 +110,15 @@ class Artifacts {
     return known->second;
   }
 
+  RepositoryPaths paths_;
   Json list_ = Json::array();
   std::map<std::pair<int, std::string>, int> known_;
 };
 
 class SarifWriter : public ReportWriter {
  public:
-  SarifWriter(std::ostream& out, const WriterOptions& options) : out_(out), options_(options) {
+  SarifWriter(std::ostream& out, const WriterOptions& options)
+      : out_(out), options_(options), artifacts_(options.paths) {
     out_ << "{\n  \"$schema\": \"" << kSchema << "\",\n  \"version\": \"2.1.0\",\n  \"runs\": [\n    {\n"
          << "      \"tool\": " << jsonText({{"driver", driver()}}, kIndent) << ",\n"
          << "      \"columnKind\": \"unicodeCodePoints\",\n      \"results\": [";

@@ -40,6 +40,7 @@ struct Options {
 
   std::string format;
   std::vector<std::string> outputs;
+  std::vector<std::string> maps;  // "app.wgt!/www=src"
   bool engineLines = false;
   bool trace = false;
   bool log = false;

@@ -11,6 +11,7 @@
 #include <set>
 #include <sstream>
 
+#include "OwnDirectory.h"
 #include "checker/commands/Flash.h"
 #include "checker/formats/Evidence.h"
 #include "checker/formats/Wording.h"
@@ -545,6 +546,33 @@ TEST(GitHub, AnnotatesEachPlace) {
             "::warning file=a%2Cb.wgt!/c.swf,title=Not checked::not checked: a,b.wgt!/c.swf: cut\n"
             "a,b.wgt: 2 uses of undocumented APIs\n: :error: :x: clean: no plug-in object is used\n"
             "2 applications: 1 clean, 1 with findings; 2 uses of undocumented APIs\n");
+}
+
+// The map leads to files that are there, and never out of its folder.
+using RepositoryPathsTest = OwnDirectory;
+TEST_F(RepositoryPathsTest, AreThoseOfFilesThatAreThere) {
+  for (const char* file : {"src/js/main.js", "src/x.js", "own.js", "outside.js"})
+    write(file, "1");
+  const RepositoryPaths paths({{"d/app.wgt!/www", "src"}, {"./d/app.wgt!/www/js/own/", "."}, {"d/app.wgt!/up", "src"}});
+  for (const auto& [path, expected] : std::vector<std::pair<std::string, std::string>>{
+           {"./d/app.wgt!/www/js/main.js", "src/js/main.js"},
+           {"d/app.wgt!/www/x.js", "src/x.js"},
+           {"d/app.wgt!/www/js/own/own.js", "own.js"},
+           {"d/app.wgt!/www/made.js", "d/app.wgt!/www/made.js"},
+           {"d/app.wgt!/www2/x.js", "d/app.wgt!/www2/x.js"},
+           {"d/app.wgt!/www/../../outside.js", "d/app.wgt!/www/../../outside.js"},
+           {"d/app.wgt!/up//etc/passwd", "d/app.wgt!/up//etc/passwd"},
+           {"d/app.wgt!/www/js", "d/app.wgt!/www/js"},
+           {"./other.js", "other.js"},
+       }) {
+    EXPECT_EQ(paths.of(path), expected);
+  }
+  WriterOptions options;
+  options.paths = paths;
+  const ApplicationReport report = reportWith("d/app.wgt", {findingOf("d/app.wgt!/www/x.js", 7, "Get")});
+  for (const auto& [format, text] :
+       {std::pair{Format::github, "file=src/x.js,"}, {Format::gitlab, "\"src/x.js\""}, {Format::sarif, "\"src/x.js\""}})
+    EXPECT_NE(written(format, {report}, options).find(text), std::string::npos) << text;
 }
 
 TEST(GitLab, HasAnIssueForWhatCounts) {
