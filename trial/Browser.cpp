@@ -109,6 +109,7 @@ const std::vector<std::string>& arguments() {
   static const std::vector<std::string> kArguments{
       "--headless=new",
       "--remote-debugging-pipe",
+      "--no-startup-window",  // each tab costs a process
       "--no-first-run",
       "--no-default-browser-check",
       "--disable-gpu",
@@ -162,7 +163,6 @@ const std::vector<std::string>& arguments() {
   std::vector<std::string> words{program};
   words.insert(words.end(), arguments().begin(), arguments().end());
   words.push_back("--user-data-dir=" + home + "/profile");
-  words.push_back("about:blank");
   const std::vector<std::string> settings{"PATH=/usr/local/bin:/usr/bin:/bin",
                                           "HOME=" + home,
                                           "TMPDIR=" + home,

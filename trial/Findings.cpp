@@ -6,8 +6,10 @@ namespace trial {
 
 namespace {
 
-constexpr std::size_t kMaxCalls = 5000;  // and as many undetermined ones
+constexpr std::size_t kMaxCalls = 5000;     // and as many undetermined ones
+constexpr std::string_view kUnknown = "…";  // stands for what only the network or the user knows
 constexpr std::size_t kMaxText = 3000;
+constexpr std::size_t kMaxWritten = 500;
 
 std::string unquoted(const std::string& text) {
   const Json value = Json::parse(text, nullptr, false);
@@ -37,8 +39,19 @@ Message messageOf(const std::string& text, const std::string& secret) {
 
 std::string Findings::shown(std::string text) const {
   for (std::size_t at = 0; (at = text.find(mark_, at)) != std::string::npos;)
-    text.replace(at, mark_.size(), "…");
+    text.replace(at, mark_.size(), kUnknown);
   return text;
+}
+
+// Where the method is written. Each one is looked for once, and no more of them than anybody reads.
+Frame Findings::written(const std::string& method, const Frame& user) {
+  const bool isHandler = user.function.compare(0, 2, "on") == 0;  // it was not made where it is told to be
+  const Frame place = isHandler ? Frame() : user;
+  const auto key = std::make_tuple(method, place.path, place.line);
+  const auto known = written_.find(key);
+  if (known != written_.end()) return known->second;
+  if (written_.size() >= kMaxWritten) return {};
+  return written_[key] = writtenPlace(files_, method, place);
 }
 
 void Findings::add(const Message& message, const Json& callFrames, const Places& places) {
@@ -49,7 +62,16 @@ void Findings::add(const Message& message, const Json& callFrames, const Places&
   call.arguments = shown(message.arguments);
   call.trace = places.frames(callFrames, isUnknown ? std::string() : message.method);
   call.place = placeOf(call.trace);
-  if (call.place.path.empty()) call.place = writtenPlace(files_, call.method);
+  const bool isElsewhere = call.trace.empty() || call.trace.front().isMade || isLibrary(call.place.path);
+  if (isElsewhere && !call.place.isSpelled && !isUnknown) {
+    const Frame place = written(call.method, call.trace.empty() ? Frame() : call.trace.front());
+    if (!place.path.empty()) call.place = place;
+  }
+  if (isUnknown && call.method.find(kUnknown) != std::string::npos) {
+    std::string rest = call.method;
+    rest.erase(rest.find(kUnknown), kUnknown.size());
+    empty_.insert({call.place.path, call.place.line, call.place.column, rest, call.plugin});
+  }
   Calls& calls = isUnknown ? undetermined_ : calls_;
   Key key{call.place.path, call.place.line, call.place.column, isUnknown ? std::string() : call.method, call.plugin};
   if (calls.size() >= kMaxCalls && calls.count(key) == 0) {
@@ -59,6 +81,13 @@ void Findings::add(const Message& message, const Json& callFrames, const Places&
   // Of several with different arguments the smallest is shown: which one comes first is chance.
   const auto [known, isNew] = calls.emplace(std::move(key), call);
   if (!isNew && call.arguments < known->second.arguments) known->second = call;
+}
+
+std::vector<Call> Findings::calls() const {
+  Calls told = calls_;
+  for (const Key& key : empty_)
+    told.erase(key);
+  return sorted(told);
 }
 
 std::vector<Call> Findings::sorted(const Calls& calls) {

@@ -31,8 +31,9 @@ class Findings {
 
   void add(const Message& message, const Json& callFrames, const Places& places);
 
-  // Sorted by place, then by method, so that two runs give the same.
-  std::vector<Call> calls() const { return sorted(calls_); }
+  // Sorted by place, then by method, so that two runs give the same. Without those whose name is what is left of one
+  // that could not be determined when nothing is put in: "Get" beside "Get…".
+  std::vector<Call> calls() const;
   std::vector<Call> undetermined() const { return sorted(undetermined_); }
 
   // Whether there were more than are kept.
@@ -43,12 +44,15 @@ class Findings {
   using Calls = std::map<Key, Call>;
 
   static std::vector<Call> sorted(const Calls& calls);
+  Frame written(const std::string& method, const Frame& user);
   std::string shown(std::string text) const;
 
   std::string mark_;
   const std::vector<File>& files_;
   Calls calls_;
   Calls undetermined_;
+  std::map<std::tuple<std::string, std::string, int>, Frame> written_;  // by method, and place that ran it
+  std::set<Key> empty_;  // names that could not be determined, with nothing put in
   bool isCut_ = false;
 };
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cctype>
 #include <climits>
+#include <string_view>
 
 namespace trial {
 
@@ -81,14 +82,55 @@ std::string textOf(const Json& object, const char* key) {
   return found != object.end() && found->is_string() ? found->get<std::string>() : std::string();
 }
 
+bool isWordByte(char c) {
+  return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '$';
+}
+
+bool isWordAt(const std::string& text, std::size_t at, const std::string& word) {
+  return (at == 0 || !isWordByte(text[at - 1])) &&
+         (at + word.size() >= text.size() || !isWordByte(text[at + word.size()]));
+}
+
+// Whether the word stands in the line; in a long one, around the byte.
+bool spells(const std::string& line, std::size_t byte, const std::string& word) {
+  constexpr std::size_t kBefore = 100;
+  constexpr std::size_t kBehind = 300;
+  if (word.empty()) return false;
+  const std::size_t begin = byte > kBefore && line.size() > kBefore + kBehind ? byte - kBefore : 0;
+  for (std::size_t at = line.find(word, begin); at < begin + kBefore + kBehind; at = line.find(word, at + 1))
+    if (isWordAt(line, at, word)) return true;
+  return false;
+}
+
+// Where the line begins; npos if there are not so many.
+std::size_t beginOfLine(const std::string& bytes, int line) {
+  std::size_t begin = 0;
+  for (int i = 1; i < line; ++i) {
+    begin = bytes.find('\n', begin);
+    if (begin == std::string::npos) return begin;
+    ++begin;
+  }
+  return begin;
+}
+
+// A handler in a tag is told to be where the tag ends: whether the tag there has it. One of a tag that code made is
+// told to be somewhere.
+bool isInTag(const std::string& bytes, int line, int units, std::string handler) {
+  const std::size_t begin = beginOfLine(bytes, line);
+  if (begin == std::string::npos) return false;
+  const std::size_t end = std::min(bytes.size(), begin + static_cast<std::size_t>(units) + 1);
+  const std::size_t open = bytes.rfind('<', end);
+  std::string tag = open == std::string::npos ? std::string() : bytes.substr(open, end - open);
+  const auto lower = [](unsigned char c) { return static_cast<char>(std::tolower(c)); };
+  std::transform(tag.begin(), tag.end(), tag.begin(), lower);
+  handler.erase(0, handler.rfind('.') + 1);
+  return tag.find(handler) != std::string::npos;
+}
+
 // A handler in a tag is told to be where the tag ends: looks for the call in the tag.
 bool placeInTag(const std::string& bytes, const std::string& method, int units, Frame& frame) {
   constexpr std::size_t kMaxTag = 4000;
-  std::size_t end = 0;
-  for (int line = 1; line < frame.line && end != std::string::npos; ++line) {
-    end = bytes.find('\n', end);
-    if (end != std::string::npos) ++end;
-  }
+  std::size_t end = beginOfLine(bytes, frame.line);
   if (end == std::string::npos || method.empty()) return false;
   const std::size_t lineBegin = end;
   end = std::min(bytes.size(), end + static_cast<std::size_t>(units));
@@ -100,7 +142,74 @@ bool placeInTag(const std::string& bytes, const std::string& method, int units, 
                                               bytes.begin() + static_cast<std::ptrdiff_t>(lineBegin), '\n'));
   const std::size_t begin = bytes.rfind('\n', found) + 1;
   frame.column = characterColumn(bytes.substr(begin, found + 1 - begin), INT_MAX, {});
+  frame.isSpelled = true;
   return true;
+}
+
+// How a method is written, the better ones first.
+enum class Written { inText, passed, called, none };
+
+bool isText(const File& file) {
+  const std::string type = contentTypeOf(file.path);
+  return type.compare(0, 5, "text/") == 0 || type.find("xml") != std::string::npos ||
+         type == "application/octet-stream";
+}
+
+// Whether the byte stands outside of the scripts of a page.
+bool isInMarkup(const File& file, std::size_t at) {
+  if (!isMarkup(file)) return false;
+  const std::size_t open = file.bytes.rfind("<script", at);
+  const std::size_t close = file.bytes.rfind("</script", at);
+  return open == std::string::npos || (close != std::string::npos && close > open);
+}
+
+// What a byte of a script stands in, as the line in front of it tells: '/' a comment, a quote a text, ' ' else.
+char insideOf(const std::string& bytes, std::size_t begin, std::size_t at) {
+  char inside = ' ';
+  for (std::size_t i = begin; i < at; ++i) {
+    const char c = bytes[i];
+    if (inside != ' ') {
+      if (c == '\\') ++i;
+      if (c == inside) inside = ' ';
+    } else if (c == '\'' || c == '"' || c == '`') {
+      inside = c;
+    } else if (c == '/' && (bytes[i + 1] == '/' || bytes[i + 1] == '*')) {
+      const std::size_t end = bytes[i + 1] == '*' ? bytes.find("*/", i + 2) : std::string::npos;
+      if (end >= at) return '/';
+      i = end + 1;
+    }
+  }
+  return inside;
+}
+
+Written kindOf(const File& file, std::size_t at, std::size_t length) {
+  const std::string& bytes = file.bytes;
+  const bool isMember = at > 0 && bytes[at - 1] == '.';
+  const bool isCalled = at + length < bytes.size() && bytes[at + length] == '(';
+  constexpr std::string_view kExecute = "Execute(";
+  const bool isExecuted =
+      at > kExecute.size() && bytes.compare(at - kExecute.size() - 1, kExecute.size(), kExecute) == 0;
+  if (!isMember && !isCalled && !isExecuted) return Written::none;
+  if (isInMarkup(file, at)) {
+    const std::size_t comment = bytes.rfind("<!--", at);
+    const bool isComment = comment != std::string::npos && bytes.find("-->", comment) > at;
+    return isComment ? Written::none : Written::inText;
+  }
+  const char inside = insideOf(bytes, bytes.rfind('\n', at) + 1, isExecuted ? at - 1 : at);
+  if (inside == '/') return Written::none;
+  if (inside != ' ') return Written::inText;
+  return isCalled || isExecuted ? Written::called : Written::passed;
+}
+
+// The byte at a column.
+std::size_t byteOf(const std::string& line, int column) {
+  std::size_t byte = 0;
+  for (int left = column - 1; left > 0 && byte < line.size(); --left) {
+    ++byte;
+    while (byte < line.size() && (static_cast<unsigned char>(line[byte]) & 0xC0) == 0x80)
+      ++byte;
+  }
+  return byte;
 }
 
 std::vector<Json> framesOf(const Json& params) {
@@ -152,45 +261,55 @@ void Places::append(const Json& callFrames, const std::string& method, int depth
     if (isMade) {
       const std::size_t before = frames.size();
       append(Json(script->made), method, depth + 1, frames);
+      for (std::size_t i = before; i < frames.size(); ++i)
+        frames[i].isMade = true;
       if (frames.size() > before) continue;
     }
     if (file == nullptr) continue;
     frame.path = file->path;
     const int units = numberOf(given, "columnNumber");
-    const bool isHandler = isPage(file->path) && frame.function.compare(0, 2, "on") == 0;
-    if (!isHandler || !placeInTag(file->bytes, method, units, frame))
+    const bool isHandler = isMarkup(*file) && frame.function.compare(0, 2, "on") == 0;
+    if (!isHandler || !placeInTag(file->bytes, method, units, frame)) {
       frame.column = characterColumn(line, units, method);
+      frame.isSpelled = spells(line, byteOf(line, frame.column), method);
+      frame.isMade = isHandler && !frame.isSpelled && !isInTag(file->bytes, frame.line, units, frame.function);
+    }
     frames.push_back(std::move(frame));
   }
 }
 
 Frame placeOf(const std::vector<Frame>& frames) {
-  for (const Frame& frame : frames)
-    if (!isLibrary(frame.path)) return frame;
+  const auto isOwn = [](const Frame& frame) { return !isLibrary(frame.path); };
+  const auto isBest = [&](const Frame& frame) { return frame.isSpelled && isOwn(frame); };
+  auto found = std::find_if(frames.begin(), frames.end(), isBest);
+  if (found == frames.end()) found = std::find_if(frames.begin(), frames.end(), isOwn);
+  if (found != frames.end()) return *found;
   return frames.empty() ? Frame() : frames.front();
 }
 
-Frame writtenPlace(const std::vector<File>& files, const std::string& method) {
-  Frame frame;
-  if (method.empty()) return frame;
+Frame writtenPlace(const std::vector<File>& files, const std::string& method, const Frame& user) {
+  const File* best = nullptr;
+  std::size_t bestAt = 0;
+  Written bestKind = Written::none;
   for (const File& file : files) {
-    const std::string type = contentTypeOf(file.path);
-    const bool isCode = type == "text/javascript" || isPage(file.path) || type == "application/octet-stream";
-    if (!isCode || isLibrary(file.path)) continue;
-    for (std::size_t at = file.bytes.find(method); at != std::string::npos; at = file.bytes.find(method, at + 1)) {
-      const auto isWord = [&](std::size_t i) {
-        return i < file.bytes.size() &&
-               (std::isalnum(static_cast<unsigned char>(file.bytes[i])) != 0 || file.bytes[i] == '_');
-      };
-      if (at == 0 || file.bytes[at - 1] != '.' || isWord(at + method.size())) continue;
-      const std::size_t begin = file.bytes.rfind('\n', at) + 1;
-      const auto front = file.bytes.begin();
-      frame.path = file.path;
-      frame.line = 1 + static_cast<int>(std::count(front, front + static_cast<std::ptrdiff_t>(begin), '\n'));
-      frame.column = characterColumn(file.bytes.substr(begin, at - begin), INT_MAX, {});
-      return frame;
+    if (method.empty() || !isText(file) || isLibrary(file.path)) continue;
+    const std::size_t end = file.path == user.path ? beginOfLine(file.bytes, user.line) : std::string::npos;
+    for (std::size_t at = file.bytes.find(method); at < end; at = file.bytes.find(method, at + 1)) {
+      const Written kind = isWordAt(file.bytes, at, method) ? kindOf(file, at, method.size()) : Written::none;
+      if (kind >= bestKind) continue;
+      best = &file;
+      bestAt = at;
+      bestKind = kind;
     }
   }
+  Frame frame;
+  if (best == nullptr) return frame;
+  const std::size_t begin = best->bytes.rfind('\n', bestAt) + 1;
+  const auto front = best->bytes.begin();
+  frame.path = best->path;
+  frame.line = 1 + static_cast<int>(std::count(front, front + static_cast<std::ptrdiff_t>(begin), '\n'));
+  frame.column = characterColumn(best->bytes.substr(begin, bestAt - begin), INT_MAX, {});
+  frame.isSpelled = true;
   return frame;
 }
 
@@ -210,12 +329,8 @@ bool isLibrary(const std::string& path) {
 }
 
 std::string lineOf(const std::string& bytes, int line) {
-  std::size_t begin = 0;
-  for (int i = 1; i < line; ++i) {
-    begin = bytes.find('\n', begin);
-    if (begin == std::string::npos) return {};
-    ++begin;
-  }
+  const std::size_t begin = beginOfLine(bytes, line);
+  if (begin == std::string::npos) return {};
   return bytes.substr(begin, std::min(bytes.find('\n', begin), bytes.size()) - begin);
 }
 

@@ -44,12 +44,15 @@ class Places {
   std::map<std::string, Script> scripts_;
 };
 
-// The frame that a call is shown at: the innermost outside libraries; else the innermost; else none.
+// The frame that a call is shown at. The innermost outside libraries that spells the method: what stands further in is
+// a helper that many calls go through. Else the innermost outside libraries; else the innermost; else none.
 Frame placeOf(const std::vector<Frame>& frames);
 
-// Where a call of `method` is first written, outside libraries: for calls that no script makes by itself, such as texts
-// that are run by a timer, addresses of script, and what the browser calls. No path if it is nowhere.
-Frame writtenPlace(const std::vector<File>& files, const std::string& method);
+// Where a call of `method` is written, outside libraries and comments: for calls that no script of a file makes by
+// itself, such as texts that are run, templates, addresses of script, and what the browser calls. Texts and markup go
+// before functions that are passed on, these before calls; of equals the first. No path if it is nowhere. In the file
+// of `user`, which ran it, only what stands in front of that line counts.
+Frame writtenPlace(const std::vector<File>& files, const std::string& method, const Frame& user);
 
 // Whether a file is a library, as its name tells: jquery-1.8.min.js, vendor/backbone.js.
 bool isLibrary(const std::string& path);

@@ -38,14 +38,18 @@ struct Frame {
   std::string path;
   int line = 0;
   int column = 0;
+  bool isMade = false;     // by code of its own, at run time; the place is where that was done
+  bool isSpelled = false;  // the name of the method stands there
 };
 
 // A call that was made on a plug-in object. Texts are the page's: escape them when they are shown.
 struct Call {
-  std::string plugin;        // class identifier
-  std::string method;        // of one that could not be determined: with "…" where nobody knows
-  std::string arguments;     // as "1, "text", function"; at most 8, texts cut
-  Frame place;               // the innermost frame in code of the application that is no library; no path: unknown
+  std::string plugin;     // class identifier
+  std::string method;     // of one that could not be determined: with "…" where nobody knows
+  std::string arguments;  // as "1, "text", function"; at most 8, texts cut
+  // The innermost frame in code of the application that is no library, of those that spell the method if one does. For
+  // code that was made, where its text stands. No path: unknown.
+  Frame place;
   std::vector<Frame> trace;  // innermost first
 };
 

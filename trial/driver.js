@@ -14,6 +14,9 @@ const NativeMessage = MessageEvent;
 const NativeCustom = CustomEvent;
 const NativeStorage = StorageEvent;
 const NativePop = PopStateEvent;
+const NativeClipboard = ClipboardEvent;
+const NativeTransfer = DataTransfer;
+const setData = uncurried(DataTransfer.prototype.setData);
 const getInput = getterOf(HTMLInputElement.prototype, 'value');
 const setInput = uncurried(getOwnPropertyDescriptor(HTMLInputElement.prototype, 'value').set);
 const setArea = uncurried(getOwnPropertyDescriptor(HTMLTextAreaElement.prototype, 'value').set);
@@ -49,7 +52,7 @@ const mouseTypes = ('mouseover mouseenter mousemove pointerover pointerenter poi
 const plainTypes = ('focus focusin select input change submit reset search invalid toggle touchstart touchmove touchend ' +
   'dragstart drag dragenter dragover drop dragend wheel mousewheel scroll error play playing pause ended timeupdate ' +
   'loadedmetadata canplay stalled waiting volumechange animationend webkitAnimationEnd transitionend ' +
-  'webkitTransitionEnd blur focusout').split(' ');
+  'webkitTransitionEnd copy cut paste blur focusout').split(' ');
 const keyTypes = ['keydown', 'keypress', 'keyup'];
 const windowTypes = ('resize scroll focus hashchange popstate message storage online offline visibilitychange pageshow ' +
   'orientationchange error unhandledrejection deviceready blur beforeunload pagehide unload').split(' ');
@@ -76,8 +79,14 @@ const fireAt = (target, event) => {
   } catch (error) { /* a target that is none */ }
 };
 
-const plainEvent = (type) =>
-  new NativeEvent(type, {__proto__: null, bubbles: !(type in notBubbling), cancelable: true});
+const pasted = asTable('copy cut paste');
+const plainEvent = (type) => {
+  if (!(type in pasted))
+    return new NativeEvent(type, {__proto__: null, bubbles: !(type in notBubbling), cancelable: true});
+  const clipboardData = new NativeTransfer();
+  setData(clipboardData, 'text', settings.mark);
+  return new NativeClipboard(type, {__proto__: null, bubbles: true, cancelable: true, clipboardData});
+};
 const mouseEvent = (type) => new NativeMouse(type, {
   __proto__: null, bubbles: !(type in notBubbling), cancelable: true, view: page, button: 0, clientX: 10, clientY: 10,
   detail: 1});
@@ -132,7 +141,7 @@ const fillIn = (element, name) => {
   } else if (settings.world === 1 && name === 'input') {
     const type = inputType(element);
     if ((type === 'text' || type === 'search' || type === 'url' || type === 'hidden' || type === 'password') &&
-        getInput(element) === '')
+        (getInput(element) === '' || round === 1))
       setInput(element, settings.mark);
   }
 };

@@ -469,7 +469,7 @@ for (const name of ('then toJSON length window document documentElement ownerDoc
      'filters all frameElement parentWindow uniqueID sourceIndex createTextRange doScroll canHaveChildren scopeName ' +
      'tagUrn asymmetricMatch isReactComponent render constructor prototype inspect callPageFunction setInterval ' +
      'msMatchesSelector mozMatchesSelector oMatchesSelector webkitMatchesSelector matchesSelector __proto__ $$typeof ' +
-     'object componentFromPoint addBehavior removeBehavior swapNode applyElement mergeAttributes clearAttributes ' +
+     'promise object componentFromPoint addBehavior removeBehavior swapNode applyElement mergeAttributes clearAttributes ' +
      'unselectable hideFocus isContentEditable value checked disabled selected options elements files href src alt ' +
      'schedule subscribe unsubscribe lift pipe getReader peek addListener removeListener asObservable tag view closed ' +
      'defaultValue text rel method action cells rows multiple max min step indeterminate').split(' ')) {

@@ -362,6 +362,8 @@ TEST(ChromiumProcesses, AreIsolatedAndGoWithTheirParent) {
   const pid_t child = fork();
   if (child == 0) {
     const trial::Browser browser("", directory.path());
+    const std::string tab = R"({"id":1,"method":"Target.createTarget","params":{"url":"about:blank"}})";
+    (void)!write(browser.output(), tab.c_str(), tab.size() + 1);
     trial::ProcessSum sum;
     for (int i = 0; i < 300 && sum.largestRenderer < 0; ++i) {
       usleep(100'000);

@@ -41,6 +41,7 @@ TEST_F(PlacesOfStacks, AreInnermostInOwnCode) {
   EXPECT_EQ(placed(Json::array({frame("3", 5, 5), frame("1", 0, 0)})), "www/a.js:1:1");
   EXPECT_EQ(placed(Json::array({frame("4", 7, 7)})), "www/a.js:2:3");
   EXPECT_EQ(placed(Json::array({frame("5", 2, 1, "onclick")})), "www/index.html:2:15");
+  EXPECT_EQ(placed(Json::array({frame("1", 0, 0), frame("1", 1, 4)})), "www/a.js:2:5");  // through a helper
   EXPECT_EQ(placed(Json("nonsense")), ":0:0");
   EXPECT_EQ(placed(Json::array({1, Json::object(), {{"scriptId", 1}}, frame("1", -5, -5)})), "www/a.js:1:1");
 }
@@ -49,6 +50,41 @@ TEST_F(PlacesOfStacks, CodeThatMadeItselfEnds) {
   parsed("1", "", Json::array({frame("2", 0, 0)}));
   parsed("2", "", Json::array({frame("1", 0, 0), frame("2", 0, 0)}));
   EXPECT_EQ(placed(Json::array({frame("1", 0, 0)})), ":0:0");
+}
+
+TEST_F(PlacesOfStacks, TellWhatWasMade) {
+  parsed("1", server_.urlOf("www/index.html"));
+  parsed("2", "", Json::array({frame("1", 0, 0)}));
+  const auto isMade = [&](const Json& frame, const char* method) {
+    return places_.frames(Json::array({frame}), method).at(0).isMade;
+  };
+  EXPECT_TRUE(isMade(frame("2", 0, 0), "Call"));
+  EXPECT_TRUE(isMade(frame("1", 0, 1, "onclick"), "Other"));   // no tag there has one
+  EXPECT_FALSE(isMade(frame("1", 2, 0, "onclick"), "Other"));  // one that computes the name
+}
+
+TEST(WrittenPlace, IsTheBestOne) {
+  struct Row {
+    const char* code;
+    int line;  // 0: none
+    int user = 0;
+  };
+  for (const Row& row : {
+           Row{"x.Call();\ny.Call(2);", 1},
+           Row{"x.Call();\nlater(x.Call);", 2},
+           Row{"later(x.Call);\nbox.innerHTML = '<a onclick=x.Call()>';", 2},
+           Row{"// x.Call()\n/* x.Call() */ one();\n'//'; x.Call();", 3},
+           Row{"var it = 'Call';\nx.Callx(); xCall();", 0},
+           Row{"\nx.Execute('Call');", 2},
+           Row{"run('x.Call()');\nrun(text);\n'x.Call()'", 1, 2},
+           Row{"run(text);\n'x.Call()'", 0, 1},
+       }) {
+    const std::vector<trial::File> files{{"a.js", row.code}, {"vendor/b.js", "'x.Call()'"}};
+    const trial::Frame user{"", row.user == 0 ? "" : "a.js", row.user, 1};
+    EXPECT_EQ(trial::writtenPlace(files, "Call", user).line, row.line) << row.code;
+  }
+  const std::string page = "<!-- x.Call() -->\n<script>x.Call()</script>\n<b ng-click='x.Call()'>";
+  EXPECT_EQ(trial::writtenPlace({{"a.html", page}}, "Call", {}).line, 3);
 }
 
 TEST(Columns, CountCharactersOfUtf8) {
