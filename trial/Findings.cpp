@@ -34,6 +34,7 @@ Message messageOf(const std::string& text, const std::string& secret) {
   if (lines[0] == "call") message.kind = Message::Kind::call;
   if (lines[0] == "unknown") message.kind = Message::Kind::unknown;
   if (lines[0] == "navigation") message.kind = Message::Kind::navigation;
+  if (lines[0] == "broken") message.kind = Message::Kind::broken;
   return message;
 }
 

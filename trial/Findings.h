@@ -12,10 +12,10 @@ namespace trial {
 
 // What the recorder of a page told with one call.
 struct Message {
-  enum class Kind { none, call, unknown, navigation };
+  enum class Kind { none, call, unknown, navigation, broken };
 
   Kind kind = Kind::none;
-  std::string first;  // class identifier, or address
+  std::string first;  // class identifier, address, or name of a built-in that does not work
   std::string method;
   std::string arguments;
 };

@@ -23,9 +23,15 @@ constexpr int kMaxEnded = 25;
 constexpr int kMaxUnanswered = 4;
 constexpr int kMaxFailures = 40;  // of steps in a row; each that is ended is one
 constexpr int kMaxRounds = 6;
-constexpr int kMinRounds = 3;      // without long timers, with them, and with what those have made
-constexpr int kMaxDocuments = 24;  // of frames in a page
-constexpr std::size_t kMaxDrivers = 12;
+constexpr int kMinRounds = 3;             // without long timers, with them, and with what those have made
+constexpr int kMaxDocuments = 24;         // of frames in a page
+constexpr std::size_t kMaxDrivers = 40;   // of a page: frames that are written by code count, too
+constexpr std::size_t kMaxSessions = 12;  // of a page
+
+// What a driver says there was too much of.
+constexpr std::pair<unsigned, const char*> kCuts[] = {{1, "it has more elements than are tried"},
+                                                      {2, "it gave plug-ins more functions than are called"},
+                                                      {4, "it called more methods than are recorded"}};
 
 // How long a script may run: the first ones may only be slow.
 milliseconds patience(int ended) {
@@ -177,7 +183,7 @@ bool Page::take(const std::string& session, const std::string& method, const Jso
 void Page::attached(const Json& params) {
   const Json& info = objectIn(params, "targetInfo");
   const std::string session = textOf(params, "sessionId");
-  if (textOf(info, "type") == "iframe" && sessions_.size() < kMaxDrivers) return prepare(session);
+  if (textOf(info, "type") == "iframe" && sessions_.size() < kMaxSessions) return prepare(session);
   // Workers and whatever else: never started.
   if (textOf(info, "type") == "page" || textOf(info, "type") == "iframe")
     sendTo({}, "Target.closeTarget", {{"targetId", textOf(info, "targetId")}}, [](const Json&, const std::string&) {});
@@ -226,7 +232,8 @@ void Page::hear(const std::string& session, const Json& params) {
   if (textOf(params, "type") != "debug" || arguments == params.end() || !arguments->is_array() || arguments->empty())
     return;
   const std::string text = textOf(arguments->front(), "value");
-  if (text == shared_.secret + "driver" && arguments->size() == 2 && drivers_.size() < kMaxDrivers) {
+  if (text == shared_.secret + "driver" && arguments->size() == 2) {
+    if (drivers_.size() >= kMaxDrivers) return shared_.incomplete(path_, "it has more frames than are driven");
     const auto context = params.find("executionContextId");
     const std::string object = textOf(arguments->at(1), "objectId");
     if (context != params.end() && context->is_number_integer() && !object.empty())
@@ -236,6 +243,8 @@ void Page::hear(const std::string& session, const Json& params) {
   const Message message = messageOf(text, shared_.secret);
   if (message.kind == Message::Kind::navigation) {
     if (const File* file = shared_.server->fileOf(message.first)) shared_.foundPage(file->path);
+  } else if (message.kind == Message::Kind::broken) {
+    shared_.incomplete(path_, "it has made " + message.first + " useless, as if to hide what it calls");
   } else if (message.kind != Message::Kind::none) {
     const Json& stack = objectIn(params, "stackTrace");
     const auto frames = stack.find("callFrames");
@@ -301,7 +310,12 @@ void Page::answered(const std::string& state) {
   int isMore = 0;
   std::uint64_t fired = 0;
   std::uint64_t waiting = 0;
-  words >> isMore >> fired >> waiting;
+  std::uint64_t kept = 0;
+  std::uint64_t told = 0;
+  unsigned cut = 0;
+  words >> isMore >> fired >> waiting >> kept >> told >> cut;
+  for (const auto& [bit, reason] : kCuts)
+    if ((cut & bit) != 0) shared_.incomplete(path_, reason);
   if (state_ == State::settling) {
     const bool isQuiet = !words.fail() && fired == lastFired_ && Clock::now() - lastRequest_ > 2 * kPoll;
     quietPolls_ = isQuiet ? quietPolls_ + (waiting == 0 ? 2 : 1) : 0;

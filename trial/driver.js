@@ -25,7 +25,7 @@ const optionCount = getterOf(HTMLSelectElement.prototype, 'length');
 const setSelected = uncurried(getOwnPropertyDescriptor(HTMLSelectElement.prototype, 'selectedIndex').set);
 
 const maxEvents = 15000;   // of one round
-const maxAlike = 150;      // elements of one name and class that have no handler of their own
+const maxAlike = 150;      // elements of one name and class, and with the same handlers in their tags
 const stepTime = 40;
 const maxHangs = 5;        // of one phase: the time is for the others, too
 
@@ -69,6 +69,20 @@ const hasHandler = (object, type) => {
   } catch (error) {
     return false;
   }
+};
+
+const attributeNames = uncurried(Element.prototype.getAttributeNames);
+
+// What an element has in common with others that a page makes by the thousand; to ask for its handlers would compile
+// them. Other attributes count where handlers could read them.
+const kindOf = (element, name) => {
+  let key = name + ' ' + toText(classText(element));
+  const names = attributeNames(element);
+  let hasOwn = false;
+  for (let i = 0; i < names.length && !hasOwn; ++i) hasOwn = startsWith(names[i], 'on');
+  for (let i = 0; hasOwn && i < names.length; ++i)
+    key += '\n' + names[i] + '=' + slice(toText(getAttribute(element, names[i])), 0, 300);
+  return {__proto__: null, key, hasOwn};
 };
 
 let events = 0;
@@ -121,6 +135,7 @@ let round = 0;
 let phase = 0;     // elements, keys, window, callbacks, done
 let position = 0;  // in that phase
 let part = 0;      // of that position
+let cut = 0;       // what there was more of than is tried: 1 elements, 2 callbacks
 let hangs = 0;     // steps of that phase that were ended
 let isInStep = false;
 let elements = null;
@@ -152,12 +167,14 @@ const nextForElement = (element) => {
   const name = localName(element);
   if (part === 0) {
     if (name === 'select' || name === 'textarea' || name === 'input') fillIn(element, name);
-    let handlers = 0;
-    for (let i = 0; i < elementTypes.length; ++i) handlers += hasHandler(element, elementTypes[i]) ? 1 : 0;
-    if (handlers === 0 && !(name === 'a' || name === 'button')) {
-      const key = name + ' ' + toText(classText(element));
+    const {key, hasOwn} = kindOf(element, name);
+    const isMany = (alike[key] || 0) >= maxAlike;
+    if (isMany && hasOwn) return false;
+    let handlers = hasOwn ? 1 : 0;
+    for (let i = 0; handlers === 0 && i < elementTypes.length; ++i) handlers += hasHandler(element, elementTypes[i]) ? 1 : 0;
+    if (hasOwn || (handlers === 0 && !(name === 'a' || name === 'button'))) {
+      if (isMany) return false;
       alike[key] = (alike[key] || 0) + 1;
-      if (alike[key] > maxAlike) return false;
     }
   }
   while (part < elementTypes.length) {
@@ -184,7 +201,11 @@ const nextForElement = (element) => {
 };
 
 const nextElement = () => {
-  if (elements === null || position >= listLength(elements) || events > maxEvents) return false;
+  if (elements === null || position >= listLength(elements)) return false;
+  if (events > maxEvents) {
+    cut |= 1;
+    return false;
+  }
   const element = listItem(elements, position);
   let isMore = false;
   try {
@@ -268,6 +289,7 @@ const named = (name) => {
 const calledBefore = {__proto__: null};  // how often, by position
 const nextCallback = () => {
   const at = position++;
+  if (kept.length >= maxKept) cut |= 2;
   if (at >= kept.length + keptNames.length) return false;
   try {
     const callback = at < kept.length ? kept[at] : named(keptNames[at - kept.length]);
@@ -284,7 +306,58 @@ const nextCallback = () => {
   return true;
 };
 
-const phases = [nextElement, nextKey, nextWindowEvent, nextCallback];
+// ---- built-ins that a page has broken ------------------------------------------------------------------------------------
+
+// They change nothing for the recorder, but may be meant to. Each is asked as code of the page would; those that
+// libraries replace by others that work stay unnoticed.
+const probeMap = new Map([['a', 1]]);
+const probeWeak = new WeakMap([[probeMap, 1]]);
+const probeSet = new WeakSet([probeMap]);
+const probeElement = createElement(pageDocument, 'object');
+probeElement.title = 'x';
+const pluginPrototype = getPrototypeOf(HTMLObjectElement.prototype);
+const objectPrototype = HTMLObjectElement.prototype;
+const self = function () {
+  return this === probeMap;
+};
+const probes = {
+  __proto__: null,
+  'RegExp.prototype.test': () => /a/.test('ba') && !/a/.test('b'),
+  'RegExp.prototype.exec': () => /a/.exec('ba') !== null,
+  'String.prototype.indexOf': () => 'abc'.indexOf('b') === 1,
+  'String.prototype.includes': () => 'abc'.includes('b'),
+  'String.prototype.slice': () => 'abc'.slice(1) === 'bc',
+  'Array.prototype.push': () => [1].push(1) === 2,
+  'Map.prototype.get': () => probeMap.get('a') === 1 && probeMap.get('b') === undefined,
+  'WeakMap.prototype.get': () => probeWeak.get(probeMap) === 1,
+  'WeakSet.prototype.has': () => probeSet.has(probeMap) && !probeSet.has(probeWeak),
+  'Function.prototype.call': () => self.call(probeMap),
+  'Function.prototype.apply': () => self.apply(probeMap),
+  'Reflect.apply': () => page.Reflect.apply(self, probeMap, []),
+  'Object.defineProperty': () => page.Object.defineProperty({}, 'a', {value: 1}).a === 1,
+  'JSON.stringify': () => page.JSON.stringify(true) === 'true',
+  'Element.prototype.getAttribute': () => probeElement.getAttribute('title') === 'x',
+  'Error.stackTraceLimit': () => NativeError.stackTraceLimit > 0,
+  'HTMLObjectElement.prototype': () => getPrototypeOf(objectPrototype) === pluginPrototype,
+};
+const probeNames = ownKeys(probes);
+
+const nextProbe = () => {
+  const at = position++;
+  if (at >= probeNames.length) return false;
+  const name = probeNames[at];
+  let works = false;
+  try {
+    works = probes[name]() === true;
+  } catch (error) { /* it does not */ }
+  if (works || name === '') return true;
+  probeNames[at] = '';
+  tell('broken', quote(name));
+  return true;
+};
+probes[''] = () => true;
+
+const phases = [nextElement, nextKey, nextWindowEvent, nextCallback, nextProbe];
 
 const nextPhase = () => {
   ++phase;
@@ -297,7 +370,7 @@ const refresh = () => {
 };
 
 const state = () =>
-  (phase < phases.length ? '1 ' : '0 ') + fired + ' ' + waiting + ' ' + kept.length + ' ' + told + ' ' + untold;
+  (phase < phases.length ? '1 ' : '0 ') + fired + ' ' + waiting + ' ' + kept.length + ' ' + told + ' ' + (untold > 0 ? cut | 4 : cut);
 
 const driver = (command, argument) => {
   refresh();

@@ -88,7 +88,7 @@ const shownArguments = (list) => {
 // Of one method: the first calls are all told, then those that come from another place, then fewer and fewer.
 const maxTold = 40;
 const maxPlaced = 5000;
-const maxMethods = 5000;
+const maxMethods = 2000;
 const counts = new Map();
 const placesOf = new Map();
 let isPlacing = false;

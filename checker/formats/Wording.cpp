@@ -160,6 +160,18 @@ std::string restOfNotChecked(const ApplicationReport& report) {
   return "and " + counted(report.notChecked.size() - kMaxNotCheckedLines, "other part", "other parts");
 }
 
+std::string trialShareOf(const ApplicationReport& report) {
+  std::uint64_t functions = 0;
+  std::uint64_t run = 0;
+  for (const Coverage& file : report.coverage) {
+    functions += file.functions;
+    run += std::min(file.functionsRun, file.functions);
+  }
+  if (functions == 0) return "";
+  return std::to_string(run) + " of " + counted(functions, "function", "functions") + " ran (" +
+         std::to_string(static_cast<int>(100.0 * static_cast<double>(run) / static_cast<double>(functions))) + " %)";
+}
+
 std::string verdictOn(const ApplicationReport& report) {
   const std::string excused =
       notCounted(countOf(report, Finding::Status::accepted), countOf(report, Finding::Status::known),

@@ -45,6 +45,9 @@ constexpr std::size_t kMaxNotCheckedLines = 1000;
 // "and 12 other parts"; empty if all are shown.
 std::string restOfNotChecked(const ApplicationReport& report);
 
+// "12 of 30 functions ran (40 %)": of those in the files that a trial could load; empty without a trial.
+std::string trialShareOf(const ApplicationReport& report);
+
 // Counts over the applications of a run.
 struct Totals {
   std::size_t applications = 0;

@@ -185,7 +185,8 @@ TEST(Text, SaysWhatIsKnownInOneLine) {
   }
   const std::string text = written(Format::text, {everythingWith(kHostile), reportWith("b", {}, {}, "gone")}, {}, true);
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'),
-            9);  // calls, what was not checked, verdicts, summary, interrupt
+            10);  // calls, what was not checked, the trial's share, verdicts, summary, interrupt
+  EXPECT_NE(text.find(": 3 of 4 functions ran (75 %)\n"), std::string::npos);
   EXPECT_EQ(text.find_first_of("\x1b\r\t"), std::string::npos);
   EXPECT_EQ(text.find("\xE2\x80\xAE"), std::string::npos);
   EXPECT_NE(

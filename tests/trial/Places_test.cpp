@@ -121,6 +121,7 @@ TEST_F(PlacesOfStacks, CallsAreToldOncePerPlaceAndMarksAreHidden) {
   add(trial::Message::Kind::call, "B", "1", 1);
   add(trial::Message::Kind::call, "A", "", 1);
   add(trial::Message::Kind::call, "B", "\"MARK\"", 0);
+  add(trial::Message::Kind::call, "Get", "", 0);  // the next one, with nothing put in
   add(trial::Message::Kind::unknown, "GetMARK", "", 0);
   add(trial::Message::Kind::unknown, "MARKGet", "", 0);
   std::string text;
@@ -132,7 +133,7 @@ TEST_F(PlacesOfStacks, CallsAreToldOncePerPlaceAndMarksAreHidden) {
   for (int i = 0; i < 6000; ++i)
     add(trial::Message::Kind::call, std::to_string(i).c_str(), "", 0);
   EXPECT_TRUE(findings.isCut());
-  EXPECT_EQ(findings.calls().size(), 5000U);
+  EXPECT_EQ(findings.calls().size(), 4999U);  // without "Get"
 }
 
 TEST_F(PlacesOfStacks, CoverageAddsUpAndStandsNonsense) {
