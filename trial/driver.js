@@ -314,7 +314,7 @@ const probeMap = new Map([['a', 1]]);
 const probeWeak = new WeakMap([[probeMap, 1]]);
 const probeSet = new WeakSet([probeMap]);
 const probeElement = createElement(pageDocument, 'object');
-probeElement.title = 'x';
+uncurried(Element.prototype.setAttribute)(probeElement, 'title', 'x');
 const pluginPrototype = getPrototypeOf(HTMLObjectElement.prototype);
 const objectPrototype = HTMLObjectElement.prototype;
 const self = function () {
