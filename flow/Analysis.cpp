@@ -32,6 +32,8 @@ Analysis::Analysis(std::vector<File> given, const Database& documented, const Li
   objectProto = newObject(Class::plain, {});
   addCoreModels(*this);
   addDomModels(*this);
+  addModuleModels(*this);
+  addTemplateModels(*this);
   addLibraryModels(*this);
 }
 
@@ -140,8 +142,7 @@ void Analysis::runUnreached() {
     }
     const std::uint32_t unit = unitOfFile(i, looksLikeModule(text));
     if (unit == kNone) continue;
-    if (units[unit].isModule || text.find("module.exports") != std::string::npos ||
-        text.find("exports.") != std::string::npos)
+    if (units[unit].isModule || looksLikeCommonJs(text))
       moduleExports(realm, i, units[unit].isModule);
     else
       runScript(unit, realm, single(realms[realm].window));
@@ -360,9 +361,9 @@ ObjectId Analysis::moduleExports(std::uint32_t realm, std::uint32_t file, bool i
   const auto found = modules.find(key);
   if (found != modules.end()) return found->second;
   modules[key] = kNobody;
-  const bool isModule = isEs || looksLikeModule(files[file].bytes);
-  const std::uint32_t unit = unitOfFile(file, true);
-  (void)isModule;
+  // What a module loader loads and is no module shares its variables with all.
+  const std::string& text = files[file].bytes;
+  const std::uint32_t unit = unitOfFile(file, isEs || looksLikeModule(text) || looksLikeCommonJs(text));
   if (unit == kNone) return kNobody;
   filesRun.insert(file);
   const Where where{unit, 0};

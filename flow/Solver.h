@@ -97,6 +97,8 @@ class Solver {
   std::size_t maxNodes = 1'500'000;
   std::uint64_t maxSteps = 30'000'000;
   std::function<bool()> isTimeUp;
+  std::uint64_t steps() const { return steps_; }
+  bool isHalfSpent() const { return steps_ > maxSteps / 2 || nodes_.size() > maxNodes / 2; }
   bool isSpent() const { return isSpent_; }
   void spend() { isSpent_ = true; }
 

@@ -115,6 +115,11 @@ bool looksLikeModule(std::string_view text) {
   return false;
 }
 
+bool looksLikeCommonJs(std::string_view text) {
+  const auto has = [&](std::string_view word) { return text.find(word) != std::string_view::npos; };
+  return has("module.exports") || has("exports.") || has("exports[") || (has("require(") && !has("define("));
+}
+
 std::string libraryOf(std::string_view text) {
   if (text.size() < 1500) return {};
   const std::string_view head = text.substr(0, 700);

@@ -19,6 +19,9 @@ bool isScriptPath(std::string_view path);
 // Whether it has the statements of a module.
 bool looksLikeModule(std::string_view text);
 
+// Whether it asks for modules, or gives what it exports, by the names that CommonJS has for that.
+bool looksLikeCommonJs(std::string_view text);
+
 // The well-known library that the script is, with its version; empty if it is none. Such a script is not analysed: what
 // it does stands in the models. A bundle with application code behind a library is none.
 std::string libraryOf(std::string_view text);
