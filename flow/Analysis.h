@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <deque>
 #include <functional>
 #include <map>
@@ -15,6 +14,7 @@
 #include "flow/Flow.h"
 #include "flow/Heap.h"
 #include "flow/Pages.h"
+#include "flow/Relevance.h"
 #include "flow/Scopes.h"
 #include "flow/Solver.h"
 
@@ -138,6 +138,7 @@ struct Realm {
   ObjectId location = kNobody;
   NodeId messages = 0;
   bool isReached = true;
+  bool hasFrames = false;
 };
 
 // What a module loader was configured with.
@@ -245,6 +246,16 @@ class Analysis {
 
   std::uint32_t newRealm(std::uint32_t page);
   void loadPage(std::uint32_t page);
+  void loadScript(std::uint32_t realm, const PageElement& element);
+  void loadScriptFile(std::uint32_t realm, std::uint32_t file, bool isModule);
+  void loadMainModule(std::uint32_t realm, const std::string& name);
+  void loadAttribute(std::uint32_t realm, std::uint32_t index, const PageAttribute& attribute);
+  bool loadScriptUrl(std::uint32_t realm, const PageAttribute& attribute);
+  void loadFrame(ObjectId element, const std::string& source, const std::string& name);
+  void linkTopPages();
+  void runInPage(std::uint32_t realm, const std::string& code, std::uint32_t base, bool isExact, bool isLocal,
+                 NodeId self);
+  void runModuleInPage(std::uint32_t realm, const PageElement& element);
   ObjectId elementObject(std::uint32_t realm, std::uint32_t index);
   ObjectId makeElement(std::uint32_t realm, const std::string& tag, Where where);
   NodeId idNode(std::uint32_t realm, Name id);
@@ -299,6 +310,8 @@ class Analysis {
   std::unordered_map<Name, NodeId> services;           // what dependency injection hands out
   std::set<std::pair<std::string, std::string>> notRead;
   std::set<std::uint32_t> libraryFiles;
+  std::vector<std::string> pluginIds;             // of the pages' elements
+  std::map<std::uint32_t, Relevance> relevances;  // of script files
   Result result;
   Database database;
   Limits limits;
@@ -317,6 +330,7 @@ class Analysis {
   void prepare();
   void loadFiles();
   void runPages();
+  void chooseScripts();
   void runUnreached();
   bool enterUncalled();
   bool linkGlobals();
@@ -324,8 +338,6 @@ class Analysis {
   void finish();
   void addUnit(Unit& unit, bool isModule);
   std::size_t parsedBytes_ = 0;
-  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-  std::size_t uncalledNext_ = 0;
   friend struct ReportMaker;
 };
 

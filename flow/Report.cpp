@@ -230,7 +230,7 @@ struct ReportMaker {
 
   // Whether two values that are in one node met where the graph is coarser than the program: in a function, a list or a
   // table that many use, and not in a variable or property that the program gives the one or the other.
-  bool isMixed(NodeId node, Value one, Value other) {
+  bool isMixed(NodeId node, Value one, Value other) const {
     for (std::size_t i = 0; i < kMaxSteps; ++i) {
       const NodeId from = origin(node, one);
       if (from == 0 || from != origin(node, other) || !a.solver.has(from, one) || !a.solver.has(from, other)) break;
@@ -249,7 +249,7 @@ struct ReportMaker {
   }
 
   // A call that another object explains, which came the same way by accident.
-  bool isExplained(const Recorded& recorded) {
+  bool isExplained(const Recorded& recorded) const {
     if (recorded.value != recorded.element) return false;
     const auto& values = a.solver.values(recorded.from);
     return std::any_of(values.begin(), values.end(), [&](const Arrival& other) {

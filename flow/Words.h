@@ -14,6 +14,13 @@ bool namesPlugin(std::string_view text, const std::vector<std::string>& identifi
 // Whether one of these words stands in it, not as a part of another.
 bool namesAny(std::string_view text, const std::vector<std::string>& words);
 
+// Whether script in it may mean an element by one of these ids: as a text, or as a global with something behind it.
+bool namesIds(std::string_view text, const std::vector<std::string>& ids);
+
+// Whether it does so without doubt: in a look-up, or as a global with a method of a plug-in. For scripts that have
+// words like "video" anyway.
+bool looksUpIds(std::string_view text, const std::vector<std::string>& ids);
+
 bool isScriptPath(std::string_view path);
 
 // Whether it has the statements of a module.
