@@ -23,15 +23,14 @@ Analysis::Analysis(std::vector<File> given, const Database& documented, const Li
            name("%resolved"), name("default"),     name("exports"), name("arguments"), name("%keys")};
   solver.maxNodes = limits.nodes;
   solver.maxSteps = limits.steps;
-  solver.isTimeUp = [this] {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count() > limits.seconds;
-  };
   arrayProto = newObject(Class::plain, {});
   functionProto = newObject(Class::plain, {});
   stringProto = newObject(Class::plain, {});
   objectProto = newObject(Class::plain, {});
   addCoreModels(*this);
   addDomModels(*this);
+  addModuleModels(*this);
+  addTemplateModels(*this);
   addLibraryModels(*this);
 }
 
@@ -109,30 +108,44 @@ void Analysis::prepare() {
 void Analysis::runPages() {
   for (std::uint32_t i = 0; i < pages.size(); ++i)
     newRealm(i);
+  for (const ElementInfo& element : elements)
+    if (!element.plugins.empty())
+      for (const Name id : element.ids)
+        if (names.text(id).size() > 2) pluginIds.push_back(names.text(id));
+  chooseScripts();
   for (std::uint32_t i = 0; i < pages.size(); ++i)
     loadPage(i);
-  // A page that no other shows is its own parent.
-  for (const Realm& realm : realms)
-    for (const char* up : {"parent", "top"})
-      if (const NodeId node = property(realm.window, names.of(up)).node; solver.isEmpty(node))
-        solver.add(node, realm.window);
+  linkTopPages();
+}
+
+// Which script files are read at all.
+void Analysis::chooseScripts() {
+  std::vector<Script> scripts;
+  std::vector<std::uint32_t> numbers;
+  for (std::uint32_t i = 0; i < files.size(); ++i) {
+    if (!isScriptPath(files[i].path) || looksLikePage(files[i].path, files[i].bytes)) continue;
+    const std::string_view path = files[i].path;
+    std::string_view name = path.substr(path.rfind('/') + 1);
+    name = name.substr(0, name.find('.'));
+    scripts.push_back({files[i].bytes, false, !libraryOf(files[i].bytes).empty(), name});
+    numbers.push_back(i);
+  }
+  for (const Page& page : pages)
+    scripts.push_back({files[page.file].bytes, true, false, {}});
+  const std::vector<Relevance> found = relevanceOf(scripts, database.identifiers, pluginIds);
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    relevances[numbers[i]] = found[i];
+    if (found[i] == Relevance::none && !scripts[i].isLibrary) files[numbers[i]].bytes = std::string();
+  }
 }
 
 // Scripts that no page loads, and that have to do with plug-ins: in a world of their own, with the elements of all.
 void Analysis::runUnreached() {
-  const auto words = [this] {
-    std::vector<std::string> ids;
-    for (const ElementInfo& element : elements)
-      if (!element.plugins.empty())
-        for (const Name id : element.ids)
-          ids.push_back(names.text(id));
-    return ids;
-  }();
   std::uint32_t realm = kNone;
   for (std::uint32_t i = 0; i < files.size(); ++i) {
     if (filesRun.count(i) || !isScriptPath(files[i].path) || looksLikePage(files[i].path, files[i].bytes)) continue;
     const std::string& text = files[i].bytes;
-    if (!namesPlugin(text, database.identifiers) && !namesAny(text, words)) continue;
+    if (!namesPlugin(text, database.identifiers) && !namesAny(text, pluginIds)) continue;
     filesRun.insert(i);
     if (realm == kNone) {
       realm = newRealm(kNone);
@@ -140,8 +153,7 @@ void Analysis::runUnreached() {
     }
     const std::uint32_t unit = unitOfFile(i, looksLikeModule(text));
     if (unit == kNone) continue;
-    if (units[unit].isModule || text.find("module.exports") != std::string::npos ||
-        text.find("exports.") != std::string::npos)
+    if (units[unit].isModule || looksLikeCommonJs(text))
       moduleExports(realm, i, units[unit].isModule);
     else
       runScript(unit, realm, single(realms[realm].window));
@@ -217,6 +229,8 @@ bool Analysis::enterUncalled() {
       const ObjectId function = closureObjects[i];
       const Closure closure = closures[objects[function].a];
       if (closure.isEntered || closure.constructs != kNone || units[closure.unit].isModel) continue;
+      const auto relevance = relevances.find(units[closure.unit].file);
+      if (relevance != relevances.end() && relevance->second == Relevance::shared) continue;
       const bool isClass = closure.klass != kNone;
       bool hasMethods = isClass;
       const auto prototype = objects[function].index.find(known.prototype);
@@ -272,8 +286,10 @@ std::uint32_t Analysis::unitOfFile(std::uint32_t file, bool isModule) {
   if (!library.empty()) {
     result.libraries.push_back({library, files[file].path});
     libraryFiles.insert(file);
-    return kNone;
   }
+  // Of a library, what was put into it besides is the application's.
+  const auto relevance = relevances.find(file);
+  if (relevance != relevances.end() && relevance->second == Relevance::none) return kNone;
   if (text.size() >= 2 && text[0] == '\x1f' && text[1] == '\x8b') {
     notRead.emplace(files[file].path, "a compressed script");
     return kNone;
@@ -360,9 +376,9 @@ ObjectId Analysis::moduleExports(std::uint32_t realm, std::uint32_t file, bool i
   const auto found = modules.find(key);
   if (found != modules.end()) return found->second;
   modules[key] = kNobody;
-  const bool isModule = isEs || looksLikeModule(files[file].bytes);
-  const std::uint32_t unit = unitOfFile(file, true);
-  (void)isModule;
+  // What a module loader loads and is no module shares its variables with all.
+  const std::string& text = files[file].bytes;
+  const std::uint32_t unit = unitOfFile(file, isEs || looksLikeModule(text) || looksLikeCommonJs(text));
   if (unit == kNone) return kNobody;
   filesRun.insert(file);
   const Where where{unit, 0};

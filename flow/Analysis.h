@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <deque>
 #include <functional>
 #include <map>
@@ -15,6 +14,7 @@
 #include "flow/Flow.h"
 #include "flow/Heap.h"
 #include "flow/Pages.h"
+#include "flow/Relevance.h"
 #include "flow/Scopes.h"
 #include "flow/Solver.h"
 
@@ -73,6 +73,12 @@ struct Activation {
   ObjectId module = kNobody;  // of a module: its `module` object
   std::vector<NodeId> parameters;
   std::vector<NodeId> variables;
+  NodeId scope = 0;         // of a template: the object whose properties are names in it
+  bool isInstance = false;  // called with `new`: `this` is an instance of it
+  int argumentCount = -1;   // where all calls that it is read for have as many
+  // Of one round of a loop over names or values: the variable that the loop writes, which is declared further out.
+  std::uint64_t loopVariable = 0;
+  NodeId loopValue = 0;
 };
 
 struct Arguments {
@@ -132,6 +138,13 @@ struct Realm {
   ObjectId location = kNobody;
   NodeId messages = 0;
   bool isReached = true;
+  bool hasFrames = false;
+};
+
+// What a module loader was configured with.
+struct ModuleSettings {
+  std::map<std::string, std::string> aliases;  // name, or its beginning, to path or name
+  std::set<std::string> bases;                 // folders that names count from
 };
 
 struct Recorded {
@@ -144,6 +157,13 @@ struct Recorded {
   Args args;
   bool isNameKnown = true;
   NodeId first = 0;  // argument, where it names the method
+};
+
+// A call with arguments: of a function, or of a method of what `callee` holds.
+struct Handed {
+  Site site;
+  NodeId callee = 0;
+  Args args;
 };
 
 class Analysis {
@@ -199,6 +219,7 @@ class Analysis {
   void assignProperties(Where where, ActId act, NodeId from, Value to);
   NodeId concatenate(Where where, NodeId left, NodeId right);
   NodeId awaited(Where where, NodeId value);
+  void throwRejected(NodeId promise, NodeId thrown);
   NodeId argument(const Args& args, std::size_t index, Where where);
   Args makeArgs(std::vector<NodeId> nodes) const;
   void construct(const Site& site, ObjectId function, NodeId self, Value selfValue, const Args& args, NodeId result);
@@ -210,7 +231,7 @@ class Analysis {
               std::uint32_t salt = 0);
 
   // Runs code: the script of a unit in a realm.
-  ActId runScript(std::uint32_t unit, std::uint32_t realm, NodeId self, ActId env = kNobody);
+  ActId runScript(std::uint32_t unit, std::uint32_t realm, NodeId self, NodeId scope = 0);
   void build(ActId act);  // reads the body (Body.cpp)
   ObjectId closureObject(std::uint32_t unit, DefIndex def, ActId env, Where where);
 
@@ -225,6 +246,16 @@ class Analysis {
 
   std::uint32_t newRealm(std::uint32_t page);
   void loadPage(std::uint32_t page);
+  void loadScript(std::uint32_t realm, const PageElement& element);
+  void loadScriptFile(std::uint32_t realm, std::uint32_t file, bool isModule);
+  void loadMainModule(std::uint32_t realm, const std::string& name);
+  void loadAttribute(std::uint32_t realm, std::uint32_t index, const PageAttribute& attribute);
+  bool loadScriptUrl(std::uint32_t realm, const PageAttribute& attribute);
+  void loadFrame(ObjectId element, const std::string& source, const std::string& name);
+  void linkTopPages();
+  void runInPage(std::uint32_t realm, const std::string& code, std::uint32_t base, bool isExact, bool isLocal,
+                 NodeId self);
+  void runModuleInPage(std::uint32_t realm, const PageElement& element);
   ObjectId elementObject(std::uint32_t realm, std::uint32_t index);
   ObjectId makeElement(std::uint32_t realm, const std::string& tag, Where where);
   NodeId idNode(std::uint32_t realm, Name id);
@@ -236,6 +267,7 @@ class Analysis {
   void runText(const std::string& text, const Where& where, std::uint32_t realm, NodeId result, ActId act);
   void loadModels(std::uint32_t realm, std::string_view of);  // those of the libraries that a text has
   Site placeOutsideModels(Site site) const;
+  bool isSpelledInModel(const Site& site, const std::string& method) const;
   bool isElementMember(const std::string& name) const;
 
   // ---- State ------------------------------------------------------------------------------------------------------
@@ -253,7 +285,8 @@ class Analysis {
   std::vector<Page> pages;
   std::deque<File> files;  // models come as further ones
   std::vector<Recorded> recorded;
-  std::vector<Recorded> handed;  // plug-ins that are given to code nobody knows
+  std::vector<Handed> handed;
+  std::vector<std::pair<Site, NodeId>> textsRun;  // by eval and its like
   std::map<std::string, Native> natives;
   std::vector<Native> nativeTable;
   std::unordered_map<std::string, ObjectId> nativeObjects;
@@ -262,11 +295,12 @@ class Analysis {
   std::unordered_map<std::uint64_t, ActId> actByKey;
   std::unordered_map<std::uint64_t, ObjectId> objectByKey;
   std::unordered_map<std::uint64_t, ObjectId> methodByKey;
-  std::vector<ObjectId> closureObjects;  // functions, in the order in which they came
+  std::set<std::pair<ObjectId, ObjectId>> instancesOf;  // objects with the functions that `new` made them with
+  std::vector<ObjectId> closureObjects;                 // functions, in the order in which they came
   std::map<std::pair<std::uint32_t, std::uint32_t>, ObjectId> modules;
-  std::map<std::pair<std::uint32_t, Name>, ObjectId> namedModules;
+  std::map<std::pair<std::uint32_t, Name>, NodeId> namedModules;  // their exports, by realm and name
   std::set<std::pair<std::uint32_t, std::string>> modelsLoaded;
-  std::map<std::string, std::string> moduleAliases;
+  ModuleSettings moduleSettings;
   std::set<std::uint32_t> filesRun;
   std::map<std::uint32_t, std::uint32_t> unitByFile;
   std::map<std::string, std::uint32_t> unitByText;
@@ -276,6 +310,8 @@ class Analysis {
   std::unordered_map<Name, NodeId> services;           // what dependency injection hands out
   std::set<std::pair<std::string, std::string>> notRead;
   std::set<std::uint32_t> libraryFiles;
+  std::vector<std::string> pluginIds;             // of the pages' elements
+  std::map<std::uint32_t, Relevance> relevances;  // of script files
   Result result;
   Database database;
   Limits limits;
@@ -294,6 +330,7 @@ class Analysis {
   void prepare();
   void loadFiles();
   void runPages();
+  void chooseScripts();
   void runUnreached();
   bool enterUncalled();
   bool linkGlobals();
@@ -301,13 +338,13 @@ class Analysis {
   void finish();
   void addUnit(Unit& unit, bool isModule);
   std::size_t parsedBytes_ = 0;
-  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-  std::size_t uncalledNext_ = 0;
   friend struct ReportMaker;
 };
 
 void addCoreModels(Analysis& analysis);
 void addDomModels(Analysis& analysis);
+void addModuleModels(Analysis& analysis);
+void addTemplateModels(Analysis& analysis);
 void addLibraryModels(Analysis& analysis);
 void makeReport(Analysis& analysis);
 

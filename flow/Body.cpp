@@ -10,6 +10,7 @@ namespace flow {
 namespace {
 
 constexpr int kMaxNesting = 420;  // of what is read by calling ourselves
+constexpr std::size_t kMaxHanded = 200'000;
 
 class Body {
  public:
@@ -26,6 +27,7 @@ class Body {
     state_.defs.assign(def_.variables.size(), 0);
     act_.variables.assign(def_.variables.size(), 0);
     const Where where = at(def_.ast);
+    if (const NodeId scope = scopeAround()) withs_.push_back(scope);
     const bool hasSelf = def_.what != Def::What::arrow && def_.what != Def::What::loopBody;
     if (hasSelf && act_.self == 0) act_.self = s_.make(where, Step::none);
     if (act_.result == 0) act_.result = s_.make(where, Step::result, def_.name);
@@ -42,6 +44,7 @@ class Body {
     if (def_.usesArguments && hasSelf) {
       act_.argumentsArray = a_.newObject(Class::array, where);
       act_.argumentsObject = made(where, act_.argumentsArray);
+      if (act_.closure != kNobody) s_.add(a_.property(act_.argumentsArray, a_.names.of("callee")).node, act_.closure);
     }
     takeParameters();
     for (const Ast ast : def_.functions)
@@ -91,6 +94,13 @@ class Body {
     return node;
   }
 
+  // The object whose properties are names in a template, and in the functions inside it.
+  NodeId scopeAround() const {
+    for (ActId at = id_; at != kNobody; at = a_.acts[at].env)
+      if (a_.acts[at].scope != 0) return a_.acts[at].scope;
+    return 0;
+  }
+
   Name nameOf(Ast ast) { return a_.names.of(unit_.textOf(ast)); }
 
   // ---- variables ----------------------------------------------------------------------------------------------------
@@ -126,10 +136,43 @@ class Body {
     return a_.acts[at].module;
   }
 
+  // Names a variable that is declared further out than a loop. Never 0.
+  static std::uint64_t loopKey(const VariableRef& ref, Name name) {
+    return (static_cast<std::uint64_t>(ref.def) << 32 | (ref.def == kNone ? name : ref.slot)) + 1;
+  }
+
+  // The round of a loop around that writes the variable, if there is one.
+  Activation* roundOf(const VariableRef& ref, Name name) {
+    const std::uint64_t key = loopKey(ref, name);
+    for (ActId at = id_; at != kNobody && a_.acts[at].unit == act_.unit && a_.acts[at].def != ref.def;
+         at = a_.acts[at].env)
+      if (a_.acts[at].loopVariable == key) return &a_.acts[at];
+    return nullptr;
+  }
+
+  // What a round of a loop reads is what that round was made for, and not what other rounds write.
+  void keepLoopVariable(Ast left, NodeId value) {
+    if (nodes_[left].kind != Kind::identifier) left = soleName(left);
+    if (left == 0) return;
+    const std::uint32_t link = unit_.link[left];
+    const VariableRef ref = link < unit_.refs.size() ? unit_.refs[link] : VariableRef();
+    if (ref.def == act_.def) return;
+    act_.loopVariable = loopKey(ref, nameOf(left));
+    act_.loopValue = value;
+  }
+
+  // The identifier of `var name`, or 0.
+  Ast soleName(Ast ast) const {
+    while (ast != 0 && (nodes_[ast].kind == Kind::variableDeclaration || nodes_[ast].kind == Kind::variableDeclarator))
+      ast = firstChild(nodes_, ast);
+    return ast != 0 && nodes_[ast].kind == Kind::identifier ? ast : 0;
+  }
+
   NodeId readVariable(Ast ast) {
     const std::uint32_t link = unit_.link[ast];
     const VariableRef ref = link < unit_.refs.size() ? unit_.refs[link] : VariableRef();
     const Name name = nameOf(ast);
+    if (const Activation* round = roundOf(ref, name)) return round->loopValue;
     if (ref.def == kNone) return readGlobal(ast, name);
     if (ref.def == act_.def) {
       const Variable& variable = def_.variables[ref.slot];
@@ -161,11 +204,11 @@ class Body {
     return a_.readNode(window(), name);
   }
 
-  void assign(Ast ast, NodeId value, bool isDeclaration = false) {
+  void assign(Ast ast, NodeId value) {
     const std::uint32_t link = unit_.link[ast];
     const VariableRef ref = link < unit_.refs.size() ? unit_.refs[link] : VariableRef();
     const Name name = nameOf(ast);
-    (void)isDeclaration;
+    if (Activation* round = roundOf(ref, name)) round->loopValue = either(ast, round->loopValue, value);
     if (ref.def == kNone) {
       a_.writeValue(at(ast), id_, window(), name, value, 0);
       return;
@@ -199,6 +242,7 @@ class Body {
       const NodeId node = s_.make(at(def_.parameters), Step::parameter, nameOf(def_.parameters));
       act_.parameters.push_back(node);
       pattern(def_.parameters, node);
+      keepLoopVariable(def_.parameters, node);
       return;
     }
     if (nodes_[def_.parameters].kind != Kind::formalParameters) {
@@ -432,13 +476,55 @@ class Body {
     if (value == 0) return;
     const NodeId node = expression(value);
     if (nodes_[name].kind == Kind::identifier)
-      assign(name, node, true);
+      assign(name, node);
     else
       pattern(name, node);
   }
 
+  enum class Truth { unknown, always, never };
+
+  static Truth truthOf(bool isTrue) { return isTrue ? Truth::always : Truth::never; }
+
+  // Conditions that the way in which the function is called decides: whether it is called with `new`, and with how
+  // many arguments.
+  Truth decided(Ast ast) {
+    while (ast != 0 && nodes_[ast].kind == Kind::parenthesizedExpression)
+      ast = firstChild(nodes_, ast);
+    if (ast == 0) return Truth::unknown;
+    if (nodes_[ast].kind == Kind::unaryExpression && unit_.text[nodes_[ast].begin] == '!') {
+      const Truth inner = decided(childIn(nodes_, ast, Field::argument));
+      return inner == Truth::unknown ? inner : truthOf(inner == Truth::never);
+    }
+    return nodes_[ast].kind == Kind::binaryExpression ? decidedBinary(ast) : Truth::unknown;
+  }
+
+  Truth decidedBinary(Ast ast) {
+    const Ast left = childIn(nodes_, ast, Field::left);
+    const Ast right = childIn(nodes_, ast, Field::right);
+    if (left == 0 || right == 0 || nodes_[right].begin <= nodes_[left].end) return Truth::unknown;
+    std::string sign(std::string_view(unit_.text).substr(nodes_[left].end, nodes_[right].begin - nodes_[left].end));
+    sign.erase(std::remove(sign.begin(), sign.end(), ' '), sign.end());
+    const Activation& of = a_.acts[function(true)];
+    if (sign == "instanceof" && nodes_[left].kind == Kind::thisWord && of.isInstance) return Truth::always;
+    if (of.argumentCount < 0 || unit_.textOf(left) != "arguments.length" || nodes_[right].kind != Kind::number)
+      return Truth::unknown;
+    const double count = of.argumentCount;
+    const double other = std::strtod(std::string(unit_.textOf(right)).c_str(), nullptr);
+    if (sign == ">") return truthOf(count > other);
+    if (sign == ">=") return truthOf(count >= other);
+    if (sign == "<") return truthOf(count < other);
+    if (sign == "<=") return truthOf(count <= other);
+    if (sign == "===" || sign == "==") return truthOf(count == other);
+    if (sign == "!==" || sign == "!=") return truthOf(count != other);
+    return Truth::unknown;
+  }
+
   void ifStatement(Ast ast) {
-    expression(childIn(nodes_, ast, Field::condition));
+    const Ast condition = childIn(nodes_, ast, Field::condition);
+    expression(condition);
+    const Truth truth = decided(condition);
+    if (truth == Truth::always) return statement(childIn(nodes_, ast, Field::consequence));
+    if (truth == Truth::never) return statement(childIn(nodes_, ast, Field::alternative));
     const State before = state_;
     statement(childIn(nodes_, ast, Field::consequence));
     const State then = state_;
@@ -685,7 +771,7 @@ class Body {
     switch (node.kind) {
       case Kind::identifier:
       case Kind::shorthandPattern:
-        return assign(ast, value, true);
+        return assign(ast, value);
       case Kind::parenthesizedExpression:
         return pattern(firstChild(nodes_, ast), value);
       case Kind::assignmentPattern:
@@ -731,7 +817,7 @@ class Body {
       case Kind::shorthandPattern:
       case Kind::shorthandProperty:
         a_.read(at(part), id_, value, 0, nameOf(part), got);
-        return assign(part, got, true);
+        return assign(part, got);
       case Kind::objectAssignmentPattern: {
         const Ast left = childIn(nodes_, part, Field::left);
         if (left == 0) return;
@@ -840,8 +926,11 @@ class Body {
         return chain(ast);
       case Kind::newExpression:
         return newExpression(ast);
-      case Kind::awaitExpression:
-        return a_.awaited(at(ast), expression(firstChild(nodes_, ast)));
+      case Kind::awaitExpression: {
+        const NodeId promise = expression(firstChild(nodes_, ast));
+        a_.throwRejected(promise, thrown());
+        return a_.awaited(at(ast), promise);
+      }
       case Kind::yieldExpression:
         return yieldExpression(ast);
       case Kind::assignmentExpression:
@@ -1024,8 +1113,10 @@ class Body {
     std::uint32_t from = nodes_[ast].begin;
     std::size_t index = 0;
     bool isSpread = false;
+    std::size_t count = 0;
     for (Ast child = ast + 1; child < nodes_[ast].last; child = nodes_[child].last) {
       index += commasBefore(ast, child, from);
+      count = index + 1;
       from = nodes_[child].end;
       const NodeId value = expression(child);
       if (nodes_[child].kind == Kind::spreadElement) {
@@ -1038,7 +1129,7 @@ class Body {
         s_.edge(value, a_.defineProperty(made, a_.names.of(std::to_string(index)), true));
       }
     }
-    if (!isSpread) a_.objects[made].b = static_cast<std::uint32_t>(index + 1);
+    if (!isSpread) a_.objects[made].b = static_cast<std::uint32_t>(count);
     return this->made(at(ast), made);
   }
 
@@ -1120,7 +1211,11 @@ class Body {
   }
 
   NodeId ternary(Ast ast) {
-    expression(childIn(nodes_, ast, Field::condition));
+    const Ast condition = childIn(nodes_, ast, Field::condition);
+    expression(condition);
+    const Truth truth = decided(condition);
+    if (truth != Truth::unknown)
+      return expression(childIn(nodes_, ast, truth == Truth::always ? Field::consequence : Field::alternative));
     const State before = state_;
     const NodeId left = expression(childIn(nodes_, ast, Field::consequence));
     const State then = state_;
@@ -1239,7 +1334,9 @@ class Body {
     const NodeId callee = expression(childIn(nodes_, ast, Field::constructor));
     const Args args = arguments(childIn(nodes_, ast, Field::arguments));
     const NodeId result = s_.make(at(ast), Step::result);
-    a_.call({at(ast), at(ast), id_, 0}, callee, 0, args, result, true);
+    const Site site{at(ast), at(ast), id_, 0};
+    a_.call(site, callee, 0, args, result, true);
+    handOver(site, callee, args);
     return result;
   }
 
@@ -1324,7 +1421,11 @@ class Body {
     return value;
   }
 
-  void handOver(const Site&, NodeId, const Args&) {}
+  // Kept for the report: whether anybody knows what is called shows in the end only.
+  void handOver(const Site& site, NodeId callee, const Args& args) {
+    if (!args->nodes.empty() && !unit_.isModel && a_.handed.size() < kMaxHanded)
+      a_.handed.push_back({site, callee, args});
+  }
 
   NodeId plainCall(Ast ast, NodeId callee, Ast base) {
     const Args args = arguments(childIn(nodes_, ast, Field::arguments));
@@ -1334,6 +1435,7 @@ class Body {
     if (base != 0 && nodes_[base].kind == Kind::identifier && !withs_.empty()) self = withs_.back();
     if (self == 0) self = a_.single(window());
     a_.call(site, callee, self, args, result);
+    handOver(site, callee, args);
     return result;
   }
 

@@ -14,6 +14,7 @@ constexpr std::uint32_t kMedium = 6000;
 constexpr std::uint32_t kMaxDepth = 9;
 constexpr std::uint32_t kMaxRecursion = 2;
 constexpr std::uint32_t kMaxSmallActs = 100;  // of one function
+constexpr std::uint32_t kMaxModelActs = 500;  // of a function of a model: these hand names and callbacks on for all
 constexpr std::uint32_t kMaxMediumActs = 24;
 constexpr std::size_t kMaxActs = 12'000;
 
@@ -149,6 +150,7 @@ void Analysis::callValue(const Site& site, Value callee, NodeId self, Value self
         }
         const ObjectId made = newObject(Class::plain, site.where);
         objectByKey.emplace(key, made);
+        instancesOf.emplace(made, callee);
         solver.edge(readNode(callee, known.prototype), protoNode(made));
         solver.add(target, made);
         return construct(site, callee, single(made), made, args, target);
@@ -263,9 +265,11 @@ ActId Analysis::enter(const Site& site, ObjectId function, Value selfValue, cons
 
   Key key;
   key.add(function);
-  const bool isRoomy = acts.size() < kMaxActs;
+  // What is left when the budget is half spent is read once for all calls, so that all of it is read.
+  const bool isRoomy = acts.size() < kMaxActs && !solver.isHalfSpent();
+  const std::uint32_t most = unit.isModel ? kMaxModelActs : kMaxSmallActs;
   bool isOwn = true;
-  if (size <= kSmall && depth < kMaxDepth && recursion < kMaxRecursion && count < kMaxSmallActs && isRoomy) {
+  if (size <= kSmall && depth < kMaxDepth && recursion < kMaxRecursion && count < most && isRoomy) {
     key.add(site.where.unit)
         .add(site.where.offset)
         .add(site.act)
@@ -273,7 +277,7 @@ ActId Analysis::enter(const Site& site, ObjectId function, Value selfValue, cons
         .add(isObject(selfValue) ? selfValue : 0);
   } else {
     isOwn = false;
-    if (size <= kMedium && count < kMaxMediumActs + kMaxSmallActs && isRoomy) {
+    if (size <= kMedium && count < kMaxMediumActs + most && isRoomy) {
       key.add(1).add(isObject(selfValue) && objects[selfValue].cls != Class::window ? selfValue : 0);
       if (args && size <= kSmall) {
         for (std::size_t i = 0; i < args->nodes.size() && i < 3; ++i) {
@@ -300,6 +304,12 @@ ActId Analysis::enter(const Site& site, ObjectId function, Value selfValue, cons
   act.calledAtMethod = site.method;
   act.calledIn = site.act;
   act.realm = closure.env != kNobody ? acts[closure.env].realm : realmOf(site.act);
+  // What the browser and libraries call is given more than models say.
+  if (isOwn && site.act != kNobody && site.salt == 0) {
+    const bool isSpread = std::find(args->isSpread.begin(), args->isSpread.end(), true) != args->isSpread.end();
+    if (!isSpread) act.argumentCount = static_cast<int>(args->nodes.size());
+    act.isInstance = isObject(selfValue) && instancesOf.count({selfValue, function}) != 0;
+  }
   build(id);
   return id;
 }
@@ -347,10 +357,17 @@ void Analysis::bind(ActId id, NodeId self, const Args& args, Where where) {
   }
 }
 
+// What a model calls by a name of its own is none of the application's calls.
+bool Analysis::isSpelledInModel(const Site& site, const std::string& method) const {
+  if (site.method.unit >= units.size() || !units[site.method.unit].isModel) return false;
+  return units[site.method.unit].text.compare(site.method.offset, method.size(), method) == 0;
+}
+
 void Analysis::record(const Site& site, ObjectId element, Name method, NodeId from, Value value, std::uint8_t level,
                       const Args& args) {
   if (recorded.size() > 200'000) return;
   Recorded made;
+  if (isSpelledInModel(site, names.text(method))) return;
   made.site = placeOutsideModels(site);
   if (made.site.where.unit < units.size() && units[made.site.where.unit].isModel) return;
   made.element = element;
@@ -385,13 +402,13 @@ ObjectId Analysis::closureObject(std::uint32_t unit, DefIndex def, ActId env, Wh
   return made;
 }
 
-ActId Analysis::runScript(std::uint32_t unit, std::uint32_t realm, NodeId self, ActId env) {
+ActId Analysis::runScript(std::uint32_t unit, std::uint32_t realm, NodeId self, NodeId scope) {
   acts.emplace_back();
   const auto id = static_cast<ActId>(acts.size() - 1);
   Activation& act = acts.back();
   act.unit = unit;
   act.def = 0;
-  act.env = env;
+  act.scope = scope;
   act.realm = realm;
   act.self = self;
   build(id);

@@ -27,10 +27,9 @@ struct Database {
 struct Limits {
   std::size_t scriptBytes = 3'000'000;  // of one script; its tree takes a hundred times that
   std::size_t pageBytes = 8'000'000;
-  std::size_t parsedBytes = 24'000'000;  // of all scripts
+  std::size_t parsedBytes = 12'000'000;  // of all scripts that are read
   std::size_t nodes = 700'000;           // of the graph
-  std::uint64_t steps = 12'000'000;
-  double seconds = 6;
+  std::uint64_t steps = 12'000'000;      // values that go along edges, and what hears of them
 };
 
 // A place in a file as it was shipped; both count from 1. A column is a character.

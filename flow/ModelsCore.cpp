@@ -397,6 +397,22 @@ void arrayElement(Analysis& a, const CallInfo& info) {
   a.solver.edge(a.elementsOf(info.site.where, info.self), info.result);
 }
 
+// at(n), item(n): the one of that number, where it is known.
+void arrayAt(Analysis& a, const CallInfo& info) {
+  const NodeId index = arg(a, info, 0);
+  if (index == 0 || !isObject(info.selfValue)) return arrayElement(a, info);
+  const ObjectId list = info.selfValue;
+  const NodeId result = info.result;
+  const CallInfo copy = info;
+  a.solver.listen(index, [&a, copy, list, result](const Arrival& by) {
+    if (isNumber(by.value) && a.names.text(nameIn(by.value))[0] != '-')
+      a.solver.edge(a.readNode(list, nameIn(by.value)), result);
+    else
+      arrayElement(a, copy);
+  });
+  a.whenEmpty(index, [&a, copy] { arrayElement(a, copy); });
+}
+
 void arrayShift(Analysis& a, const CallInfo& info) {
   if (!isObject(info.selfValue)) return;
   // The first of those that are known by their place; any of the others.
@@ -736,6 +752,10 @@ void promiseResolve(Analysis& a, const CallInfo& info) {
   settle(a, arg(a, info, 0), a.property(newPromise(a, info), a.known.resolved).node);
 }
 
+void promiseReject(Analysis& a, const CallInfo& info) {
+  a.solver.edge(arg(a, info, 0), a.property(newPromise(a, info), a.names.of("%rejected")).node);
+}
+
 void promiseAll(Analysis& a, const CallInfo& info) {
   const ObjectId list = a.newObject(Class::array, info.site.where);
   a.solver.add(a.property(newPromise(a, info), a.known.resolved).node, list);
@@ -1011,130 +1031,6 @@ void storageSet(Analysis& a, const CallInfo& info) {
   mapSet(a, info);
 }
 
-// ---- modules
-// ------------------------------------------------------------------------------------------------------------------
-
-NodeId moduleNamed(Analysis& a, const Site& site, const std::string& name, std::function<void(NodeId)> take) {
-  const std::uint32_t realm = a.realmOf(site.act);
-  const auto defined = a.namedModules.find({realm, a.names.of(name)});
-  if (defined != a.namedModules.end()) {
-    take(a.readNode(defined->second, a.known.exports));
-    return 0;
-  }
-  if (site.where.unit >= a.units.size()) return 0;
-  std::uint32_t file = a.findModule(a.units[site.where.unit].file, name);
-  if (file == kNone && !name.empty() && name[0] == '.') file = kNone;
-  if (file == kNone) return 0;
-  const ObjectId module = a.moduleExports(realm, file, false);
-  if (module != kNobody) take(a.readNode(module, a.known.exports));
-  return 0;
-}
-
-ObjectId namedModule(Analysis& a, const Site& site, Name name) {
-  ObjectId& made = a.namedModules[{a.realmOf(site.act), name}];
-  if (made == 0) {
-    made = a.newObject(Class::plain, site.where);
-    a.solver.add(a.defineProperty(made, a.known.exports), a.newObject(Class::plain, site.where));
-  }
-  return made;
-}
-
-// define(name?, dependencies?, factory) and require(dependencies, callback).
-void amd(Analysis& a, const CallInfo& info, bool isDefine) {
-  const CallInfo copy = info;
-  std::size_t at = 0;
-  ObjectId module = kNobody;
-  const auto first = [&](std::size_t index) -> Value {
-    if (index >= info.args->nodes.size()) return kUnknown;
-    const auto& values = a.solver.values(info.args->nodes[index]);
-    return values.empty() ? kUnknown : values[0].value;
-  };
-  if (isDefine && isText(first(0))) {
-    module = namedModule(a, info.site, nameIn(first(0)));
-    ++at;
-  }
-  if (isDefine && module == kNobody && info.site.where.unit < a.units.size()) {
-    // The module of its file.
-    const auto key = std::make_pair(a.realmOf(info.site.act), a.units[info.site.where.unit].file);
-    ObjectId& made = a.modules[key];
-    if (made == 0 || made == kNobody) {
-      made = a.newObject(Class::plain, info.site.where);
-      a.solver.add(a.defineProperty(made, a.known.exports), a.newObject(Class::plain, info.site.where));
-    }
-    module = made;
-  }
-  std::vector<NodeId> dependencies;
-  bool hasList = false;
-  const Value list = first(at);
-  if (isObject(list) && a.object(list).cls == Class::array) {
-    hasList = true;
-    ++at;
-    for (std::size_t i = 0; i < 200; ++i) {
-      const auto index = a.object(list).index.find(a.names.of(std::to_string(i)));
-      if (index == a.object(list).index.end()) break;
-      const NodeId name = a.object(list).properties[index->second].node;
-      const NodeId value = a.solver.make(info.site.where, Step::none);
-      dependencies.push_back(value);
-      a.solver.listen(name, [&a, copy, value, module](const Arrival& text) {
-        if (!isText(text.value)) return;
-        const std::string& target = a.names.text(nameIn(text.value));
-        if (target == "exports" && module != kNobody) return a.solver.edge(a.readNode(module, a.known.exports), value);
-        if (target == "module" && module != kNobody) return a.solver.add(value, module);
-        if (target == "require") return a.solver.add(value, a.nativeObject("require"));
-        (void)moduleNamed(a, copy.site, target, [&a, value](NodeId exports) { a.solver.edge(exports, value); });
-        // One that is defined later.
-        const std::uint32_t file = a.findModule(a.units[copy.site.where.unit].file, target);
-        const Name name = nameIn(text.value);
-        a.whenEmpty(value, [&a, copy, value, name] {
-          const auto alias = a.moduleAliases.find(a.names.text(name));
-          if (alias == a.moduleAliases.end()) return;
-          const Site site = copy.site;
-          (void)moduleNamed(a, site, alias->second, [&a, value](NodeId exports) { a.solver.edge(exports, value); });
-          a.solver.edge(a.readNode(namedModule(a, site, name), a.known.exports), value);
-        });
-        if (file == kNone)
-          a.solver.edge(a.readNode(namedModule(a, copy.site, nameIn(text.value)), a.known.exports), value);
-      });
-    }
-  }
-  const NodeId factory = arg(a, info, at);
-  const NodeId result = fresh(a, info);
-  if (!hasList && module != kNobody)
-    dependencies = {a.single(a.nativeObject("require")), a.readNode(module, a.known.exports), a.single(module)};
-  a.invoke(info, factory, 0, dependencies, result);
-  if (isDefine && module != kNobody) {
-    a.solver.edge(result, a.defineProperty(module, a.known.exports));
-    a.solver.listen(factory, [&a, module, factory](const Arrival& value) {
-      if (isObject(value.value) && a.object(value.value).cls == Class::plain)
-        a.solver.add(a.defineProperty(module, a.known.exports), value.value, factory, value.level);
-    });
-  }
-}
-
-void define(Analysis& a, const CallInfo& info) {
-  amd(a, info, true);
-}
-
-void require(Analysis& a, const CallInfo& info) {
-  const CallInfo copy = info;
-  texts(a, arg(a, info, 0), [&a, copy](const std::string& target) {
-    (void)moduleNamed(a, copy.site, target, [&a, copy](NodeId exports) { a.solver.edge(exports, copy.result); });
-  });
-  for (const Arrival& value : std::vector<Arrival>(a.solver.values(arg(a, info, 0))))
-    if (isObject(value.value)) return amd(a, info, false);
-}
-
-// require.config({paths: {name: path}})
-void requireConfig(Analysis& a, const CallInfo& info) {
-  const NodeId paths = fresh(a, info);
-  a.read(info.site.where, info.site.act, arg(a, info, 0), 0, a.names.of("paths"), paths);
-  objectsIn(a, paths, [&a](ObjectId all) {
-    a.watch(all, [&a](Name name, NodeId path) {
-      texts(a, path, [&a, name](const std::string& target) { a.moduleAliases.emplace(a.names.text(name), target); });
-    });
-  });
-}
-
 struct Row {
   const char* name;
   Analysis::Native native;
@@ -1190,8 +1086,8 @@ const Row kRows[] = {
     {"Array#unshift", arrayPush},
     {"Array#pop", arrayElement},
     {"Array#shift", arrayShift},
-    {"Array#at", arrayElement},
-    {"Array#item", arrayElement},
+    {"Array#at", arrayAt},
+    {"Array#item", arrayAt},
     {"Array#namedItem", arrayElement},
     {"Array#slice", arraySlice},
     {"Array#concat", arrayConcat},
@@ -1229,7 +1125,7 @@ const Row kRows[] = {
     {"Iterator#@@iterator", self},
     {"Promise", promiseNew},
     {"Promise.resolve", promiseResolve},
-    {"Promise.reject", none},
+    {"Promise.reject", promiseReject},
     {"Promise.all", promiseAll},
     {"Promise.allSettled", promiseAllSettled},
     {"Promise.race", promiseRace},
@@ -1280,11 +1176,6 @@ const Row kRows[] = {
     {"Date", none},
     {"RegExp", none},
     {"Symbol", none},
-    {"require", require},
-    {"requirejs", require},
-    {"require.config", requireConfig},
-    {"requirejs.config", requireConfig},
-    {"define", define},
 };
 
 }  // namespace
@@ -1313,6 +1204,13 @@ NodeId Analysis::concatenate(Where where, NodeId left, NodeId right) {
     });
   });
   return made;
+}
+
+void Analysis::throwRejected(NodeId promise, NodeId thrown) {
+  solver.listen(promise, [this, thrown](const Arrival& value) {
+    if (isObject(value.value) && objects[value.value].cls == Class::promise)
+      solver.edge(property(value.value, names.of("%rejected")).node, thrown);
+  });
 }
 
 NodeId Analysis::awaited(Where where, NodeId value) {

@@ -374,6 +374,7 @@ void callNow(Analysis& a, const CallInfo& info) {
 }
 
 void evalText(Analysis& a, const CallInfo& info) {
+  a.textsRun.emplace_back(info.site, arg(a, info, 0));
   const CallInfo copy = info;
   texts(a, arg(a, info, 0), [&a, copy](const std::string& text, std::uint8_t) {
     a.runText(text, copy.site.where, a.realmOf(copy.site.act), copy.result, copy.site.act);
@@ -385,6 +386,7 @@ void functionOfText(Analysis& a, const CallInfo& info) {
   if (info.args->nodes.empty()) return;
   std::string head = "(function(";
   const std::size_t last = info.args->nodes.size() - 1;
+  a.textsRun.emplace_back(info.site, info.args->nodes[last]);
   for (std::size_t i = 0; i < last; ++i) {
     for (const Arrival& value : a.solver.values(info.args->nodes[i]))
       if (isText(value.value)) {

@@ -101,10 +101,16 @@ class Reader {
       const GumboVector* children = nullptr;
       std::uint32_t self = item.parent;
       if (item.node->type == GUMBO_NODE_ELEMENT || isTemplate) {
+        // Where scripts run, what stands in for them is text.
+        if (item.node->v.element.tag == GUMBO_TAG_NOSCRIPT) continue;
         self = take(item.node->v.element, item.parent, page);
         children = &item.node->v.element.children;
       } else if (item.node->type == GUMBO_NODE_DOCUMENT) {
         children = &item.node->v.document.children;
+      } else if (item.node->type == GUMBO_NODE_COMMENT) {
+        const GumboText& text = item.node->v.text;
+        const std::size_t begin = text.original_text.data ? offsetOf(text.original_text.data) + 4 : 0;
+        page.comments.push_back({static_cast<std::uint32_t>(begin), text.text});
       }
       if (!children) continue;
       for (unsigned i = children->length; i-- > 0;)

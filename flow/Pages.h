@@ -31,10 +31,16 @@ struct PageElement {
   std::string valueOf(std::string_view name) const;
 };
 
+struct PageComment {
+  std::uint32_t begin = 0;  // of the text in it
+  std::string text;
+};
+
 struct Page {
   std::uint32_t file = 0;
   std::vector<PageElement> elements;  // in the order of the text
-  std::string gap;                    // why it could not be read; empty if it was
+  std::vector<PageComment> comments;
+  std::string gap;  // why it could not be read; empty if it was
 };
 
 // The page of `text`, or of a part of one.

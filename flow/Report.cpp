@@ -173,9 +173,15 @@ struct ReportMaker {
     // One call is one finding, on the plug-in that is surest.
     const CallKey key{methodPlace.path, methodPlace.offset, method};
     const auto confidence = level == 0 ? Confidence::certain : level == 1 ? Confidence::likely : Confidence::possible;
+    const auto judgement = documented[plugin].count(method) ? Judgement::documented
+                           : anyDocumented.count(method)    ? Judgement::documentedForOther
+                                                            : Judgement::undocumented;
+    // Where a plug-in that has the method comes, others came along.
     const auto known = calls.find(key);
     if (known != calls.end()) {
-      if (confidence >= known->second.confidence) return;
+      const bool isSurer = judgement != known->second.judgement ? judgement == Judgement::documented
+                                                                : confidence < known->second.confidence;
+      if (!isSurer) return;
       calls.erase(known);
     }
     FoundCall call;
@@ -184,9 +190,7 @@ struct ReportMaker {
     call.place = place(recorded.site.where);
     call.methodPlace = methodPlace;
     call.code = codeAt(recorded.site.where);
-    call.judgement = documented[plugin].count(method) ? Judgement::documented
-                     : anyDocumented.count(method)    ? Judgement::documentedForOther
-                                                      : Judgement::undocumented;
+    call.judgement = judgement;
     call.confidence = confidence;
     call.isReached = isReached(recorded);
     if (call.judgement != Judgement::documented) {
@@ -207,13 +211,65 @@ struct ReportMaker {
     open.emplace(std::make_tuple(made.place.path, made.place.offset, reason), made);
   }
 
+  NodeId origin(NodeId node, Value value) const {
+    for (const Arrival& arrival : a.solver.values(node))
+      if (arrival.value == value) return arrival.from;
+    return 0;
+  }
+
+  // Whether `other` has a method of that name, of its own or built in.
+  bool hasMethod(Value other, Name method) const {
+    if (!isObject(other) || a.objects[other].cls == Class::element) return false;
+    const auto read = a.objects[other].reads.find(method);
+    if (read == a.objects[other].reads.end()) return false;
+    const auto& values = a.solver.values(read->second);
+    return std::any_of(values.begin(), values.end(), [&](const Arrival& value) {
+      return isObject(value.value) && a.objects[value.value].cls != Class::pluginMethod;
+    });
+  }
+
+  // Whether two values that are in one node met where the graph is coarser than the program: in a function, a list or a
+  // table that many use, and not in a variable or property that the program gives the one or the other.
+  bool isMixed(NodeId node, Value one, Value other) const {
+    for (std::size_t i = 0; i < kMaxSteps; ++i) {
+      const NodeId from = origin(node, one);
+      if (from == 0 || from != origin(node, other) || !a.solver.has(from, one) || !a.solver.has(from, other)) break;
+      node = from;
+    }
+    switch (a.solver.step(node)) {
+      case Step::result:
+        return true;
+      case Step::property:
+        return a.solver.name(node) == 0;
+      case Step::none:
+        return a.solver.name(node) != 0;
+      default:
+        return false;
+    }
+  }
+
+  // A call that another object explains, which came the same way by accident.
+  bool isExplained(const Recorded& recorded) const {
+    if (recorded.value != recorded.element) return false;
+    const auto& values = a.solver.values(recorded.from);
+    return std::any_of(values.begin(), values.end(), [&](const Arrival& other) {
+      return hasMethod(other.value, recorded.method) && isMixed(recorded.from, recorded.value, other.value);
+    });
+  }
+
+  // Whether a name may be another than the texts that came to it.
+  bool isOpen(NodeId key) const {
+    if (key == 0 || a.solver.has(key, kUnknown)) return true;
+    const auto& values = a.solver.values(key);
+    return std::none_of(values.begin(), values.end(), [](const Arrival& value) { return isText(value.value); });
+  }
+
   void take(const Recorded& recorded) {
     const ElementInfo& info = a.elements[a.object(recorded.element).a];
     for (const std::string& plugin : info.plugins) {
       if (!recorded.isNameKnown) {
         const NodeId key = recorded.args->nodes[0];
-        if (a.solver.isEmpty(key) || a.solver.has(key, kUnknown))
-          addOpen(recorded, plugin, "the name of the method is not known", true);
+        if (isOpen(key)) addOpen(recorded, plugin, "the name of the method is not known", true);
         continue;
       }
       const std::string& method = a.names.text(recorded.method);
@@ -222,7 +278,7 @@ struct ReportMaker {
         takeExecute(recorded, plugin);
         continue;
       }
-      addCall(recorded, plugin, method, recorded.level);
+      addCall(recorded, plugin, method, isExplained(recorded) ? 2 : recorded.level);
     }
   }
 
@@ -244,7 +300,42 @@ struct ReportMaker {
       addOpen(recorded, plugin, "the name that is passed to Execute is not known", true);
   }
 
+  bool holdsPlugin(NodeId node, std::string& plugin) const {
+    for (const Arrival& value : node ? a.solver.values(node) : std::vector<Arrival>()) {
+      if (!isObject(value.value) || a.objects[value.value].cls != Class::element) continue;
+      const ElementInfo& info = a.elements[a.objects[value.value].a];
+      if (info.plugins.empty()) continue;
+      plugin = *info.plugins.begin();
+      return true;
+    }
+    return false;
+  }
+
+  // A plug-in is given to a function that nobody knows.
+  void takeHanded(const Handed& handed) {
+    const auto& callees = handed.callee ? a.solver.values(handed.callee) : std::vector<Arrival>();
+    if (std::any_of(callees.begin(), callees.end(), [](const Arrival& value) { return isObject(value.value); })) return;
+    for (const NodeId node : handed.args->nodes) {
+      Recorded recorded;
+      recorded.site = handed.site;
+      std::string plugin;
+      if (!holdsPlugin(node, plugin)) continue;
+      return addOpen(recorded, plugin, "the plug-in is given to code that is not known", false);
+    }
+  }
+
+  void takeText(const Site& site, NodeId text) {
+    if (!isOpen(text)) return;
+    Recorded recorded;
+    recorded.site = a.placeOutsideModels(site);
+    addOpen(recorded, "", "a text that is not constant is run as script", false);
+  }
+
   void run() {
+    for (const Handed& handed : a.handed)
+      takeHanded(handed);
+    for (const auto& [site, text] : a.textsRun)
+      takeText(site, text);
     for (std::size_t i = 0; i < a.recorded.size(); ++i)
       take(a.recorded[i]);
     a.solver.run();

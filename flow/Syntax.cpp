@@ -5,6 +5,7 @@
 
 #include <tree_sitter/api.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <memory>
@@ -288,6 +289,36 @@ bool isTooDeep(std::string_view text) {
   return false;
 }
 
+// Hands the text to the parser in parts, and stops it when it has asked for too many.
+class Source {
+ public:
+  Source(std::string_view text, std::uint32_t readings)
+      : text_(text), left_((text.size() / kPart + 2) * std::uint64_t{readings}) {}
+
+  TSInput input() { return {this, &Source::read, TSInputEncodingUTF8}; }
+  const std::size_t* stop() const { return &stop_; }
+
+ private:
+  static constexpr std::uint32_t kPart = 4096;
+
+  static const char* read(void* self, std::uint32_t offset, TSPoint, std::uint32_t* length) {
+    auto& source = *static_cast<Source*>(self);
+    if (source.left_ == 0)
+      source.stop_ = 1;
+    else
+      --source.left_;
+    *length =
+        offset >= source.text_.size()
+            ? 0
+            : static_cast<std::uint32_t>(std::min<std::size_t>(kPart - offset % kPart, source.text_.size() - offset));
+    return *length == 0 ? "" : source.text_.data() + offset;
+  }
+
+  std::string_view text_;
+  std::uint64_t left_;
+  std::size_t stop_ = 0;
+};
+
 }  // namespace
 
 Tree parseScript(std::string_view text, const ParseLimits& limits) {
@@ -298,9 +329,10 @@ Tree parseScript(std::string_view text, const ParseLimits& limits) {
   if (!ts_parser_set_language(parser.get(), tree_sitter_javascript()) || text.size() > 0x7FFFFFFF || isTooDeep(text))
     return none;
   ts_parser_set_timeout_micros(parser.get(), limits.micros);
-  const std::unique_ptr<TSTree, void (*)(TSTree*)> parsed(
-      ts_parser_parse_string(parser.get(), nullptr, text.data(), static_cast<std::uint32_t>(text.size())),
-      ts_tree_delete);
+  Source source(text, limits.readings);
+  ts_parser_set_cancellation_flag(parser.get(), source.stop());
+  const std::unique_ptr<TSTree, void (*)(TSTree*)> parsed(ts_parser_parse(parser.get(), nullptr, source.input()),
+                                                          ts_tree_delete);
   if (!parsed) return none;
   return Copy(numbers, limits.nodes).run(parsed.get());
 }

@@ -55,6 +55,20 @@ bool isWordByte(char c) {
   return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '$';
 }
 
+// Whether a whole word of these stands where `fits` says.
+template <typename Fits>
+bool anyWord(std::string_view text, const std::vector<std::string>& words, Fits fits) {
+  for (const std::string& word : words) {
+    if (word.empty()) continue;
+    for (std::size_t at = text.find(word); at != std::string_view::npos; at = text.find(word, at + 1)) {
+      const std::size_t end = at + word.size();
+      const bool isWhole = (at == 0 || !isWordByte(text[at - 1])) && (end >= text.size() || !isWordByte(text[end]));
+      if (isWhole && fits(at, end)) return true;
+    }
+  }
+  return false;
+}
+
 }  // namespace
 
 bool namesPlugin(std::string_view text, const std::vector<std::string>& identifiers) {
@@ -73,15 +87,27 @@ bool namesPlugin(std::string_view text, const std::vector<std::string>& identifi
 }
 
 bool namesAny(std::string_view text, const std::vector<std::string>& words) {
-  for (const std::string& word : words) {
-    if (word.empty()) continue;
-    for (std::size_t at = text.find(word); at != std::string_view::npos; at = text.find(word, at + 1)) {
-      const bool isBegin = at == 0 || !isWordByte(text[at - 1]);
-      const bool isEnd = at + word.size() >= text.size() || !isWordByte(text[at + word.size()]);
-      if (isBegin && isEnd) return true;
-    }
-  }
-  return false;
+  return anyWord(text, words, [&](std::size_t, std::size_t) { return true; });
+}
+
+bool namesIds(std::string_view text, const std::vector<std::string>& ids) {
+  return anyWord(text, ids, [&](std::size_t begin, std::size_t end) {
+    const char before = begin == 0 ? ' ' : text[begin - 1];
+    const char after = end < text.size() ? text[end] : ' ';
+    const bool isText = (after == '"' || after == '\'' || after == '`') && (before == after || before == '#');
+    return isText || (before != '.' && (after == '.' || after == '['));
+  });
+}
+
+bool looksUpIds(std::string_view text, const std::vector<std::string>& ids) {
+  return anyWord(text, ids, [&](std::size_t begin, std::size_t end) {
+    const char before = begin == 0 ? ' ' : text[begin - 1];
+    const char after = end < text.size() ? text[end] : ' ';
+    if (after == '"' || after == '\'')
+      return before == '#' || (begin > 7 && text.substr(begin - 7, 6).find("ById(") != std::string_view::npos);
+    const char next = end + 1 < text.size() ? text[end + 1] : ' ';
+    return before != '.' && after == '.' && next >= 'A' && next <= 'Z';
+  });
 }
 
 bool isScriptPath(std::string_view path) {
@@ -113,6 +139,11 @@ bool looksLikeModule(std::string_view text) {
     }
   }
   return false;
+}
+
+bool looksLikeCommonJs(std::string_view text) {
+  const auto has = [&](std::string_view word) { return text.find(word) != std::string_view::npos; };
+  return has("module.exports") || has("exports.") || has("exports[") || (has("require(") && !has("define("));
 }
 
 std::string libraryOf(std::string_view text) {

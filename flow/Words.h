@@ -14,10 +14,20 @@ bool namesPlugin(std::string_view text, const std::vector<std::string>& identifi
 // Whether one of these words stands in it, not as a part of another.
 bool namesAny(std::string_view text, const std::vector<std::string>& words);
 
+// Whether script in it may mean an element by one of these ids: as a text, or as a global with something behind it.
+bool namesIds(std::string_view text, const std::vector<std::string>& ids);
+
+// Whether it does so without doubt: in a look-up, or as a global with a method of a plug-in. For scripts that have
+// words like "video" anyway.
+bool looksUpIds(std::string_view text, const std::vector<std::string>& ids);
+
 bool isScriptPath(std::string_view path);
 
 // Whether it has the statements of a module.
 bool looksLikeModule(std::string_view text);
+
+// Whether it asks for modules, or gives what it exports, by the names that CommonJS has for that.
+bool looksLikeCommonJs(std::string_view text);
 
 // The well-known library that the script is, with its version; empty if it is none. Such a script is not analysed: what
 // it does stands in the models. A bundle with application code behind a library is none.

@@ -13,6 +13,14 @@ bool isPluginTag(const std::string& tag) {
   return tag == "object" || tag == "embed" || tag == "applet";
 }
 
+bool isOneOf(const std::string& text, std::initializer_list<const char*> others) {
+  return std::any_of(others.begin(), others.end(), [&](const char* other) { return text == other; });
+}
+
+bool isFrameTag(const std::string& tag) {
+  return tag == "iframe" || tag == "frame";
+}
+
 bool isScriptType(const std::string& type) {
   if (type.empty() || type == "module") return true;
   std::string lower = type;
@@ -145,6 +153,7 @@ void Analysis::setAttribute(Value of, const std::string& attribute, const std::s
     addHandlerText(element.realm, value, where, single(of));
   } else if (name == "src" || name == "href" || name == "data") {
     if (value.compare(0, 11, "javascript:") == 0) runText(value.substr(11), where, element.realm, 0, kNobody);
+    if (isFrameTag(element.tag)) loadFrame(of, value, "");
     if (element.tag == "script" && where.unit < units.size()) {
       const Unit& from = units[where.unit];
       const std::uint32_t page = realms[element.realm].page;
@@ -183,8 +192,9 @@ void Analysis::addMarkup(std::uint32_t realm, const std::string& markup, Where w
       const std::uint32_t unit = unitOfText(element.text, file, base, false, false);
       if (unit != kNone) runScript(unit, realm, single(realms[realm].window));
     }
-    if (id.empty() && !isPluginTag(element.tag) && !hasHandler) continue;
+    if (id.empty() && !isPluginTag(element.tag) && !isFrameTag(element.tag) && !hasHandler) continue;
     const ObjectId made = makeElement(realm, element.tag, where);
+    if (isFrameTag(element.tag)) loadFrame(made, element.valueOf("src"), element.valueOf("name"));
     for (const PageAttribute& attribute : element.attributes)
       setAttribute(made, attribute.name, attribute.value, where);
     for (const std::uint32_t child : element.children)
@@ -192,14 +202,6 @@ void Analysis::addMarkup(std::uint32_t realm, const std::string& markup, Where w
         addPlugin(elements[objects[made].a], part.elements[child].valueOf("value"));
   }
 }
-
-namespace {
-
-bool isOneOf(const std::string& text, std::initializer_list<const char*> others) {
-  return std::any_of(others.begin(), others.end(), [&](const char* other) { return text == other; });
-}
-
-}  // namespace
 
 void Analysis::readDom(ObjectId id, Name name, NodeId target) {
   const std::string& text = names.text(name);
@@ -322,119 +324,157 @@ void Analysis::readElement(ObjectId id, Name name, NodeId target) {
 }
 
 void Analysis::loadPage(std::uint32_t index) {
-  const Page& page = pages[index];
   const std::uint32_t realm = index;  // the first realms are those of pages
-  const std::uint32_t file = page.file;
-  const NodeId window = single(realms[realm].window);
-  const auto runAt = [&](const std::string& text, std::uint32_t base, bool isExact, bool isLocal, NodeId self) {
-    const std::uint32_t unit = unitOfText(text, file, base, isExact, isLocal);
-    if (unit != kNone) runScript(unit, realm, self);
-  };
-  for (std::uint32_t i = 0; i < page.elements.size(); ++i) {
-    const PageElement& element = page.elements[i];
+  for (std::uint32_t i = 0; i < pages[index].elements.size(); ++i) {
+    const PageElement& element = pages[index].elements[i];
     if (element.tag == "script") {
-      const std::string type = element.valueOf("type");
-      std::string source = element.valueOf("src");
-      if (source.empty()) source = element.valueOf("xlink:href");
-      if (source.empty() && element.tag == "script") source = element.valueOf("href");
-      if (!isScriptType(type)) continue;
-      const bool isModule = type == "module";
-      if (!source.empty()) {
-        const std::string data = decodeDataUrl(source);
-        if (!data.empty()) {
-          runAt(data, element.attribute("src") ? element.attribute("src")->begin : element.begin, false, isModule,
-                window);
-          continue;
-        }
-        const std::uint32_t target = findFile(file, source);
-        if (target == kNone) {
-          loadModels(realm, source);
-          notRead.emplace(files[file].path,
-                          (isRemote(source) ? "script from elsewhere: " : "script that is not there: ") + source);
-          continue;
-        }
-        filesRun.insert(target);
-        if (isModule) {
-          moduleExports(realm, target, true);
-        } else {
-          const std::uint32_t unit = unitOfFile(target, false);
-          if (unit != kNone) runScript(unit, realm, window);
-          if (libraryFiles.count(target)) loadModels(realm, files[target].bytes);
-        }
-        // RequireJS: data-main names the first module.
-        if (const PageAttribute* main = element.attribute("data-main")) {
-          const std::uint32_t first =
-              findModule(file, main->value.compare(0, 1, ".") == 0 ? main->value : "./" + main->value);
-          if (first != kNone && filesRun.insert(first).second) {
-            const std::uint32_t unit = unitOfFile(first, false);
-            if (unit != kNone) runScript(unit, realm, window);
-          }
-        }
-      } else if (!element.text.empty()) {
-        if (isModule) {
-          const std::uint32_t unit = unitOfText(element.text, file, element.textBegin, element.isTextExact, true);
-          if (unit == kNone) continue;
-          const ObjectId module = newObject(Class::plain, {unit, 0});
-          solver.add(defineProperty(module, known.exports), newObject(Class::plain, {unit, 0}));
-          acts.emplace_back();
-          const auto id = static_cast<ActId>(acts.size() - 1);
-          acts.back().unit = unit;
-          acts.back().realm = realm;
-          acts.back().module = module;
-          acts.back().self = window;
-          build(id);
-        } else {
-          runAt(element.text, element.textBegin, element.isTextExact, false, window);
-        }
-      }
+      loadScript(realm, element);
       continue;
     }
-    for (const PageAttribute& attribute : element.attributes) {
-      if (attribute.name.size() > 2 && attribute.name.compare(0, 2, "on") == 0) {
-        runAt(attribute.value, attribute.begin, attribute.isExact, true, single(elementObject(realm, i)));
-      } else if (attribute.name == "href" || attribute.name == "src" || attribute.name == "action" ||
-                 attribute.name == "data" || attribute.name == "xlink:href") {
-        std::size_t at = 0;
-        while (at < attribute.value.size() && static_cast<unsigned char>(attribute.value[at]) <= ' ')
-          ++at;
-        std::string head = attribute.value.substr(at, 11);
-        std::transform(head.begin(), head.end(), head.begin(),
-                       [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-        if (head == "javascript:") {
-          std::string code = attribute.value.substr(at + 11);
-          const bool isEncoded = code.find('%') != std::string::npos;
-          if (isEncoded) code = decodePercent(code);
-          runAt(code, attribute.begin + static_cast<std::uint32_t>(at) + 11, attribute.isExact && !isEncoded, false,
-                window);
-        } else if (element.tag != "a" && element.tag != "link" && element.tag != "img") {
-          const std::string data = decodeDataUrl(attribute.value);
-          if (!data.empty() && data.find('<') != std::string::npos) {
-            const std::uint32_t unit = unitOfText(" ", file, attribute.begin, false, false);
-            addMarkup(realm, data, {unit, 0});
-          }
-        }
-      } else if (attribute.name == "srcdoc") {
-        const std::uint32_t unit = unitOfText(" ", file, attribute.begin, false, false);
-        addMarkup(realm, attribute.value, {unit, 0});
-      }
-    }
-    // Frames: the window inside, and the one around.
-    if (element.tag == "iframe" || element.tag == "frame" || element.tag == "object") {
-      const std::string source = element.tag == "object" ? element.valueOf("data") : element.valueOf("src");
-      const std::uint32_t target = source.empty() ? kNone : findFile(file, source);
-      for (std::uint32_t other = 0; target != kNone && other < pages.size(); ++other) {
-        if (pages[other].file != target || other == index) continue;
-        const ObjectId inner = realms[other].window;
-        const ObjectId of = elementObject(realm, i);
-        solver.add(property(of, names.of("contentWindow")).node, inner);
-        solver.add(property(of, names.of("contentDocument")).node, realms[other].document);
-        for (const char* up : {"parent", "top"})
-          solver.add(property(inner, names.of(up)).node, realms[realm].window);
-        solver.add(property(inner, names.of("frameElement")).node, of);
-        solver.add(property(realms[realm].window, names.of("%frames")).node, inner);
-        const std::string name = element.valueOf("name");
-        if (!name.empty()) solver.add(property(realms[realm].window, names.of("%frame:" + name)).node, inner);
-      }
+    for (const PageAttribute& attribute : element.attributes)
+      loadAttribute(realm, i, attribute);
+    if (element.tag == "object")
+      loadFrame(elementObject(realm, i), element.valueOf("data"), "");
+    else if (isFrameTag(element.tag))
+      loadFrame(elementObject(realm, i), element.valueOf("src"), element.valueOf("name"));
+  }
+}
+
+// Code that stands in the page.
+void Analysis::runInPage(std::uint32_t realm, const std::string& code, std::uint32_t base, bool isExact, bool isLocal,
+                         NodeId self) {
+  const std::uint32_t unit = unitOfText(code, pages[realms[realm].page].file, base, isExact, isLocal);
+  if (unit != kNone) runScript(unit, realm, self);
+}
+
+void Analysis::loadScript(std::uint32_t realm, const PageElement& element) {
+  const std::string type = element.valueOf("type");
+  if (!isScriptType(type)) return;
+  std::string source;
+  for (const char* name : {"src", "xlink:href", "href"})
+    if (source.empty()) source = element.valueOf(name);
+  const bool isModule = type == "module";
+  const NodeId window = single(realms[realm].window);
+  if (source.empty()) {
+    if (element.text.empty()) return;
+    if (isModule) return runModuleInPage(realm, element);
+    return runInPage(realm, element.text, element.textBegin, element.isTextExact, false, window);
+  }
+  const std::string data = decodeDataUrl(source);
+  if (!data.empty()) {
+    const PageAttribute* at = element.attribute("src");
+    return runInPage(realm, data, at ? at->begin : element.begin, false, isModule, window);
+  }
+  const std::uint32_t page = pages[realms[realm].page].file;
+  const std::uint32_t target = findFile(page, source);
+  if (target == kNone) {
+    loadModels(realm, source);
+    notRead.emplace(files[page].path,
+                    (isRemote(source) ? "script from elsewhere: " : "script that is not there: ") + source);
+    return;
+  }
+  loadScriptFile(realm, target, isModule);
+  if (const PageAttribute* main = element.attribute("data-main")) loadMainModule(realm, main->value);
+}
+
+void Analysis::loadScriptFile(std::uint32_t realm, std::uint32_t file, bool isModule) {
+  filesRun.insert(file);
+  if (isModule) {
+    (void)moduleExports(realm, file, true);
+    return;
+  }
+  const std::uint32_t unit = unitOfFile(file, false);
+  if (libraryFiles.count(file)) loadModels(realm, files[file].bytes);
+  if (unit != kNone) runScript(unit, realm, single(realms[realm].window));
+}
+
+// RequireJS: data-main names the first module, and the folder that others are in.
+void Analysis::loadMainModule(std::uint32_t realm, const std::string& name) {
+  const std::string path = name.compare(0, 1, ".") == 0 ? name : "./" + name;
+  const std::size_t slash = path.rfind('/');
+  if (slash > 1) moduleSettings.bases.insert(path.substr(0, slash));
+  const std::uint32_t first = findModule(pages[realms[realm].page].file, path);
+  if (first == kNone || !filesRun.insert(first).second) return;
+  const std::uint32_t unit = unitOfFile(first, false);
+  if (unit != kNone) runScript(unit, realm, single(realms[realm].window));
+}
+
+void Analysis::runModuleInPage(std::uint32_t realm, const PageElement& element) {
+  const std::uint32_t unit =
+      unitOfText(element.text, pages[realms[realm].page].file, element.textBegin, element.isTextExact, true);
+  if (unit == kNone) return;
+  const ObjectId module = newObject(Class::plain, {unit, 0});
+  solver.add(defineProperty(module, known.exports), newObject(Class::plain, {unit, 0}));
+  acts.emplace_back();
+  acts.back().unit = unit;
+  acts.back().realm = realm;
+  acts.back().module = module;
+  acts.back().self = single(realms[realm].window);
+  build(static_cast<ActId>(acts.size() - 1));
+}
+
+void Analysis::loadAttribute(std::uint32_t realm, std::uint32_t index, const PageAttribute& attribute) {
+  const std::string& name = attribute.name;
+  if (name.size() > 2 && name.compare(0, 2, "on") == 0)
+    return runInPage(realm, attribute.value, attribute.begin, attribute.isExact, true,
+                     single(elementObject(realm, index)));
+  const bool isSourceDocument = name == "srcdoc";
+  if (!isSourceDocument && !isOneOf(name, {"href", "src", "action", "data", "xlink:href"})) return;
+  if (!isSourceDocument && loadScriptUrl(realm, attribute)) return;
+  const std::string& tag = pages[realms[realm].page].elements[index].tag;
+  if (!isSourceDocument && isOneOf(tag, {"a", "link", "img"})) return;
+  const std::string markup = isSourceDocument ? attribute.value : decodeDataUrl(attribute.value);
+  if (markup.find('<') == std::string::npos) return;
+  const std::uint32_t unit = unitOfText(" ", pages[realms[realm].page].file, attribute.begin, false, false);
+  addMarkup(realm, markup, {unit, 0});
+}
+
+// Whether the address is script.
+bool Analysis::loadScriptUrl(std::uint32_t realm, const PageAttribute& attribute) {
+  std::size_t at = 0;
+  while (at < attribute.value.size() && static_cast<unsigned char>(attribute.value[at]) <= ' ')
+    ++at;
+  std::string head = attribute.value.substr(at, 11);
+  std::transform(head.begin(), head.end(), head.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  if (head != "javascript:") return false;
+  const std::string code = attribute.value.substr(at + 11);
+  const bool isEncoded = code.find('%') != std::string::npos;
+  runInPage(realm, isEncoded ? decodePercent(code) : code, attribute.begin + static_cast<std::uint32_t>(at) + 11,
+            attribute.isExact && !isEncoded, false, single(realms[realm].window));
+  return true;
+}
+
+// The window inside an element, and the one around.
+void Analysis::loadFrame(ObjectId element, const std::string& source, const std::string& name) {
+  const std::uint32_t realm = elements[objects[element].a].realm;
+  if (realms[realm].page == kNone) return;
+  const std::uint32_t target = source.empty() ? kNone : findFile(pages[realms[realm].page].file, source);
+  for (std::uint32_t other = 0; target != kNone && other < pages.size(); ++other) {
+    if (pages[other].file != target || other == realm) continue;
+    const ObjectId outer = realms[realm].window;
+    const ObjectId inner = realms[other].window;
+    solver.add(property(element, names.of("contentWindow")).node, inner);
+    solver.add(property(element, names.of("contentDocument")).node, realms[other].document);
+    solver.add(property(inner, names.of("parent")).node, outer);
+    solver.edge(property(outer, names.of("top")).node, property(inner, names.of("top")).node);
+    solver.add(property(inner, names.of("frameElement")).node, element);
+    solver.add(property(outer, names.of("%frames")).node, inner);
+    if (!name.empty()) solver.add(property(outer, names.of("%frame:" + name)).node, inner);
+    realms[realm].hasFrames = true;
+  }
+}
+
+// A page that no other shows is its own parent. Links and scripts may show it in a frame as well.
+void Analysis::linkTopPages() {
+  for (const Realm& realm : realms) {
+    if (!solver.isEmpty(property(realm.window, names.of("parent")).node)) continue;
+    for (const char* up : {"parent", "top"}) {
+      const NodeId node = property(realm.window, names.of(up)).node;
+      solver.add(node, realm.window);
+      if (realm.hasFrames) continue;
+      for (const Realm& other : realms)
+        if (other.hasFrames) solver.add(node, other.window, 0, 1);
     }
   }
 }

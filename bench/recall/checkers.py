@@ -17,10 +17,10 @@ from applications import CLASS_ID, ROOT, documented
 CONFIGURATIONS = [
     ("engine", ["--device"]),
     ("engine --all", ["--device", "--all"]),
-    ("flow", []),
-    ("flow --possible", ["--possible"]),
+    ("flow", ["--flow"]),
+    ("flow --possible", ["--flow", "--possible"]),
     ("engine, trial", ["--device", "--trial"]),
-    ("flow, trial", ["--trial"]),
+    ("flow, trial", ["--flow", "--trial"]),
 ]
 
 

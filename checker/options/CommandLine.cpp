@@ -74,6 +74,13 @@ std::string inCapitals(std::string text) {
   return text;
 }
 
+// What this program was built with.
+#ifdef TARVO_FLOW
+constexpr const char* kRules = "\nrules: engine, flow";
+#else
+constexpr const char* kRules = "\nrules: engine (built without flow analysis)";
+#endif
+
 // The parser of the command line, with a part for each command.
 class Parser {
  public:
@@ -81,7 +88,7 @@ class Parser {
       : options_(options), app_("Finds calls of undocumented platform APIs in web applications.", "tarvo-check") {
     app_.formatter(std::make_shared<Help>());
     app_.footer(kFooter);
-    app_.set_version_flag("--version", "tarvo-check " TARVO_VERSION);
+    app_.set_version_flag("--version", std::string("tarvo-check ") + TARVO_VERSION + kRules);
     app_.add_option("APPLICATION", options.applications,
                     wrapped("zip package, directory or single file; - reads a list of them, as --from does"))
         ->type_name("");

@@ -114,11 +114,25 @@ void addCall(const flow::FoundCall& found, const ReportedFiles& files, const Flo
   report.findings.push_back(std::move(finding));
 }
 
+// Both judge most calls; together at least as many as the one that judges more.
+void addJudged(const flow::Result& result, ApplicationReport& report) {
+  std::set<std::string> plugins;
+  std::uint64_t calls = 0;
+  for (const flow::FoundCall& call : result.calls) {
+    if (call.confidence == flow::Confidence::possible) continue;
+    ++calls;
+    plugins.insert(call.plugin);
+  }
+  report.judgedCalls = std::max(report.judgedCalls, calls);
+  report.judgedPlugins = std::max<std::uint64_t>(report.judgedPlugins, plugins.size());
+}
+
 void addResult(const flow::Result& result, const ReportedFiles& files, const FlowOptions& options,
                const std::set<std::string>& accepted, ApplicationReport& report) {
   report.rules.emplace_back("flow");
   for (const flow::FoundCall& call : result.calls)
     if (call.judgement != flow::Judgement::documented) addCall(call, files, options, accepted, report);
+  addJudged(result, report);
   for (const flow::Open& open : result.open) {
     Undetermined undetermined;
     undetermined.call = callAt(open.place, open.code, files);

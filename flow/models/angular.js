@@ -70,7 +70,9 @@ var angular = (function () {
     controller: function (name, f) {
       var self = {};
       Object.setPrototypeOf(self, f.prototype);
+      Object.setPrototypeOf(self, f[f.length - 1].prototype);
       inject(f, self);
+      __tarvoTemplateName(name, root, self);
       self.$onInit(); self.$onDestroy(); self.$postLink();
       services["controller:" + name] = self;
       return module;
@@ -80,13 +82,17 @@ var angular = (function () {
       var scope = new Scope();
       made.link.call(made, scope, services.$element, {}, services["controller:" + made.controller]);
       made.compile().call(made, scope, services.$element, {});
-      inject(made.controller, {});
+      var controller = {};
+      inject(made.controller, controller);
+      scope[made.controllerAs] = controller;
+      __tarvoTemplate("angular", scope, made.template);
       made(scope, services.$element, {});
       return module;
     },
     component: function (name, options) {
       var self = Object.assign({}, options.bindings);
       inject(options.controller, self);
+      __tarvoTemplate("angular", { $ctrl: self }, options.template);
       self.$onInit(); self.$onDestroy(); self.$postLink(); self.$onChanges();
       return module;
     },
@@ -95,6 +101,7 @@ var angular = (function () {
     run: function (f) { inject(f, {}); return module; },
     animation: function () { return module; }
   };
+  __tarvoTemplate("angular", root);
   return {
     module: function (name, needs, config) { inject(config, {}); return module; },
     element: element, noop: function () {}, bootstrap: function () {},

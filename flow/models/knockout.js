@@ -48,6 +48,7 @@ var ko = (function () {
         }
       }
       for (var key in model) model[key].call(model, model, {});
+      __tarvoTemplate("knockout", model);
     },
     utils: {
       arrayForEach: function (list, f) { for (var e of list) f(e, 0); },

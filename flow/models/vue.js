@@ -2,6 +2,7 @@
 var Vue = (function () {
   var provided = {};
   var stores = {};
+  var attributes = {};
   function ref(value) { return { value: value }; }
   function computed(what) { return { value: what.call(null) || what.get.call(null) }; }
   function hook(f) { f(); }
@@ -36,6 +37,9 @@ var Vue = (function () {
     }
     for (var method in options.methods) options.methods[method].call(vm);
     options.render.call(vm, function () {});
+    for (var given of options.props) vm[given] = attributes[given];
+    for (var named in options.props) vm[named] = attributes[named];
+    __tarvoTemplate("vue", vm, options.template, attributes, sent);
     for (var child in options.components) new Vue(options.components[child]);
   }
   function Vue(options) { start(this, options); }

@@ -77,6 +77,7 @@ TEST_F(CommandLine, MistakesAreExplained) {
   }
   EXPECT_NE(check("check --help").text.find("Examples:"), std::string::npos);
   EXPECT_EQ(check("--version").text.find("tarvo-check 1."), 0U);
+  EXPECT_NE(check("--version").text.find("\nrules: engine"), std::string::npos);
 }
 
 TEST_F(CommandLine, FilesOfReportsAreWholeOrAsBefore) {

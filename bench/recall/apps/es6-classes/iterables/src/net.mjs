@@ -1,0 +1,3 @@
+const net = document.getElementById("net");
+export const probe = () => net;
+export { net as default };

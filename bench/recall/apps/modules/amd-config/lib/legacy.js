@@ -1,0 +1,1 @@
+window.Legacy = { drm: document.getElementById('drm') };
