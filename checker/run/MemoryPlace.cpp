@@ -1,0 +1,224 @@
+// A tree of names over blocks of bytes. Test: tests/places/MemoryPlace_test.cpp, which does the same on the disk.
+
+#include "checker/run/MemoryPlace.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <string_view>
+#include <utility>
+
+#include "checker/run/FileGaps.h"
+
+using FlashEngine_1_00::ExpansionBudget;
+using FlashEngine_1_00::File;
+using FlashEngine_1_00::FileSink;
+using FlashEngine_1_00::openFile;
+
+namespace {
+
+// What is kept of any file; and of one that somebody reads, although it is no package and no Flash file. The followers
+// of flow and trials tell of larger ones that they are too large.
+constexpr std::size_t kHead = std::size_t{64} << 10;
+constexpr std::size_t kWhole = (std::size_t{16} << 20) + 1;
+static_assert(kWhole < INT_MAX);
+
+struct Free {
+  void operator()(char* bytes) const { std::free(bytes); }
+};
+
+}  // namespace
+
+// Bytes that grow. realloc moves large blocks without copying them.
+struct MemoryPlace::Content {
+  std::unique_ptr<char, Free> bytes;
+  std::size_t size = 0;
+  std::size_t room = 0;
+
+  void reserve(std::size_t wanted) {
+    if (wanted <= room) return;
+    auto* const moved = static_cast<char*>(std::realloc(bytes.get(), wanted));
+    if (moved == nullptr) throw std::bad_alloc();
+    (void)bytes.release();
+    bytes.reset(moved);
+    room = wanted;
+  }
+  void append(const char* added, std::size_t count) {
+    if (size + count > room) reserve(std::max(size + count, room + room / 2));
+    std::memcpy(bytes.get() + size, added, count);
+    size += count;
+  }
+  void cut(std::size_t at) {
+    size = std::min(size, at);
+    if (size == 0) return;
+    if (auto* const moved = static_cast<char*>(std::realloc(bytes.get(), size))) {
+      (void)bytes.release();
+      bytes.reset(moved);
+      room = size;
+    }
+  }
+  std::string_view view() const { return {bytes.get(), size}; }
+};
+
+namespace {
+
+enum class Kind { source, flash, other };
+
+Kind kindOf(const std::string& path) {
+  if (FlashEngine_1_00::isFlashFile(path)) return Kind::flash;
+  return isNamedAsSource(path) ? Kind::source : Kind::other;
+}
+
+class MemorySink : public FileSink {
+ public:
+  MemorySink(std::shared_ptr<MemoryPlace::Content> content, Kind kind, bool keepsOthers)
+      : content_(std::move(content)), kind_(kind), keepsOthers_(keepsOthers) {}
+
+  bool write(const char* bytes, std::size_t size) override {
+    if (isCut_) return true;
+    content_->append(bytes, size);
+    if (content_->size > most_) cutWhereNobodyReads();
+    return true;
+  }
+
+  bool finish() override {
+    content_->cut(content_->size);
+    return true;
+  }
+
+ private:
+  // Once the file is larger than `most_`, which is set anew.
+  void cutWhereNobodyReads() {
+    constexpr std::size_t kAll = SIZE_MAX;
+    if (kind_ == Kind::flash || FlashEngine_1_00::isPackage(content_->view())) {
+      most_ = kAll;
+    } else if (kind_ == Kind::other) {
+      cutAt(keepsOthers_ ? kWhole : kHead);
+    } else {
+      cutAt(std::max(kWhole, endOfText()));
+    }
+  }
+
+  void cutAt(std::size_t most) {
+    most_ = most;
+    isCut_ = content_->size > most;
+    if (isCut_) content_->cut(most);
+  }
+
+  // Behind the first zero byte: the engine reads a source so far, and none that is larger than an int.
+  std::size_t endOfText() {
+    const std::string_view fresh = content_->view().substr(searched_);
+    const std::size_t zero = fresh.find('\0');
+    if (zero != std::string_view::npos) return searched_ + zero + 1;
+    searched_ = content_->size;
+    return searched_ <= INT_MAX ? searched_ : std::size_t{INT_MAX};
+  }
+
+  std::shared_ptr<MemoryPlace::Content> content_;
+  Kind kind_;
+  bool keepsOthers_;
+  bool isCut_ = false;
+  std::size_t most_ = kHead;
+  std::size_t searched_ = 0;
+};
+
+}  // namespace
+
+MemoryPlace::MemoryPlace(std::function<bool(const std::string& path)> keepsOther)
+    : keepsOther_(std::move(keepsOther)) {}
+MemoryPlace::~MemoryPlace() = default;
+
+// ---- names ---------------------------------------------------------------------------------------------------------
+
+bool MemoryPlace::isDirectory(const std::string& path) const {
+  const auto found = nodes_.find(path);
+  return found != nodes_.end() && found->second.content == nullptr;
+}
+
+std::string MemoryPlace::resolve(std::string_view path, ExpansionBudget* budget) {
+  if (path.empty() || path.front() == '/') return {};
+  std::string whole = current_;
+  std::string_view last;
+  for (std::size_t slash = 0; slash != std::string_view::npos;) {
+    slash = path.find('/');
+    const std::string_view part = path.substr(0, slash);
+    if (slash != std::string_view::npos) path.remove_prefix(slash + 1);
+    if (part.empty()) continue;
+    if (last == "..") return {};
+    if (!last.empty() && last != ".") {
+      whole.append("/").append(last);
+      const bool isNew = nodes_.count(whole) == 0;
+      if (isNew && (budget == nullptr || !budget->takeDirectory())) return {};
+      if (isNew) nodes_.emplace(whole, Node{});
+      if (!isDirectory(whole)) return {};
+    }
+    last = part;
+  }
+  if (last.empty() || last == "." || last == "..") return {};
+  return whole.append("/").append(last);
+}
+
+int MemoryPlace::makeExtractionDirectory(const std::string& path) {
+  return nodes_.emplace(path, Node{}).second ? 0 : -1;
+}
+
+int MemoryPlace::enterDirectory(const std::string& path) {
+  if (!isDirectory(path)) return -1;
+  current_ = path;
+  return 0;
+}
+
+bool MemoryPlace::isThere(const std::string& path) {
+  return nodes_.count(resolve(path, nullptr)) > 0;
+}
+
+int MemoryPlace::createDirectory(const std::string& path) {
+  const std::string whole = resolve(path, nullptr);
+  return !whole.empty() && nodes_.emplace(whole, Node{}).second ? 0 : -1;
+}
+
+// ---- files ---------------------------------------------------------------------------------------------------------
+
+std::unique_ptr<FileSink> MemoryPlace::createFile(const std::string& path, ExpansionBudget& budget, bool& replaced) {
+  const std::string whole = resolve(path, &budget);
+  replaced = false;
+  if (whole.empty() || isDirectory(whole)) return nullptr;
+  std::vector<std::string>& listed = listed_[current_];
+  Node& node = nodes_[whole];
+  replaced = node.content != nullptr;
+  node = {std::make_shared<Content>(), listed.size()};
+  listed.push_back(whole);
+  return std::make_unique<MemorySink>(node.content, kindOf(whole), keepsOther_ != nullptr && keepsOther_(whole));
+}
+
+File MemoryPlace::open(const std::string& path) {
+  const auto node = nodes_.find(path);
+  if (node != nodes_.end()) {
+    const std::shared_ptr<Content>& content = node->second.content;
+    if (content == nullptr) return nullptr;
+    static char none;
+    return File(fmemopen(content->size == 0 ? &none : content->bytes.get(), content->size, "rb"));
+  }
+  const auto input = inputs_.find(path);
+  return openFile(input == inputs_.end() ? path : input->second, "rb");
+}
+
+File MemoryPlace::createResultFile(const std::string& /*path*/) {
+  return openFile("/dev/null", "wb");  // the lines are in the engine's list, too
+}
+
+void MemoryPlace::listFiles(const std::string& dir, FlashEngine_1_00::PartObserver* /*observer*/,
+                            std::vector<std::string>& found) {
+  const std::vector<std::string>& listed = listed_[dir];
+  for (std::size_t i = 0; i < listed.size(); ++i) {
+    if (nodes_.at(listed[i]).place == i) found.push_back(listed[i]);
+  }
+}
+
+void MemoryPlace::remove(const std::string& path) {
+  for (const std::string& file : listed_[path])
+    nodes_.erase(file);
+  listed_.erase(path);
+}
