@@ -2,6 +2,8 @@
 
 #include "checker/run/MemoryPlace.h"
 
+#include <libdeflate.h>
+
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
@@ -37,16 +39,17 @@ struct MemoryPlace::Content {
   std::size_t size = 0;
   std::size_t room = 0;
 
-  void reserve(std::size_t wanted) {
-    if (wanted <= room) return;
+  bool reserve(std::size_t wanted) {
+    if (wanted <= room) return true;
     auto* const moved = static_cast<char*>(std::realloc(bytes.get(), wanted));
-    if (moved == nullptr) throw std::bad_alloc();
+    if (moved == nullptr) return false;
     (void)bytes.release();
     bytes.reset(moved);
     room = wanted;
+    return true;
   }
   void append(const char* added, std::size_t count) {
-    if (size + count > room) reserve(std::max(size + count, room + room / 2));
+    if (!reserve(size + count > room ? std::max(size + count, room + room / 2) : room)) throw std::bad_alloc();
     std::memcpy(bytes.get() + size, added, count);
     size += count;
   }
@@ -62,6 +65,45 @@ struct MemoryPlace::Content {
   std::string_view view() const { return {bytes.get(), size}; }
 };
 
+// Whole deflate streams, one after the other.
+class MemoryPlace::Inflater {
+ public:
+  Inflater() : decompressor_(libdeflate_alloc_decompressor()) {}
+  ~Inflater() { libdeflate_free_decompressor(decompressor_); }
+  Inflater(const Inflater&) = delete;
+  Inflater& operator=(const Inflater&) = delete;
+
+  char* room(std::size_t packedSize) {
+    if (decompressor_ == nullptr) return nullptr;
+    return packed_.reserve(std::max(packedSize, kHead)) ? packed_.bytes.get() : nullptr;
+  }
+
+  // What the bytes in the room inflate to, if it has that size and checksum and ends with them.
+  bool inflate(std::size_t packedSize, std::size_t size, unsigned long crc, Content& content) {
+    content.size = 0;
+    if (!content.reserve(std::max<std::size_t>(size, 1))) return false;
+    if (isWhole(packedSize, size, crc, content)) {
+      content.size = size;
+      return true;
+    }
+    content = Content{};
+    return false;
+  }
+
+ private:
+  bool isWhole(std::size_t packedSize, std::size_t size, unsigned long crc, const Content& content) const {
+    std::size_t read = 0;
+    std::size_t made = 0;
+    const libdeflate_result result = libdeflate_deflate_decompress_ex(decompressor_, packed_.bytes.get(), packedSize,
+                                                                      content.bytes.get(), size, &read, &made);
+    return result == LIBDEFLATE_SUCCESS && read == packedSize && made == size &&
+           libdeflate_crc32(0, content.bytes.get(), size) == crc;
+  }
+
+  libdeflate_decompressor* decompressor_;
+  Content packed_;
+};
+
 namespace {
 
 enum class Kind { source, flash, other };
@@ -73,13 +115,21 @@ Kind kindOf(const std::string& path) {
 
 class MemorySink : public FileSink {
  public:
-  MemorySink(std::shared_ptr<MemoryPlace::Content> content, Kind kind, bool keepsOthers)
-      : content_(std::move(content)), kind_(kind), keepsOthers_(keepsOthers) {}
+  MemorySink(std::shared_ptr<MemoryPlace::Content> content, MemoryPlace::Inflater& inflater, Kind kind,
+             bool keepsOthers)
+      : content_(std::move(content)), inflater_(inflater), kind_(kind), keepsOthers_(keepsOthers) {}
 
   bool write(const char* bytes, std::size_t size) override {
     if (isCut_) return true;
     content_->append(bytes, size);
     if (content_->size > most_) cutWhereNobodyReads();
+    return true;
+  }
+
+  char* roomForPacked(std::size_t packedSize) override { return inflater_.room(packedSize); }
+  bool inflate(std::size_t packedSize, std::size_t size, unsigned long crc) override {
+    if (!inflater_.inflate(packedSize, size, crc, *content_)) return false;
+    if (size > most_) cutWhereNobodyReads();
     return true;
   }
 
@@ -117,6 +167,7 @@ class MemorySink : public FileSink {
   }
 
   std::shared_ptr<MemoryPlace::Content> content_;
+  MemoryPlace::Inflater& inflater_;
   Kind kind_;
   bool keepsOthers_;
   bool isCut_ = false;
@@ -127,7 +178,7 @@ class MemorySink : public FileSink {
 }  // namespace
 
 MemoryPlace::MemoryPlace(std::function<bool(const std::string& path)> keepsOther)
-    : keepsOther_(std::move(keepsOther)) {}
+    : keepsOther_(std::move(keepsOther)), inflater_(std::make_unique<Inflater>()) {}
 MemoryPlace::~MemoryPlace() = default;
 
 // ---- names ---------------------------------------------------------------------------------------------------------
@@ -190,7 +241,8 @@ std::unique_ptr<FileSink> MemoryPlace::createFile(const std::string& path, Expan
   replaced = node.content != nullptr;
   node = {std::make_shared<Content>(), listed.size()};
   listed.push_back(whole);
-  return std::make_unique<MemorySink>(node.content, kindOf(whole), keepsOther_ != nullptr && keepsOther_(whole));
+  return std::make_unique<MemorySink>(node.content, *inflater_, kindOf(whole),
+                                      keepsOther_ != nullptr && keepsOther_(whole));
 }
 
 File MemoryPlace::open(const std::string& path) {

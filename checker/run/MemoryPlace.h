@@ -17,6 +17,7 @@
 class MemoryPlace : public FlashEngine_1_00::FilePlace {
  public:
   struct Content;
+  class Inflater;
 
   // `keepsOther` by path; or null: none.
   explicit MemoryPlace(std::function<bool(const std::string& path)> keepsOther);
@@ -51,6 +52,7 @@ class MemoryPlace : public FlashEngine_1_00::FilePlace {
   std::string resolve(std::string_view path, FlashEngine_1_00::ExpansionBudget* budget);
 
   const std::function<bool(const std::string& path)> keepsOther_;
+  std::unique_ptr<Inflater> inflater_;
   std::string current_;
   std::unordered_map<std::string, Node> nodes_;                       // by whole path
   std::unordered_map<std::string, std::vector<std::string>> listed_;  // by extraction directory

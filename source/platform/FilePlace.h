@@ -4,7 +4,6 @@
 #include <ctime>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "platform/File.h"
@@ -29,9 +28,11 @@ class FileSink {
   virtual bool write(const char* bytes, std::size_t size) = 0;
   virtual bool finish() = 0;
 
-  // Makes the file of a whole deflate stream, which ends with `packed`, is `size` bytes long inflated and has this
-  // checksum. False where anything is otherwise, or the place has no way that beats zlib's; the file is empty then.
-  virtual bool inflate(std::string_view /*packed*/, std::size_t /*size*/, unsigned long /*crc*/) { return false; }
+  // For a place that inflates whole deflate streams faster than zlib does: memory for the bytes of one, or null. Then
+  // makes the file of them: the stream has to end with them, and what it inflates to has this size and checksum. False
+  // if anything is otherwise; the file is empty then, and whoever asked does it piece by piece.
+  virtual char* roomForPacked(std::size_t /*packedSize*/) { return nullptr; }
+  virtual bool inflate(std::size_t /*packedSize*/, std::size_t /*size*/, unsigned long /*crc*/) { return false; }
 };
 
 class FilePlace {

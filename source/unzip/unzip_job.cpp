@@ -222,12 +222,35 @@ struct Copied {
   bool isWhole;  // there are no more of them than the headers say
 };
 
+// Whether the sizes of a deflated entry are ones that it can have: what is read and inflated at once has to be worth
+// it.
+bool hasSaneSizes(const unz_file_info64& info) {
+  constexpr ZPOS64_T kMost = ZPOS64_T{64} << 20;
+  constexpr ZPOS64_T kMostRatio = 1032;  // of deflate
+  const ZPOS64_T packed = info.compressed_size;
+  const ZPOS64_T size = info.uncompressed_size;
+  return packed <= kMost && size <= kMost && size <= kMostRatio * packed && packed <= size + size / 8 + 64;
+}
+
+// Writes the data of a deflated entry, which begin at `begin`, to `output` at once, if all of them are as the headers
+// say. False if they are not, or the place has no way to do that: nothing was written then.
+bool writeAtOnce(const Entry& entry, ZPOS64_T begin, FileSink& output, const ExtractOptions& options) {
+  const auto packed = static_cast<std::size_t>(entry.info.compressed_size);
+  const auto size = static_cast<std::size_t>(entry.info.uncompressed_size);
+  if (!hasSaneSizes(entry.info) || !options.run->budget.hasBytes(size)) return false;
+  char* const room = output.roomForPacked(packed);
+  if (room == nullptr || fseeko(options.stream, static_cast<off_t>(begin), SEEK_SET) != 0) return false;
+  return std::fread(room, 1, packed, options.stream) == packed && output.inflate(packed, size, entry.info.crc) &&
+         options.run->budget.takeBytes(size);
+}
+
 // Writes the data of the open entry, which begin at `begin`, to `output`. Deflated ones are inflated here, to know
 // where their stream ends.
 Copied writeEntry(unzFile package, const Entry& entry, ZPOS64_T begin, FileSink& output, const ExtractOptions& options,
                   char* buffer) {
   ExpansionBudget& budget = options.run->budget;
   if (entry.info.compression_method == Z_DEFLATED && options.password == nullptr && options.stream != nullptr) {
+    if (writeAtOnce(entry, begin, output, options)) return {UNZ_OK, true};
     const std::unique_ptr<DeflatedEntry> data(new (std::nothrow) DeflatedEntry(options.stream, begin, entry.info));
     if (data == nullptr) return {Z_MEM_ERROR, true};
     const auto inflateNext = [&](char* piece, unsigned room) { return data->read(piece, room); };
