@@ -27,6 +27,8 @@ constexpr std::size_t kHead = std::size_t{64} << 10;
 constexpr std::size_t kWhole = (std::size_t{16} << 20) + 1;
 static_assert(kWhole < INT_MAX);
 
+constexpr off_t kMostPackage = 256 << 20;  // bytes of a package of the user's that is read at once
+
 struct Free {
   void operator()(char* bytes) const { std::free(bytes); }
 };
@@ -230,6 +232,15 @@ int MemoryPlace::createDirectory(const std::string& path) {
   return !whole.empty() && nodes_.emplace(whole, Node{}).second ? 0 : -1;
 }
 
+namespace {
+
+File openContent(const MemoryPlace::Content& content) {
+  static char none;
+  return File(fmemopen(content.size == 0 ? &none : content.bytes.get(), content.size, "rb"));
+}
+
+}  // namespace
+
 // ---- files ---------------------------------------------------------------------------------------------------------
 
 std::unique_ptr<FileSink> MemoryPlace::createFile(const std::string& path, ExpansionBudget& budget, bool& replaced) {
@@ -248,13 +259,33 @@ std::unique_ptr<FileSink> MemoryPlace::createFile(const std::string& path, Expan
 File MemoryPlace::open(const std::string& path) {
   const auto node = nodes_.find(path);
   if (node != nodes_.end()) {
-    const std::shared_ptr<Content>& content = node->second.content;
-    if (content == nullptr) return nullptr;
-    static char none;
-    return File(fmemopen(content->size == 0 ? &none : content->bytes.get(), content->size, "rb"));
+    return node->second.content == nullptr ? nullptr : openContent(*node->second.content);
   }
   const auto input = inputs_.find(path);
-  return openFile(input == inputs_.end() ? path : input->second, "rb");
+  const std::string& user = input == inputs_.end() ? path : input->second;
+  if (user == packagePath_) return openContent(*package_);
+  return openPackage(user, openFile(user, "rb"));
+}
+
+// An entry costs several small reads from different places, each of which would be two calls of the system's.
+File MemoryPlace::openPackage(const std::string& path, File file) {
+  char head[8];
+  if (file == nullptr) return file;
+  const off_t size = FlashEngine_1_00::sizeOf(file.get());
+  const std::size_t count = std::fread(head, 1, sizeof head, file.get());
+  std::rewind(file.get());
+  if (size > kMostPackage || !FlashEngine_1_00::isPackage({head, count})) return file;
+  auto content = std::make_shared<Content>();
+  const auto wanted = static_cast<std::size_t>(size);
+  if (!content->reserve(wanted)) return file;
+  content->size = std::fread(content->bytes.get(), 1, wanted, file.get());
+  if (content->size != wanted) {
+    std::rewind(file.get());
+    return file;
+  }
+  packagePath_ = path;
+  package_ = std::move(content);
+  return openContent(*package_);
 }
 
 File MemoryPlace::createResultFile(const std::string& /*path*/) {

@@ -52,7 +52,12 @@ class MemoryPlace : public FlashEngine_1_00::FilePlace {
   std::string resolve(std::string_view path, FlashEngine_1_00::ExpansionBudget* budget);
 
   const std::function<bool(const std::string& path)> keepsOther_;
+  // A package of the user's, whole; the last one that was opened.
+  FlashEngine_1_00::File openPackage(const std::string& path, FlashEngine_1_00::File file);
+
   std::unique_ptr<Inflater> inflater_;
+  std::string packagePath_;
+  std::shared_ptr<Content> package_;
   std::string current_;
   std::unordered_map<std::string, Node> nodes_;                       // by whole path
   std::unordered_map<std::string, std::vector<std::string>> listed_;  // by extraction directory
