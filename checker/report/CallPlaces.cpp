@@ -33,7 +33,7 @@ class SourceOffsets {
 
 // The file's text as the engine read it; empty if it cannot be read, or not whole.
 std::string textOf(const std::string& path) {
-  const FlashEngine_1_00::File file = FlashEngine_1_00::openFile(path, "rb");
+  const FlashEngine_1_00::File file = FlashEngine_1_00::openInput(path);
   std::string text;
   if (file == nullptr) return text;
   char buffer[65536];

@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <set>
 
 namespace fs = std::filesystem;
@@ -24,16 +23,15 @@ bool isPackage(const std::string& path) {
 }  // namespace
 
 void ApplicationFiles::take(const std::string& path) {
-  std::error_code error;
-  if (!isWanted_(path) || !fs::is_regular_file(fs::symlink_status(path, error))) return;
-  const auto size = fs::file_size(path, error);
-  if (error) return;
-  if (size > kMaxFile || total_ + size > kMaxTotal) {
+  const FlashEngine_1_00::File file = isWanted_(path) ? FlashEngine_1_00::openInput(path) : nullptr;
+  const off_t size = file == nullptr ? -1 : FlashEngine_1_00::sizeOf(file.get());
+  if (size < 0) return;
+  if (size > static_cast<off_t>(kMaxFile) || total_ + static_cast<std::size_t>(size) > kMaxTotal) {
     tooLarge_.push_back(path);
     return;
   }
-  std::ifstream stream(path, std::ios::binary);
-  std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+  std::string bytes(static_cast<std::size_t>(size), '\0');
+  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
   total_ += bytes.size();
   bytes_[path] = std::move(bytes);
 }
@@ -45,13 +43,17 @@ void ApplicationFiles::takeExtracted(const FlashEngine_1_00::APIAnalysis& engine
 
 void ApplicationFiles::takeOwn() {
   std::error_code error;
+  const auto takeRegular = [&](const fs::path& path) {
+    std::error_code none;
+    if (fs::is_regular_file(fs::symlink_status(path, none))) take(path.string());
+  };
   if (!fs::is_directory(application_, error)) {
-    if (!isPackage(application_)) take(application_);
+    if (!isPackage(application_)) takeRegular(application_);
     return;
   }
   for (auto at = fs::recursive_directory_iterator(application_, error); !error && at != fs::end(at);
        at.increment(error))
-    take(at->path().string());
+    takeRegular(at->path());
 }
 
 // Without the application's own path: what counts in it is a path from its root.

@@ -7,8 +7,6 @@
 
 #include "checker/run/EngineRun.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -22,7 +20,7 @@
 #include "checker/options/Suggestion.h"
 #include "checker/run/FileGaps.h"
 #include "checker/run/GapReasons.h"
-#include "checker/run/PrivateDirectory.h"
+#include "checker/run/MemoryPlace.h"
 
 namespace fs = std::filesystem;
 
@@ -33,7 +31,10 @@ using FlashEngine_1_00::NotRead;
 
 namespace {
 
-constexpr std::size_t kMaxLinkName = 100;
+constexpr std::size_t kMaxInputName = 100;
+
+// What the engine's paths of our own files begin with. No file of a user's can: nobody makes files in /proc.
+constexpr const char* kRoot = "/proc/tarvo-check-files";
 constexpr unsigned kMiB = 20;  // as a shift
 
 std::string formatted(const char* format, va_list arguments) {
@@ -64,22 +65,6 @@ class Gaps {
   std::set<std::pair<std::string, std::string>> known_;
 };
 
-// Restores the working directory, which a run that expands a package changes.
-class WorkingDirectory {
- public:
-  WorkingDirectory() : directory_(open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)) {}
-  ~WorkingDirectory() {
-    if (directory_ < 0) return;
-    (void)!fchdir(directory_);
-    close(directory_);
-  }
-  WorkingDirectory(const WorkingDirectory&) = delete;
-  WorkingDirectory& operator=(const WorkingDirectory&) = delete;
-
- private:
-  int directory_;
-};
-
 // The list into which the engine writes its lines.
 class ResultList {
  public:
@@ -93,8 +78,9 @@ class Run : public FlashEngine_1_00::Observer {
  public:
   explicit Run(const EngineRunOptions& options)
       : options_(options),
-        paths_{fs::absolute(options.database).string(), directory_.path(), directory_.path() + "/AnalysisResult"},
-        names_(directory_.path()) {
+        place_(options.keeps),
+        paths_{fs::absolute(options.database).string(), kRoot, std::string(kRoot) + "/AnalysisResult", &place_},
+        names_(kRoot) {
     accepted = options.accepted;
     all = options.all;
   }
@@ -129,7 +115,7 @@ class Run : public FlashEngine_1_00::Observer {
   Met& met() { return isBehindStop_ ? behindStop_ : met_; }
 
   const EngineRunOptions& options_;
-  PrivateDirectory directory_;
+  MemoryPlace place_;
   FlashEngine_1_00::EnginePaths paths_;
   PathNames names_;
   std::vector<std::string> inputs_;                 // as the engine gets them
@@ -198,13 +184,11 @@ void Run::addInput(const std::string& path, const std::string& shownAs) {
   const bool misread = absolute.parent_path().string().find(".fla") != std::string::npos ||
                        enginePath.size() > FlashEngine_1_00::kMaxPackageName;
   if (misread) {
-    const fs::path link = fs::path(directory_.path()) / "input" / std::to_string(inputs_.size());
-    const bool isLong = absolute.filename().string().size() > kMaxLinkName;
+    const bool isLong = absolute.filename().string().size() > kMaxInputName;
     const std::string name =
-        isLong ? "application" + absolute.extension().string().substr(0, kMaxLinkName) : absolute.filename().string();
-    fs::create_directories(link);
-    fs::create_symlink(absolute, link / name);
-    enginePath = (link / name).string();
+        isLong ? "application" + absolute.extension().string().substr(0, kMaxInputName) : absolute.filename().string();
+    enginePath = std::string(kRoot) + "/input/" + std::to_string(inputs_.size()) + "/" + name;
+    place_.addInput(enginePath, absolute.string());
   }
   inputs_.push_back(enginePath);
   names_.add(enginePath, shownAs);
@@ -302,7 +286,6 @@ std::string Run::failureOf(RunResult code, const Outcome& outcome) const {
 }
 
 Outcome Run::start() {
-  const WorkingDirectory restored;
   const CurrentRun current(this);
   const ResultList list;
   auto engine = std::make_unique<APIAnalysis>();

@@ -18,6 +18,10 @@ struct EngineRunOptions {
   unsigned unpacked = 0;                // MiB that the packages of the application expand to; 0: as many as these:
   FlashEngine_1_00::ExpansionBounds expansion = {};
 
+  // Of extracted files that are neither sources nor Flash files nor packages: whether a file of this name is kept for
+  // beforeRemoval, of at most 16 MiB; or null: none is.
+  std::function<bool(const std::string& path)> keeps = {};
+
   // Told while the engine works; or null. The second when the lists are full and extracted files still there.
   std::function<void(const FlashEngine_1_00::FoundCall& call)> callFound = {};
   std::function<void(const FlashEngine_1_00::APIAnalysis& engine)> beforeRemoval = {};
@@ -39,8 +43,7 @@ struct Outcome {
 };
 
 // Runs the engine on `application`: a package, a directory (its files, recursively, sorted) or a single file. Relative
-// paths count from the current directory, which is restored; whatever the engine writes is gone afterwards. One run at
-// a time.
+// paths count from the current directory. Nothing is written to the disk. One run at a time.
 //
 // Throws std::runtime_error with a message for the user if the application cannot be read, or if its packages expand to
 // more than `unpacked`.

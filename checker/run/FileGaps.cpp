@@ -45,7 +45,7 @@ std::vector<std::string> fileGaps(const std::string& path) {
   const std::string extension = CStringUtil().findFileExtention(path);
   const std::string small = mapped(extension, std::tolower);
   const bool isKnown = extension == small || extension == mapped(extension, std::toupper);
-  const FlashEngine_1_00::File file = FlashEngine_1_00::openFile(path, "rb");
+  const FlashEngine_1_00::File file = FlashEngine_1_00::openInput(path);
   if (file == nullptr) return {};
   if (!isKnown && isSourceExtension(small)) return {"its extension is written neither in small nor in capital letters"};
   if (isKnown && small == kFlashExtension) return {};

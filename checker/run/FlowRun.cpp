@@ -156,6 +156,10 @@ void addResult(const flow::Result& result, const ReportedFiles& files, const Flo
 
 FlowRun::FlowRun(std::string application) : files_(std::move(application), isRead) {}
 
+bool FlowRun::reads(const std::string& path) {
+  return isRead(path);
+}
+
 void FlowRun::takeFiles(const FlashEngine_1_00::APIAnalysis& engine) {
   files_.takeExtracted(engine);
 }
@@ -179,6 +183,10 @@ void FlowRun::run(const FlowOptions& options, const std::string& database, const
 #else
 
 FlowRun::FlowRun(std::string application) : files_(std::move(application), {}) {}
+
+bool FlowRun::reads(const std::string&) {
+  return false;
+}
 
 void FlowRun::takeFiles(const FlashEngine_1_00::APIAnalysis&) {}
 

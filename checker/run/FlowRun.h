@@ -20,6 +20,9 @@ class FlowRun {
  public:
   explicit FlowRun(std::string application);
 
+  // Whether the analysis wants a file of this name.
+  static bool reads(const std::string& path);
+
   // Reads the files out of packages while they are still there.
   void takeFiles(const FlashEngine_1_00::APIAnalysis& engine);
 

@@ -349,6 +349,11 @@ void inspect(const InspectionOptions& options, ApplicationReport& report) {
   runOptions.callFound = [&](const FoundCall& call) { calls.record(call); };
   FlowRun flow(report.application);
   TrialRun trialRun(report.application);
+  if (options.trial.isOn) {
+    runOptions.keeps = [](const std::string&) { return true; };
+  } else if (options.flow.isOn) {
+    runOptions.keeps = FlowRun::reads;
+  }
   runOptions.beforeRemoval = [&](const APIAnalysis& engine) {
     calls.placeInSources(engine);
     if (options.flow.isOn) flow.takeFiles(engine);

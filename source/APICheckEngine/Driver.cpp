@@ -3,35 +3,16 @@
 // Reads and fills no list of its own; it orders the stages, removes what was extracted and publishes resultList.
 // Tests: tests/APICheckEngine/Driver_test.cpp, Faults_test.cpp, tests/memory/Allocation_test.cpp.
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include "APICheckEngine/APIAnalysis.h"
-#include "platform/Descriptor.h"
-#include "platform/File.h"
+#include "platform/FilePlace.h"
 #include "platform/Log.h"
 #include "platform/Paths.h"
-#include "platform/RemoveTree.h"
 #include "platform/TimeBudget.h"
 #include "swf/UnlistedScript.h"
 #include "tarvo/api_check_engine.h"
+#include "unzip/disk_place.h"
 
 namespace FlashEngine_1_00 {
-namespace {
-
-// The file at `path`, empty. Its name is known to every user of the system: a link that one of them put there leads to
-// a file that is not ours, and a pipe would block us. Null then, or if it cannot be opened.
-File openResultFile(const std::string& path) {
-  Descriptor descriptor(open(path.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666));
-  struct stat status {};
-  if (!descriptor || fstat(descriptor.number(), &status) != 0) return nullptr;
-  if (!S_ISREG(status.st_mode) || status.st_nlink > 1 || ftruncate(descriptor.number(), 0) != 0) return nullptr;
-  return openFile(std::move(descriptor), "w");
-}
-
-}  // namespace
-
 bool isFlashFile(const std::string& path) {
   const std::string extension = CStringUtil().findFileExtention(path);
   return extension == "SWF" || extension == "swf";
@@ -88,7 +69,7 @@ void APIAnalysis::removeExtracted() {
   // The extracted files go with their directories: removed by their paths, a link planted in a directory would lead to
   // files that are not ours.
   for (const std::string& directory : extractedDirList)
-    removeTree(directory);
+    currentPlace().remove(directory);
 }
 
 // Writes the finding lines to the result file, and returns them. A file that cannot be written changes nothing else.
@@ -99,7 +80,7 @@ std::vector<std::string> APIAnalysis::writeResultFile() {
     lines.push_back(*line);
   const std::string& path = enginePaths().resultFile;
   TARVO_LOG_AS(kDriver, " outPutFileFullPath [%s]", path.c_str());
-  if (File file = openResultFile(path)) {
+  if (File file = currentPlace().createResultFile(path)) {
     bool written = true;
     for (const std::string& line : lines)
       written = std::fwrite(line.data(), 1, line.size(), file.get()) == line.size() && written;

@@ -13,6 +13,7 @@
 #include "APICheckEngine/DatabaseXml.h"
 #include "APICheckEngine/Keys.h"
 #include "platform/File.h"
+#include "platform/FilePlace.h"
 #include "platform/Limits.h"
 #include "platform/Paths.h"
 #include "platform/RemoveTree.h"
@@ -21,6 +22,8 @@
 #include "tarvo/Print_Log.h"
 #include "tarvo/RunResult.h"
 #include "tarvo/api_check_engine.h"
+#include "unzip/expansion_budget.h"
+#include "unzip/package_layout.h"
 
 namespace FlashEngine_1_00 {
 

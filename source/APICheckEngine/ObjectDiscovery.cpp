@@ -77,8 +77,9 @@ class APIAnalysis::Aliases {
   std::vector<Alias> of(const std::string& symbol) {
     std::vector<Alias> aliases;
     std::set<std::pair<std::string, int>> followed;  // function and position
+    detail::PassedSymbol passed(symbol);
     for (std::size_t source = 0; source < calls_.size(); ++source) {
-      for (const std::string_view call : calls_[source].passing(symbol)) {
+      for (const std::string_view call : calls_[source].passing(passed)) {
         const auto [function, position] = detail::passedArgument(std::string(call), symbol);
         if (function.find("getElementById") != std::string::npos) continue;
         if (!followed.emplace(function, position).second) continue;

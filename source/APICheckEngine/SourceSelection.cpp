@@ -17,7 +17,7 @@
 #include "APICheckEngine/search/ExcerptAccesses.h"
 #include "APICheckEngine/search/Excerpts.h"
 #include "APICheckEngine/search/ScriptFunctions.h"
-#include "platform/File.h"
+#include "platform/FilePlace.h"
 #include "platform/Limits.h"
 #include "platform/Log.h"
 #include "regex/Pattern.h"
@@ -98,8 +98,8 @@ std::string readText(std::FILE* file) {
   constexpr std::size_t kFirstRead = 65536;
   std::string text;
   struct stat status {};
-  const bool hasSize = fstat(fileno(file), &status) == 0 && status.st_size > 0 && status.st_size < kMostAtOnce;
-  text.resize(hasSize ? static_cast<std::size_t>(status.st_size) + 1 : kFirstRead);
+  const off_t bytes = fstat(fileno(file), &status) == 0 ? status.st_size : sizeOf(file);  // in memory: no descriptor
+  text.resize(bytes > 0 && bytes < kMostAtOnce ? static_cast<std::size_t>(bytes) + 1 : kFirstRead);
   for (std::size_t size = 0;; text.resize(std::min<std::size_t>(2 * size, INT_MAX))) {
     const std::size_t read = std::fread(text.data() + size, 1, text.size() - size, file);
     const void* zero = std::memchr(text.data() + size, '\0', read);
@@ -158,7 +158,7 @@ void APIAnalysis::appendScriptFunctions(const std::string& cleaned, const std::s
 int APIAnalysis::CheckFileAnalysisWorth(std::string path, std::string*& cleaned) {
   const std::string extension = stringUtil_.findFileExtention(path);
   if (!isOneOf(extension, kScanned)) return 0;
-  const File file = openFile(path, "r");
+  const File file = openInput(path);
   if (file == nullptr) {
     TARVO_LOG(" file[%s] Open Error ", path.c_str());
     notRead(Gap::fileUnreadable, path);

@@ -10,7 +10,7 @@
 #include <array>
 #include <new>
 
-#include "platform/File.h"
+#include "platform/FilePlace.h"
 #include "platform/Limits.h"
 #include "platform/Log.h"
 #include "platform/TimeBudget.h"
@@ -123,7 +123,7 @@ DeAssembler::~DeAssembler() = default;
 
 RunResult DeAssembler::SWFDeAssemblerMain(std::string path, std::vector<std::string>& lines) {
   if (timeBudgetSpent()) return RUN_TIME_LIMIT;
-  const File file = openFile(path, "rb");
+  const File file = openInput(path);
   if (file == nullptr) return RUN_SWF_OPEN_FAILED;
   resetMemberVariable();
   std::vector<unsigned char> image;

@@ -11,7 +11,7 @@
 #include <optional>
 #include <utility>
 
-#include "platform/File.h"
+#include "platform/FilePlace.h"
 #include "platform/Limits.h"
 #include "swf/DeAssembler.h"
 
@@ -174,7 +174,7 @@ std::vector<unsigned char> readPlain(std::FILE* file) {
 }  // namespace
 
 std::vector<Gap> unlistedScript(const std::string& path) {
-  const File file = openFile(path, "rb");
+  const File file = openInput(path);
   if (file == nullptr) return {};
   DeAssembler reader;
   const std::string signature = reader.getSWFHeader(file.get());

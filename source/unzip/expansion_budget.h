@@ -26,6 +26,8 @@ class ExpansionBudget {
     return isTaken;
   }
 
+  bool hasBytes(std::uint64_t bytes) const { return bytes <= left_.bytes; }
+
   // Whether it was the bytes that did not suffice at some time.
   bool passedBytes() const { return passedBytes_; }
 

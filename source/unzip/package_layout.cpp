@@ -6,13 +6,11 @@
 
 #include "unzip/package_layout.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -74,10 +72,12 @@ std::string_view extraField(std::string_view extra, unsigned wanted) {
 
 class Layout {
  public:
-  explicit Layout(std::FILE* package) : file_(fileno(package)) {
-    struct stat status {};
-    if (fstat(file_, &status) == 0) size_ = static_cast<Place>(status.st_size);
+  explicit Layout(std::FILE* package) : file_(package), position_(ftello(package)) {
+    if (fseeko(file_, 0, SEEK_END) == 0) size_ = static_cast<Place>(std::max<off_t>(ftello(file_), 0));
   }
+  ~Layout() { (void)fseeko(file_, position_, SEEK_SET); }
+  Layout(const Layout&) = delete;
+  Layout& operator=(const Layout&) = delete;
 
   bool holdsMore() {
     const bool isKnown = findEnd() && findEntries();
@@ -88,8 +88,8 @@ class Layout {
   // As many of the bytes at `at` as there are, at most `size`.
   std::string read(Place at, std::size_t size) const {
     std::string bytes(size, '\0');
-    const ssize_t count = at > size_ ? 0 : pread(file_, bytes.data(), size, static_cast<off_t>(at));
-    bytes.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
+    const bool isThere = at <= size_ && fseeko(file_, static_cast<off_t>(at), SEEK_SET) == 0;
+    bytes.resize(isThere ? std::fread(bytes.data(), 1, size, file_) : 0);
     return bytes;
   }
 
@@ -198,7 +198,8 @@ class Layout {
     return bytes.find_first_not_of('\0') == std::string::npos;
   }
 
-  int file_;
+  std::FILE* file_;
+  off_t position_;
   Place size_ = 0;
   Place before_ = 0;  // bytes before what offsets count from
   Place directorySize_ = 0;
@@ -208,6 +209,13 @@ class Layout {
 };
 
 }  // namespace
+
+// Local header, end of the central directory, spanning marker, and three makers' own.
+bool isPackage(std::string_view head) {
+  static constexpr std::string_view kSignatures[] = {kLocalHeader, kEnd, kDescriptor, "PKLI", "PKSp", "PKnZ"};
+  return std::any_of(std::begin(kSignatures), std::end(kSignatures),
+                     [&](std::string_view signature) { return begins(head, signature); });
+}
 
 bool holdsMoreThanItsEntries(std::FILE* package) {
   return Layout(package).holdsMore();

@@ -8,6 +8,9 @@
 
 namespace FlashEngine_1_00 {
 
+// Whether a file that begins with `head` is a package.
+bool isPackage(std::string_view head);
+
 // Whether `package` holds bytes that neither an entry of its directory nor the directory accounts for: a second package
 // before, behind or in the comment of the first, or entries that only those find who read a package from its start.
 // Zeroes that fill a gap, and one marker of four bytes in front, are no such bytes. The stream's position stays.

@@ -7,7 +7,6 @@
 
 #include "unzip/unzip_job.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -38,8 +37,8 @@ constexpr const char* kExtractEntry = "do_extract_currentfile";
 // An open package. minizip forgets the file that it has opened if it gets no memory after that: it is closed here.
 class Package {
  public:
-  // Opens the package at `path`, or at `path`.zip.
-  explicit Package(const char* path) {
+  // Opens the package at `path` of `place`, or at `path`.zip.
+  Package(const char* path, FilePlace& place) : place_(place) {
     fill_fopen64_filefunc(&stdio_);
     const std::string name = std::string(path).substr(0, kMaxPackageName);
     if (!open(name)) (void)open(name + ".zip");
@@ -56,9 +55,9 @@ class Package {
   bool open(const std::string& name) {
     zlib_filefunc64_def functions = stdio_;
     functions.opaque = this;
-    functions.zopen64_file = [](voidpf self, const void* path, int mode) {
+    functions.zopen64_file = [](voidpf self, const void* path, int) -> voidpf {
       auto& package = *static_cast<Package*>(self);
-      return package.file_ = package.stdio_.zopen64_file(nullptr, path, mode);
+      return package.file_ = package.place_.open(static_cast<const char*>(path)).release();
     };
     functions.zclose_file = [](voidpf self, voidpf file) {
       auto& package = *static_cast<Package*>(self);
@@ -70,6 +69,7 @@ class Package {
     return package_ != nullptr;
   }
 
+  FilePlace& place_;
   zlib_filefunc64_def stdio_{};
   voidpf file_ = nullptr;
   unzFile package_ = nullptr;
@@ -159,15 +159,15 @@ void emit(const ExtractOptions& options, Gap gap, const Entry& entry, int code =
 // Copies what `read` gives to `output` by way of `buffer`, of kEntryBuffer bytes. UNZ_OK, UNZ_ERRNO if writing fails,
 // kBoundPassed, or the code of `read`.
 template <typename Read>
-int copyEntry(const Read& read, ExpansionBudget& budget, File output, char* buffer) {
-  (void)std::setvbuf(output.get(), buffer + kCopyChunk, _IOFBF, kWriteBuffer);
+int copyEntry(const Read& read, ExpansionBudget& budget, FileSink& output, char* buffer) {
+  output.useBuffer(buffer + kCopyChunk, kWriteBuffer);
   int length = 0;
   while ((length = read(buffer, kCopyChunk)) > 0) {
     const auto bytes = static_cast<std::size_t>(length);
     if (!budget.takeBytes(bytes)) return kBoundPassed;
-    if (std::fwrite(buffer, 1, bytes, output.get()) != bytes) return UNZ_ERRNO;
+    if (!output.write(buffer, bytes)) return UNZ_ERRNO;
   }
-  if (std::fclose(output.release()) != 0) return UNZ_ERRNO;
+  if (!output.finish()) return UNZ_ERRNO;
   return length;
 }
 
@@ -204,27 +204,62 @@ void emitOtherUnicodeName(unzFile package, const Entry& entry, const ExtractOpti
   }
 }
 
+std::tm asTime(const tm_unz& date) {
+  std::tm local{};
+  local.tm_sec = static_cast<int>(date.tm_sec);
+  local.tm_min = static_cast<int>(date.tm_min);
+  local.tm_hour = static_cast<int>(date.tm_hour);
+  local.tm_mday = static_cast<int>(date.tm_mday);
+  local.tm_mon = static_cast<int>(date.tm_mon);
+  local.tm_year = static_cast<int>(date.tm_year) - 1900;
+  local.tm_isdst = -1;
+  return local;
+}
+
 // How the data of an entry came out.
 struct Copied {
   int code;
   bool isWhole;  // there are no more of them than the headers say
 };
 
+// Whether the sizes of a deflated entry are ones that it can have: what is read and inflated at once has to be worth
+// it.
+bool hasSaneSizes(const unz_file_info64& info) {
+  constexpr ZPOS64_T kMost = ZPOS64_T{64} << 20;
+  constexpr ZPOS64_T kMostRatio = 1032;  // of deflate
+  const ZPOS64_T packed = info.compressed_size;
+  const ZPOS64_T size = info.uncompressed_size;
+  return packed <= kMost && size <= kMost && size <= kMostRatio * packed && packed <= size + size / 8 + 64;
+}
+
+// Writes the data of a deflated entry, which begin at `begin`, to `output` at once, if all of them are as the headers
+// say. False if they are not, or the place has no way to do that: nothing was written then.
+bool writeAtOnce(const Entry& entry, ZPOS64_T begin, FileSink& output, const ExtractOptions& options) {
+  const auto packed = static_cast<std::size_t>(entry.info.compressed_size);
+  const auto size = static_cast<std::size_t>(entry.info.uncompressed_size);
+  if (!hasSaneSizes(entry.info) || !options.run->budget.hasBytes(size)) return false;
+  char* const room = output.roomForPacked(packed);
+  if (room == nullptr || fseeko(options.stream, static_cast<off_t>(begin), SEEK_SET) != 0) return false;
+  return std::fread(room, 1, packed, options.stream) == packed && output.inflate(packed, size, entry.info.crc) &&
+         options.run->budget.takeBytes(size);
+}
+
 // Writes the data of the open entry, which begin at `begin`, to `output`. Deflated ones are inflated here, to know
 // where their stream ends.
-Copied writeEntry(unzFile package, const Entry& entry, ZPOS64_T begin, File output, const ExtractOptions& options,
+Copied writeEntry(unzFile package, const Entry& entry, ZPOS64_T begin, FileSink& output, const ExtractOptions& options,
                   char* buffer) {
   ExpansionBudget& budget = options.run->budget;
   if (entry.info.compression_method == Z_DEFLATED && options.password == nullptr && options.stream != nullptr) {
+    if (writeAtOnce(entry, begin, output, options)) return {UNZ_OK, true};
     const std::unique_ptr<DeflatedEntry> data(new (std::nothrow) DeflatedEntry(options.stream, begin, entry.info));
     if (data == nullptr) return {Z_MEM_ERROR, true};
     const auto inflateNext = [&](char* piece, unsigned room) { return data->read(piece, room); };
-    const int code = copyEntry(inflateNext, budget, std::move(output), buffer);
+    const int code = copyEntry(inflateNext, budget, output, buffer);
     if (code != UNZ_OK) return {code, true};
     return {data->checksum(), data->endsWithItsSizes()};
   }
   const auto readNext = [&](char* piece, unsigned room) { return unzReadCurrentFile(package, piece, room); };
-  const int code = copyEntry(readNext, budget, std::move(output), buffer);
+  const int code = copyEntry(readNext, budget, output, buffer);
   const bool holdsMore =
       entry.info.compression_method == 0 && entry.info.compressed_size > entry.info.uncompressed_size;
   return {code, options.password != nullptr || !holdsMore};
@@ -232,14 +267,14 @@ Copied writeEntry(unzFile package, const Entry& entry, ZPOS64_T begin, File outp
 
 int extractFile(unzFile package, const Entry& entry, const std::string& path, const ExtractOptions& options,
                 char* buffer) {
-  if (!options.overwrite && isThere(path)) return UNZ_OK;
+  if (!options.overwrite && options.run->place.isThere(path)) return UNZ_OK;
   int code = unzOpenCurrentFilePassword(package, options.password);
   if (code != UNZ_OK) return code;
   const ZPOS64_T begin = unzGetCurrentFileZStreamPos64(package);
   reportOtherName(package, entry, begin, options);
   emitOtherUnicodeName(package, entry, options);
   bool replaced = false;
-  File output = createFile(path, options.run->budget, replaced);
+  std::unique_ptr<FileSink> output = options.run->place.createFile(path, options.run->budget, replaced);
   if (replaced) {
     TARVO_LOG_AS(kExtractEntry, " entry [%s] replaces an earlier one ", entry.name.c_str());
     emit(options, Gap::entryReplaced, entry);
@@ -248,10 +283,11 @@ int extractFile(unzFile package, const Entry& entry, const std::string& path, co
     (void)unzCloseCurrentFile(package);
     return UNZ_ERRNO;
   }
-  const Copied copied = writeEntry(package, entry, begin, std::move(output), options, buffer);
+  const Copied copied = writeEntry(package, entry, begin, *output, options, buffer);
+  output.reset();
   const int closed = unzCloseCurrentFile(package);  // a wrong checksum shows here, or before
   if (copied.code != UNZ_OK && copied.code != UNZ_CRCERROR) return copied.code;
-  change_file_date(path.c_str(), entry.info.tmu_date);
+  options.run->place.setDate(path, asTime(entry.info.tmu_date));
   code = copied.code != UNZ_OK ? copied.code : closed;
   if (code == UNZ_OK && !copied.isWhole) {
     TARVO_LOG_AS(kExtractEntry, " entry [%s] holds more than the [%llu] bytes of its header ", entry.name.c_str(),
@@ -302,7 +338,7 @@ int runUnzipJob(int argc, char** argv, Extraction& extraction) {
   if (argc < 1) return kFailed;
   Job job = parseArguments(argc, argv);
   if (job.package == nullptr) return kFailed;
-  const Package package(job.package);
+  const Package package(job.package, extraction.place);
   if (package.get() == nullptr) return kFailed;
   if (job.list) return do_list(package.get());
   job.options.stream = package.stream();
@@ -310,7 +346,7 @@ int runUnzipJob(int argc, char** argv, Extraction& extraction) {
   extraction.package = job.package;
   // KEPT: the working directory stays in the extraction directory. Hosts pass absolute paths because of it.
   // (test WorkingDirectoryStaysInTheLastExtractionDirectory)
-  if (job.directory != nullptr && enterDirectory(job.directory) != 0) return kFailed;
+  if (job.directory != nullptr && extraction.place.enterDirectory(job.directory) != 0) return kFailed;
   return job.entry == nullptr ? do_extract(package.get(), job.options)
                               : do_extract_onefile(package.get(), job.entry, job.options);
 }
@@ -360,7 +396,7 @@ int do_extract_currentfile(unzFile package, const ExtractOptions& options) {
   }
   if (!entry.name.empty() && isSlash(entry.name.back())) {
     if (holdsData(entry.info)) emit(options, Gap::directoryHoldsData, entry);
-    if (!options.withoutDirectories) (void)mymkdir(entry.name.c_str());
+    if (!options.withoutDirectories) (void)options.run->place.createDirectory(entry.name);
     return UNZ_OK;
   }
   const std::size_t slash = entry.name.find_last_of("/\\");
@@ -391,17 +427,7 @@ int mymkdir(const char* path) {
 }
 
 void change_file_date(const char* path, const tm_unz& date) {
-  std::tm local{};
-  local.tm_sec = static_cast<int>(date.tm_sec);
-  local.tm_min = static_cast<int>(date.tm_min);
-  local.tm_hour = static_cast<int>(date.tm_hour);
-  local.tm_mday = static_cast<int>(date.tm_mday);
-  local.tm_mon = static_cast<int>(date.tm_mon);
-  local.tm_year = static_cast<int>(date.tm_year) - 1900;
-  local.tm_isdst = -1;
-  timespec times[2]{};
-  times[0].tv_sec = times[1].tv_sec = std::mktime(&local);
-  (void)utimensat(AT_FDCWD, path, times, AT_SYMLINK_NOFOLLOW);
+  diskPlace().setDate(path, asTime(date));
 }
 
 }  // namespace FlashEngine_1_00

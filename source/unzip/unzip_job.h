@@ -6,13 +6,15 @@
 #include <string>
 
 #include "platform/PartObserver.h"
+#include "unzip/disk_place.h"
 #include "unzip/expansion_budget.h"
 
 // One extraction job over one zip package, driven by command-line-style arguments. ZIP APPNOTE 6.3.
 //
 // A job works relative to the process's current directory, which it changes to its extraction directory and leaves
-// there. No entry's name leads out of that directory: one that is absolute or has a ".." component, between slashes of
-// either kind, is skipped with a log line. No link is followed (no_follow.h).
+// there; or in a place of the caller's (platform/FilePlace.h). No entry's name leads out of that directory: one that is
+// absolute or has a ".." component, between slashes of either kind, is skipped with a log line. No link is followed
+// (no_follow.h).
 
 namespace FlashEngine_1_00 {
 
@@ -29,6 +31,7 @@ struct Extraction {
   ExpansionBudget budget;
   PartObserver* observer = nullptr;  // told of what is extracted and of what is not; or null
   std::string package = {};          // of the job that runs
+  FilePlace& place = diskPlace();    // where it is, and where its entries go
 };
 
 // A job of a run with several.

@@ -7,10 +7,12 @@
 #include <random>
 
 #include "APICheckEngine/CallText.h"
+#include "APICheckEngine/Keys.h"
 #include "APICheckEngine/Knowledge.h"
 #include "APICheckEngine/Records.h"
 #include "APICheckEngine/search/ArgumentCalls.h"
 #include "APICheckEngine/search/CommonObjects.h"
+#include "APICheckEngine/search/DefinedFunctions.h"
 #include "APICheckEngine/search/EnclosingFunctions.h"
 #include "APICheckEngine/search/ExcerptAccesses.h"
 #include "APICheckEngine/search/Excerpts.h"
@@ -111,7 +113,8 @@ TEST(Search, ArgumentCallsAreTheMatchesOfThePattern) {
     for (int round = 0; round < 3; ++round) {  // the first ones are searched for plainly
       for (const std::string& symbol : symbols) {
         Texts found;
-        for (const std::string_view call : finder.passing(symbol))
+        PassedSymbol passed(symbol);
+        for (const std::string_view call : finder.passing(passed))
           found.emplace_back(call);
         ASSERT_EQ(found, plainMatches(callWithArgument(symbol), source)) << symbol << "\nin\n" << source;
         calls += round == 2 ? found.size() : 0;
@@ -119,6 +122,34 @@ TEST(Search, ArgumentCallsAreTheMatchesOfThePattern) {
     }
   }
   EXPECT_GT(calls, 5'000U);
+}
+
+TEST(Search, DefinedFunctionsAreThoseOfTheirName) {
+  std::size_t found = 0;
+  for (unsigned seed = 1; seed <= 200; ++seed) {
+    Text text(seed);
+    Texts headers;
+    for (std::size_t i = 0; i < 20; ++i)
+      headers.push_back(text.of({"function", " ", ":", "a", "b", "(x)", "(", "func", "tion"}, 2 + text.below(6)));
+    std::vector<FlashFunctionInfo> records;
+    for (const std::string& header : headers)
+      records.push_back({header, "", "", nullptr});
+    std::vector<FlashFunctionInfo*> functions;
+    for (std::size_t i = 0; i < 40; ++i)
+      functions.push_back(&records[text.below(records.size())]);
+    DefinedFunctions finder(functions);
+    for (const char* name : {"", "a", "b", "ab", "ba", "function", "a"}) {
+      Texts expected;
+      for (const FlashFunctionInfo* function : functions) {
+        const std::string header = without(without(withoutBlanks(std::string(function->header)), "function"), ":");
+        const bool isNew = std::find(expected.begin(), expected.end(), header) == expected.end();
+        if (header.substr(0, header.find('(')) == name && isNew) expected.push_back(header);
+      }
+      ASSERT_EQ(finder.headersOf(name), expected) << name << ", " << seed;
+      found += expected.size();
+    }
+  }
+  EXPECT_GT(found, 500U);
 }
 
 // ---- common objects

@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "CheckerFixture.h"
+#include "support/CraftedZip.h"
 
 namespace {
 
@@ -146,6 +147,18 @@ TEST_F(Checker, ExplainsAllThatTheEngineKnows) {
                            "objectIdList", "declareList", "embedsDeclareList", "objectVariableList", "flashCallList",
                            "lookupCandidateList", "objectAccessList", "embedsAccessList", "extractedFileList"}) {
     EXPECT_TRUE(json[list].is_array()) << list;
+  }
+}
+
+TEST_F(Checker, NothingOfAnApplicationIsWritten) {
+  const std::string inner =
+      craftedZip({{"main.js", "function f() { var tv = document.getElementById('tv'); tv.GetSerial(); }", true}});
+  const std::string page = "<object id='tv' classid='clsid:MORVANE-NAVERTIX-TUNER'></object>";
+  write("app.wgt", craftedZip({{"www/index.html", page}, {"www/inner.zip", inner}}));
+  for (const std::string command : {"", "--all --flow ", "explain "}) {
+    const Output output = runCommand("ulimit -f 0; TMPDIR=/dev/null/none " CHECKER " " + command + "app.wgt 2>&1");
+    EXPECT_EQ(output.status, command == "explain " ? 0 : 1) << output.text;
+    EXPECT_NE(output.text.find("GetSerial"), std::string::npos);
   }
 }
 

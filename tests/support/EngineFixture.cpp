@@ -42,7 +42,7 @@ void Print_Log(const char* function, unsigned, char* format, ...) {
 EngineTest::EngineTest() {
   char name[] = "/tmp/tarvo-test-XXXXXX";
   directory_ = mkdtemp(name);
-  testPaths = {directory_ + "/database.xml", directory_, directory_ + "/AnalysisResult"};
+  testPaths = {directory_ + "/database.xml", directory_, directory_ + "/AnalysisResult", nullptr};
   setDatabase({"GetVersion", "GetVolume", "SetVolume", "Play"});
   capturedLog.clear();
   createResultVector();
@@ -119,6 +119,10 @@ void EngineTest::setExtractionRoot(const std::string& path) {
 
 void EngineTest::setResultFile(const std::string& path) {
   testPaths.resultFile = path;
+}
+
+void EngineTest::setPlace(FlashEngine_1_00::FilePlace* place) {
+  testPaths.place = place;
 }
 
 Texts EngineTest::expressions(const APIAnalysis::Records& records) {

@@ -58,6 +58,7 @@ class EngineTest : public ::testing::Test {
   // Other places than in the test's directory.
   static void setExtractionRoot(const std::string& path);
   static void setResultFile(const std::string& path);
+  static void setPlace(FlashEngine_1_00::FilePlace* place);
 
   // "expression [scope] line" of each record; "null" for a null expression.
   static Texts shown(const APIAnalysis::Records& records);

@@ -20,8 +20,6 @@
 #include <cctype>
 #include <cstring>
 
-#include "regex/Pattern.h"
-
 namespace FlashEngine_1_00::detail {
 namespace {
 
@@ -44,14 +42,19 @@ std::string callWithArgument(const std::string& symbol) {
   return R"([\w\d\_]+\s*\(\s*[\d\w\_"'\s,\.]*)" + symbol + R"(\s*[\d\w\_"'\s,\.]*\)\s*)";
 }
 
-std::vector<std::string_view> ArgumentCalls::passing(const std::string& symbol) {
-  const bool isWord = !symbol.empty() && std::all_of(symbol.begin(), symbol.end(), isWordByte);
+const Pattern& PassedSymbol::pattern() {
+  if (!pattern_) pattern_.emplace(callWithArgument(text_));
+  return *pattern_;
+}
+
+std::vector<std::string_view> ArgumentCalls::passing(PassedSymbol& symbol) {
+  const std::string& text = symbol.text();
+  const bool isWord = !text.empty() && std::all_of(text.begin(), text.end(), isWordByte);
   if (!isWord || searches_++ < kPlainSearches) return plainlyPassing(symbol);
   std::vector<std::string_view> calls;
-  const std::vector<std::size_t> heads = headsPassing(symbol);
+  const std::vector<std::size_t> heads = headsPassing(text);
   if (heads.empty()) return calls;
-  const Pattern pattern(callWithArgument(symbol));
-  MatchCursor at(pattern, source_.text(), source_.forSearchOf(source_.text().size()));
+  MatchCursor at(symbol.pattern(), source_.text(), source_.forSearchOf(source_.text().size()));
   const char* from = source_.text().data();
   for (const std::size_t head : heads) {
     from = std::max(from, heads_[head].name);
@@ -62,10 +65,9 @@ std::vector<std::string_view> ArgumentCalls::passing(const std::string& symbol) 
   return calls;
 }
 
-std::vector<std::string_view> ArgumentCalls::plainlyPassing(const std::string& symbol) {
+std::vector<std::string_view> ArgumentCalls::plainlyPassing(PassedSymbol& symbol) {
   std::vector<std::string_view> calls;
-  const Pattern pattern(callWithArgument(symbol));
-  for (MatchCursor at(pattern, source_.text(), source_.forSearchOf(source_.text().size())); at.next();)
+  for (MatchCursor at(symbol.pattern(), source_.text(), source_.forSearchOf(source_.text().size())); at.next();)
     calls.push_back(at.view());
   return calls;
 }

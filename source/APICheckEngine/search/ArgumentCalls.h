@@ -1,25 +1,41 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "APICheckEngine/search/SourceIndex.h"
+#include "regex/Pattern.h"
 
 namespace FlashEngine_1_00::detail {
 
 // A call with `symbol` among its arguments, as a pattern: "init ( 'tv', 3)"; not "init(a + tv)".
 std::string callWithArgument(const std::string& symbol);
 
+// A symbol that is looked for in many sources. The pattern is compiled once, when a source asks for it.
+class PassedSymbol {
+ public:
+  explicit PassedSymbol(std::string text) : text_(std::move(text)) {}
+
+  const std::string& text() const { return text_; }
+  const Pattern& pattern();
+
+ private:
+  std::string text_;
+  std::optional<Pattern> pattern_;
+};
+
 // Finds the calls in one source that pass a symbol.
 class ArgumentCalls {
  public:
   explicit ArgumentCalls(SourceIndex& source) : source_(source) {}
 
-  // The matches of callWithArgument(symbol), in order.
-  std::vector<std::string_view> passing(const std::string& symbol);
+  // The matches of callWithArgument(symbol.text()), in order.
+  std::vector<std::string_view> passing(PassedSymbol& symbol);
 
  private:
   // A place where a call can begin.
@@ -36,7 +52,7 @@ class ArgumentCalls {
     std::size_t head;       // position in heads_
   };
 
-  std::vector<std::string_view> plainlyPassing(const std::string& symbol);
+  std::vector<std::string_view> plainlyPassing(PassedSymbol& symbol);
   void findHeads();
   const std::vector<Place>& placesOf(char first);
   std::vector<std::size_t> headsPassing(const std::string& symbol);

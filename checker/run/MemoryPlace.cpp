@@ -1,0 +1,307 @@
+// A tree of names over blocks of bytes. Test: tests/places/MemoryPlace_test.cpp, which does the same on the disk.
+
+#include "checker/run/MemoryPlace.h"
+
+#include <libdeflate.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <string_view>
+#include <utility>
+
+#include "checker/run/FileGaps.h"
+
+using FlashEngine_1_00::ExpansionBudget;
+using FlashEngine_1_00::File;
+using FlashEngine_1_00::FileSink;
+using FlashEngine_1_00::openFile;
+
+namespace {
+
+// What is kept of any file; and of one that somebody reads, although it is no package and no Flash file. The followers
+// of flow and trials tell of larger ones that they are too large.
+constexpr std::size_t kHead = std::size_t{64} << 10;
+constexpr std::size_t kWhole = (std::size_t{16} << 20) + 1;
+static_assert(kWhole < INT_MAX);
+
+constexpr off_t kMostPackage = 256 << 20;  // bytes of a package of the user's that is read at once
+
+struct Free {
+  void operator()(char* bytes) const { std::free(bytes); }
+};
+
+}  // namespace
+
+// Bytes that grow. realloc moves large blocks without copying them.
+struct MemoryPlace::Content {
+  std::unique_ptr<char, Free> bytes;
+  std::size_t size = 0;
+  std::size_t room = 0;
+
+  bool reserve(std::size_t wanted) {
+    if (wanted <= room) return true;
+    auto* const moved = static_cast<char*>(std::realloc(bytes.get(), wanted));
+    if (moved == nullptr) return false;
+    (void)bytes.release();
+    bytes.reset(moved);
+    room = wanted;
+    return true;
+  }
+  void append(const char* added, std::size_t count) {
+    if (!reserve(size + count > room ? std::max(size + count, room + room / 2) : room)) throw std::bad_alloc();
+    std::memcpy(bytes.get() + size, added, count);
+    size += count;
+  }
+  void cut(std::size_t at) {
+    size = std::min(size, at);
+    if (size == 0) return;
+    if (auto* const moved = static_cast<char*>(std::realloc(bytes.get(), size))) {
+      (void)bytes.release();
+      bytes.reset(moved);
+      room = size;
+    }
+  }
+  std::string_view view() const { return {bytes.get(), size}; }
+};
+
+// Whole deflate streams, one after the other.
+class MemoryPlace::Inflater {
+ public:
+  Inflater() : decompressor_(libdeflate_alloc_decompressor()) {}
+  ~Inflater() { libdeflate_free_decompressor(decompressor_); }
+  Inflater(const Inflater&) = delete;
+  Inflater& operator=(const Inflater&) = delete;
+
+  char* room(std::size_t packedSize) {
+    if (decompressor_ == nullptr) return nullptr;
+    return packed_.reserve(std::max(packedSize, kHead)) ? packed_.bytes.get() : nullptr;
+  }
+
+  // What the bytes in the room inflate to, if it has that size and checksum and ends with them.
+  bool inflate(std::size_t packedSize, std::size_t size, unsigned long crc, Content& content) {
+    content.size = 0;
+    if (!content.reserve(std::max<std::size_t>(size, 1))) return false;
+    if (isWhole(packedSize, size, crc, content)) {
+      content.size = size;
+      return true;
+    }
+    content = Content{};
+    return false;
+  }
+
+ private:
+  bool isWhole(std::size_t packedSize, std::size_t size, unsigned long crc, const Content& content) const {
+    std::size_t read = 0;
+    std::size_t made = 0;
+    const libdeflate_result result = libdeflate_deflate_decompress_ex(decompressor_, packed_.bytes.get(), packedSize,
+                                                                      content.bytes.get(), size, &read, &made);
+    return result == LIBDEFLATE_SUCCESS && read == packedSize && made == size &&
+           libdeflate_crc32(0, content.bytes.get(), size) == crc;
+  }
+
+  libdeflate_decompressor* decompressor_;
+  Content packed_;
+};
+
+namespace {
+
+enum class Kind { source, flash, other };
+
+Kind kindOf(const std::string& path) {
+  if (FlashEngine_1_00::isFlashFile(path)) return Kind::flash;
+  return isNamedAsSource(path) ? Kind::source : Kind::other;
+}
+
+class MemorySink : public FileSink {
+ public:
+  MemorySink(std::shared_ptr<MemoryPlace::Content> content, MemoryPlace::Inflater& inflater, Kind kind,
+             bool keepsOthers)
+      : content_(std::move(content)), inflater_(inflater), kind_(kind), keepsOthers_(keepsOthers) {}
+
+  bool write(const char* bytes, std::size_t size) override {
+    if (isCut_) return true;
+    content_->append(bytes, size);
+    if (content_->size > most_) cutWhereNobodyReads();
+    return true;
+  }
+
+  char* roomForPacked(std::size_t packedSize) override { return inflater_.room(packedSize); }
+  bool inflate(std::size_t packedSize, std::size_t size, unsigned long crc) override {
+    if (!inflater_.inflate(packedSize, size, crc, *content_)) return false;
+    if (size > most_) cutWhereNobodyReads();
+    return true;
+  }
+
+  bool finish() override {
+    content_->cut(content_->size);
+    return true;
+  }
+
+ private:
+  // Once the file is larger than `most_`, which is set anew.
+  void cutWhereNobodyReads() {
+    constexpr std::size_t kAll = SIZE_MAX;
+    if (kind_ == Kind::flash || FlashEngine_1_00::isPackage(content_->view())) {
+      most_ = kAll;
+    } else if (kind_ == Kind::other) {
+      cutAt(keepsOthers_ ? kWhole : kHead);
+    } else {
+      cutAt(std::max(kWhole, endOfText()));
+    }
+  }
+
+  void cutAt(std::size_t most) {
+    most_ = most;
+    isCut_ = content_->size > most;
+    if (isCut_) content_->cut(most);
+  }
+
+  // Behind the first zero byte: the engine reads a source so far, and none that is larger than an int.
+  std::size_t endOfText() {
+    const std::string_view fresh = content_->view().substr(searched_);
+    const std::size_t zero = fresh.find('\0');
+    if (zero != std::string_view::npos) return searched_ + zero + 1;
+    searched_ = content_->size;
+    return searched_ <= INT_MAX ? searched_ : std::size_t{INT_MAX};
+  }
+
+  std::shared_ptr<MemoryPlace::Content> content_;
+  MemoryPlace::Inflater& inflater_;
+  Kind kind_;
+  bool keepsOthers_;
+  bool isCut_ = false;
+  std::size_t most_ = kHead;
+  std::size_t searched_ = 0;
+};
+
+}  // namespace
+
+MemoryPlace::MemoryPlace(std::function<bool(const std::string& path)> keepsOther)
+    : keepsOther_(std::move(keepsOther)), inflater_(std::make_unique<Inflater>()) {}
+MemoryPlace::~MemoryPlace() = default;
+
+// ---- names ---------------------------------------------------------------------------------------------------------
+
+bool MemoryPlace::isDirectory(const std::string& path) const {
+  const auto found = nodes_.find(path);
+  return found != nodes_.end() && found->second.content == nullptr;
+}
+
+std::string MemoryPlace::resolve(std::string_view path, ExpansionBudget* budget) {
+  if (path.empty() || path.front() == '/') return {};
+  std::string whole = current_;
+  std::string_view last;
+  for (std::size_t slash = 0; slash != std::string_view::npos;) {
+    slash = path.find('/');
+    const std::string_view part = path.substr(0, slash);
+    if (slash != std::string_view::npos) path.remove_prefix(slash + 1);
+    if (part.empty()) continue;
+    if (last == "..") return {};
+    if (!last.empty() && last != ".") {
+      whole.append("/").append(last);
+      const bool isNew = nodes_.count(whole) == 0;
+      if (isNew && (budget == nullptr || !budget->takeDirectory())) return {};
+      if (isNew) nodes_.emplace(whole, Node{});
+      if (!isDirectory(whole)) return {};
+    }
+    last = part;
+  }
+  if (last.empty() || last == "." || last == "..") return {};
+  return whole.append("/").append(last);
+}
+
+int MemoryPlace::makeExtractionDirectory(const std::string& path) {
+  return nodes_.emplace(path, Node{}).second ? 0 : -1;
+}
+
+int MemoryPlace::enterDirectory(const std::string& path) {
+  if (!isDirectory(path)) return -1;
+  current_ = path;
+  return 0;
+}
+
+bool MemoryPlace::isThere(const std::string& path) {
+  return nodes_.count(resolve(path, nullptr)) > 0;
+}
+
+int MemoryPlace::createDirectory(const std::string& path) {
+  const std::string whole = resolve(path, nullptr);
+  return !whole.empty() && nodes_.emplace(whole, Node{}).second ? 0 : -1;
+}
+
+namespace {
+
+File openContent(const MemoryPlace::Content& content) {
+  static char none;
+  return File(fmemopen(content.size == 0 ? &none : content.bytes.get(), content.size, "rb"));
+}
+
+}  // namespace
+
+// ---- files ---------------------------------------------------------------------------------------------------------
+
+std::unique_ptr<FileSink> MemoryPlace::createFile(const std::string& path, ExpansionBudget& budget, bool& replaced) {
+  const std::string whole = resolve(path, &budget);
+  replaced = false;
+  if (whole.empty() || isDirectory(whole)) return nullptr;
+  std::vector<std::string>& listed = listed_[current_];
+  Node& node = nodes_[whole];
+  replaced = node.content != nullptr;
+  node = {std::make_shared<Content>(), listed.size()};
+  listed.push_back(whole);
+  return std::make_unique<MemorySink>(node.content, *inflater_, kindOf(whole),
+                                      keepsOther_ != nullptr && keepsOther_(whole));
+}
+
+File MemoryPlace::open(const std::string& path) {
+  const auto node = nodes_.find(path);
+  if (node != nodes_.end()) {
+    return node->second.content == nullptr ? nullptr : openContent(*node->second.content);
+  }
+  const auto input = inputs_.find(path);
+  const std::string& user = input == inputs_.end() ? path : input->second;
+  if (user == packagePath_) return openContent(*package_);
+  return openPackage(user, openFile(user, "rb"));
+}
+
+// An entry costs several small reads from different places, each of which would be two calls of the system's.
+File MemoryPlace::openPackage(const std::string& path, File file) {
+  char head[8];
+  if (file == nullptr) return file;
+  const off_t size = FlashEngine_1_00::sizeOf(file.get());
+  const std::size_t count = std::fread(head, 1, sizeof head, file.get());
+  std::rewind(file.get());
+  if (size > kMostPackage || !FlashEngine_1_00::isPackage({head, count})) return file;
+  auto content = std::make_shared<Content>();
+  const auto wanted = static_cast<std::size_t>(size);
+  if (!content->reserve(wanted)) return file;
+  content->size = std::fread(content->bytes.get(), 1, wanted, file.get());
+  if (content->size != wanted) {
+    std::rewind(file.get());
+    return file;
+  }
+  packagePath_ = path;
+  package_ = std::move(content);
+  return openContent(*package_);
+}
+
+File MemoryPlace::createResultFile(const std::string& /*path*/) {
+  return openFile("/dev/null", "wb");  // the lines are in the engine's list, too
+}
+
+void MemoryPlace::listFiles(const std::string& dir, FlashEngine_1_00::PartObserver* /*observer*/,
+                            std::vector<std::string>& found) {
+  const std::vector<std::string>& listed = listed_[dir];
+  for (std::size_t i = 0; i < listed.size(); ++i) {
+    if (nodes_.at(listed[i]).place == i) found.push_back(listed[i]);
+  }
+}
+
+void MemoryPlace::remove(const std::string& path) {
+  for (const std::string& file : listed_[path])
+    nodes_.erase(file);
+  listed_.erase(path);
+}
