@@ -1,3 +1,4 @@
+// Each table of the catalogue is one statement of SQL over the views of the schema; nothing is counted here.
 // Test: tests/store/Catalogue_test.cpp.
 
 #include "store/Catalogue.h"

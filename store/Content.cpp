@@ -1,3 +1,5 @@
+// Hashes of files and folders. A folder's hash is made of the sorted list of its files, each with name, size and hash,
+// so that it depends neither on the order of the file system nor on times; those go into the stamps.
 // Test: tests/store/Content_test.cpp.
 
 #include "store/Content.h"

@@ -1,3 +1,5 @@
+// Reports and results, one into the other. Paths count from the application, calls are sorted, and the digest is made
+// of all that is kept: equal results have equal digests, wherever and whenever they were made.
 // Test: tests/store/Store_test.cpp.
 
 #include "store/Result.h"

@@ -1,3 +1,5 @@
+// The statements that make each version of the schema of the one before, and the views. A step is never changed after a
+// release; a change is another step.
 // Test: tests/store/Store_test.cpp.
 
 #include "store/Schema.h"

@@ -1,3 +1,4 @@
+// A path's part is the remainder of its hash. The scheduler's variables stand in a table.
 // Test: tests/store/Shard_test.cpp.
 
 #include "store/Shard.h"

@@ -1,4 +1,5 @@
-// Test: tests/store/Store_test.cpp.
+// Connections and statements over SQLite's C interface. Every code that it returns is looked at in one place, which
+// makes the message of it. Test: tests/store/Store_test.cpp.
 
 #include "store/Sqlite.h"
 

@@ -1,3 +1,5 @@
+// Writing and reading of runs. Texts that repeat (plug-ins, methods, files) stand once, by number; a run's application
+// points to the result of its content, which all runs share.
 // Test: tests/store/Store_test.cpp.
 
 #include "store/Store.h"

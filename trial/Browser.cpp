@@ -1,4 +1,6 @@
-// Test: tests/trial/Trial_test.cpp; with a real Chromium: tests/groups/trial.
+// Starting, measuring and ending Chromium. One process of ours is above it: the first of the new process namespace. It
+// makes the browser's world, starts the browser with an ordinary user's rights, and ends with it; its end ends all
+// others. Test: tests/trial/Trial_test.cpp; with a real Chromium: tests/groups/trial.
 
 #include "trial/Browser.h"
 

@@ -1,3 +1,5 @@
+// Coverage as the browser's profiler tells it: a list of functions with their ranges and counts. Those of one script
+// from all pages are put on each other; the bytes of a function that has not run are taken off those of its script.
 // Test: tests/trial/Places_test.cpp.
 
 #include "trial/Coverage.h"

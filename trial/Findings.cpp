@@ -1,3 +1,5 @@
+// What the recorder told, as calls. The same call from several pages and worlds is one; a name that holds the mark came
+// out of the network or the user, and is not determined.
 // Test: tests/trial/Places_test.cpp.
 
 #include "trial/Findings.h"

@@ -1,3 +1,5 @@
+// Answers requests from the files in memory, by the rules that pages rely on: folders have an index, types go by
+// suffix, unknown addresses fail or are made up, as the world has it.
 // Test: tests/trial/PackageServer_test.cpp.
 
 #include "trial/PackageServer.h"

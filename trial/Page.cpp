@@ -1,3 +1,5 @@
+// One page in a tab, as a machine with a state: loading, settling, rounds of driving, closing. Every wait ends by its
+// time; an answer that never comes is as good as an error.
 // Test: with a real Chromium, tests/groups/trial.
 
 #include "trial/Page.h"

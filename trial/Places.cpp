@@ -1,3 +1,5 @@
+// Where a frame of the browser's stack stands in a file of the application. Inline scripts begin in the middle of a
+// page; handlers and code made at run time have no file: the text that they were made of is looked for.
 // Test: tests/trial/Places_test.cpp.
 
 #include "trial/Places.h"

@@ -1,3 +1,5 @@
+// Commands and answers over two non-blocking descriptors. Texts are cut at their NUL by Framing, parsed, and handed to
+// whoever waits for that number in that session.
 // Test: tests/trial/Protocol_test.cpp.
 
 #include "trial/Protocol.h"

@@ -1,3 +1,5 @@
+// The recorder's and the driver's script with their settings in front, as JSON; and the keys that an application's
+// scripts compare with, found by looking for comparisons, not by running anything.
 // Test: tests/trial/PackageServer_test.cpp.
 
 #include "trial/Settings.h"

@@ -1,3 +1,5 @@
+// The trial itself: a queue of pages, a tab for each world, and the watchdog that bounds time, memory and processes.
+// Whatever is passed ends a renderer first, and all if that does not help; what was told until then stays.
 // Tests: tests/trial/Trial_test.cpp with browsers that are none; tests/groups/trial with Chromium.
 
 #include "trial/Trial.h"

@@ -1,3 +1,5 @@
+// All reports of a run at once: each writer gets every report as it comes, so that nothing is kept. Files are made
+// before anything is checked, so that one that cannot be written costs no run.
 // Test: tests/checker/CommandLine_test.cpp.
 
 #include "checker/commands/Outputs.h"

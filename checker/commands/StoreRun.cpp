@@ -1,3 +1,5 @@
+// A check with a store. The worker hashes the content first and is done if the store has it; the parent alone writes.
+// What comes back is judged by the database of this run, whoever checked it.
 // Test: tests/checker/Store_test.cpp.
 
 #include "checker/commands/StoreRun.h"

@@ -1,3 +1,4 @@
+// The catalogue as text, JSON and CSV. The tables stand once, as rows of texts and numbers; each format writes them.
 // Test: tests/checker/Store_test.cpp.
 
 #include "checker/formats/CatalogueFormats.h"

@@ -1,3 +1,5 @@
+// Order, verdict and words of a report. What counts is decided here and nowhere else: the formats only show it.
+
 #include "checker/report/Report.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// The files of an application for flow analysis and trial runs, under the paths that count from its root: in a package,
+// in a folder, or one by itself.
 // Test: tests/checker/FlowRun_test.cpp, tests/groups/trial.
 
 #include "checker/run/ApplicationFiles.h"

@@ -1,3 +1,5 @@
+// Reports between processes. A worker may have been broken into: what it sends is read with bounds, and taken for a
+// report only if all of it is one.
 // Test: tests/checker/Catalogue_test.cpp.
 
 #include "checker/run/SentReport.h"

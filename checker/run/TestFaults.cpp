@@ -1,3 +1,5 @@
+// A table of names and of what goes wrong for an application of that name, in builds for tests.
+
 #include "checker/run/TestFaults.h"
 
 #ifdef TARVO_TEST_FAULTS

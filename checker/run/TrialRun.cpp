@@ -1,3 +1,5 @@
+// A trial in terms of the report. A call that the engine found, too, is the same finding, now confirmed; the trace is
+// the stack, outermost first.
 // Test: tests/checker/TrialRun_test.cpp; with a real browser, tests/groups/trial.
 
 #include "checker/run/TrialRun.h"
