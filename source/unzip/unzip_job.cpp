@@ -52,13 +52,13 @@ class Package {
   std::FILE* stream() const { return static_cast<std::FILE*>(file_); }
 
  private:
+  // The file is opened before minizip asks for it: no exception may pass through C code.
   bool open(const std::string& name) {
+    file_ = place_.open(name).release();
+    if (file_ == nullptr) return false;
     zlib_filefunc64_def functions = stdio_;
     functions.opaque = this;
-    functions.zopen64_file = [](voidpf self, const void* path, int) -> voidpf {
-      auto& package = *static_cast<Package*>(self);
-      return package.file_ = package.place_.open(static_cast<const char*>(path)).release();
-    };
+    functions.zopen64_file = [](voidpf self, const void*, int) { return static_cast<Package*>(self)->file_; };
     functions.zclose_file = [](voidpf self, voidpf file) {
       auto& package = *static_cast<Package*>(self);
       package.file_ = nullptr;
