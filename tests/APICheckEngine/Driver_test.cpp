@@ -62,7 +62,7 @@ TEST_F(Driver, AFailedStageIsLoggedAndStillCleansUpAndPublishes) {
   EXPECT_EQ(run(), RUN_DB_LOAD_FAILED);
   expectFindings({});
   EXPECT_FALSE(std::filesystem::exists(directory() + "/0"));
-  EXPECT_EQ(log("1010"),
+  EXPECT_EQ(log("[1010]"),
             (Texts{"Init:  loadDeviceAPIInfo Error [1010] ", "StartAnalysis: [StartAnalysis] Init-returnCode [1010] ",
                    "StartAnalysis: [0][StartAnalysis] returnCode [1010] "}));
 }
