@@ -343,6 +343,23 @@ void addObjects(const Outcome& run, ApplicationReport& report) {
   }
 }
 
+// Adds what the engine's run came to, but for what is said of a list that is cut.
+void addRun(Outcome& run, const CallCollector& calls, const InspectionOptions& options, ApplicationReport& report) {
+  report.failure = run.failure;
+  report.findings = findingsOf(calls);
+  report.notChecked = std::move(run.notChecked);
+  report.sources = run.webSources;
+  report.flashFiles = run.flashFiles;
+  if (options.log) report.log = std::move(run.log);
+  addObjects(run, report);
+  report.rules.emplace_back("engine");
+  report.judgedCalls = calls.judgedCalls();
+  report.judgedPlugins = calls.judgedPlugins();
+  report.hasCallsWithoutPlugin = hasCallsWithoutPlugin(*run.engine);
+  if (report.failure.empty()) addBehindStops(calls, options.all, report);
+  addDocumented(calls, report);
+}
+
 void inspect(const InspectionOptions& options, ApplicationReport& report) {
   CallCollector calls(options.documented);
   EngineRunOptions runOptions{options.database, options.accepted, true, options.unpacked};
@@ -361,19 +378,7 @@ void inspect(const InspectionOptions& options, ApplicationReport& report) {
   };
   Outcome run = runEngine(report.application, runOptions);
   calls.name(run.names);
-  report.failure = run.failure;
-  report.findings = findingsOf(calls);
-  report.notChecked = std::move(run.notChecked);
-  report.sources = run.webSources;
-  report.flashFiles = run.flashFiles;
-  if (options.log) report.log = std::move(run.log);
-  addObjects(run, report);
-  report.rules.emplace_back("engine");
-  report.judgedCalls = calls.judgedCalls();
-  report.judgedPlugins = calls.judgedPlugins();
-  report.hasCallsWithoutPlugin = hasCallsWithoutPlugin(*run.engine);
-  if (report.failure.empty()) addBehindStops(calls, options.all, report);
-  addDocumented(calls, report);
+  addRun(run, calls, options, report);
   if (options.flow.isOn && report.failure.empty())
     flow.run(options.flow, options.database, options.accepted, run.names, report);
   if (calls.isCut(options.all)) {
