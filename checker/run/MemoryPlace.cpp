@@ -144,12 +144,11 @@ class MemorySink : public FileSink {
   // Once the file is larger than `most_`, which is set anew.
   void cutWhereNobodyReads() {
     constexpr std::size_t kAll = SIZE_MAX;
-    if (kind_ == Kind::flash || FlashEngine_1_00::isPackage(content_->view())) {
+    const std::size_t most = keepsOthers_ ? kWhole : kHead;
+    if (FlashEngine_1_00::isPackage(content_->view()) || (kind_ == Kind::flash && isMovie())) {
       most_ = kAll;
-    } else if (kind_ == Kind::other) {
-      cutAt(keepsOthers_ ? kWhole : kHead);
     } else {
-      cutAt(std::max(kWhole, endOfText()));
+      cutAt(kind_ == Kind::source ? std::max(most, endOfText()) : most);
     }
   }
 
@@ -157,6 +156,12 @@ class MemorySink : public FileSink {
     most_ = most;
     isCut_ = content_->size > most;
     if (isCut_) content_->cut(most);
+  }
+
+  // Whether the engine reads on behind the signature (SWF file format, header).
+  bool isMovie() const {
+    const std::string_view signature = content_->view().substr(0, 3);
+    return signature == "FWS" || signature == "CWS";
   }
 
   // Behind the first zero byte: the engine reads a source so far, and none that is larger than an int.
@@ -234,9 +239,42 @@ int MemoryPlace::createDirectory(const std::string& path) {
 
 namespace {
 
-File openContent(const MemoryPlace::Content& content) {
-  static char none;
-  return File(fmemopen(content.size == 0 ? &none : content.bytes.get(), content.size, "rb"));
+// A stream over a content, which stays as long as the stream does. As on the disk, and other than with fmemopen, one
+// may seek behind the end: minizip does where a package lies about the size of its fields.
+struct Reader {
+  std::shared_ptr<MemoryPlace::Content> content;
+  off64_t position;
+};
+
+ssize_t readFrom(void* cookie, char* buffer, std::size_t size) {
+  auto& reader = *static_cast<Reader*>(cookie);
+  const auto at = static_cast<std::uint64_t>(reader.position);
+  if (at >= reader.content->size) return 0;
+  const std::size_t count = std::min(size, reader.content->size - static_cast<std::size_t>(at));
+  std::memcpy(buffer, reader.content->bytes.get() + at, count);
+  reader.position += static_cast<off64_t>(count);
+  return static_cast<ssize_t>(count);
+}
+
+int seekIn(void* cookie, off64_t* offset, int whence) {
+  auto& reader = *static_cast<Reader*>(cookie);
+  const off64_t end = static_cast<off64_t>(reader.content->size);
+  off64_t target = whence == SEEK_CUR ? reader.position : whence == SEEK_END ? end : 0;
+  if (__builtin_add_overflow(target, *offset, &target) || target < 0) return -1;
+  *offset = reader.position = target;
+  return 0;
+}
+
+int closeReader(void* cookie) {
+  delete static_cast<Reader*>(cookie);
+  return 0;
+}
+
+File openContent(std::shared_ptr<MemoryPlace::Content> content) {
+  auto reader = std::make_unique<Reader>(Reader{std::move(content), 0});
+  File file(fopencookie(reader.get(), "rb", {readFrom, nullptr, seekIn, closeReader}));
+  if (file != nullptr) (void)reader.release();
+  return file;
 }
 
 }  // namespace
@@ -259,11 +297,11 @@ std::unique_ptr<FileSink> MemoryPlace::createFile(const std::string& path, Expan
 File MemoryPlace::open(const std::string& path) {
   const auto node = nodes_.find(path);
   if (node != nodes_.end()) {
-    return node->second.content == nullptr ? nullptr : openContent(*node->second.content);
+    return node->second.content == nullptr ? nullptr : openContent(node->second.content);
   }
   const auto input = inputs_.find(path);
   const std::string& user = input == inputs_.end() ? path : input->second;
-  if (user == packagePath_) return openContent(*package_);
+  if (user == packagePath_) return openContent(package_);
   return openPackage(user, openFile(user, "rb"));
 }
 
@@ -285,7 +323,7 @@ File MemoryPlace::openPackage(const std::string& path, File file) {
   }
   packagePath_ = path;
   package_ = std::move(content);
-  return openContent(*package_);
+  return openContent(package_);
 }
 
 File MemoryPlace::createResultFile(const std::string& /*path*/) {

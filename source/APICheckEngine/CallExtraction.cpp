@@ -183,7 +183,7 @@ void APIAnalysis::findCallsOn(const SWFStateMentInfo* binding, std::string_view 
     (void)findCalls(key.classId, key.symbol, text, index, path, on);
     end = foundCallList.size();
   } else {
-    for (std::size_t i = begin; i < end; ++i)
+    for (std::size_t i = begin; i < end && foundCallList.size() < kLongList; ++i)
       foundCallList.push_back(foundCallList[i]);
   }
 }

@@ -4,6 +4,8 @@
 // searched for calls on the bound variables, as script is. Reads objectIdList and objectVariableList; fills
 // flashCallList and, through findAPIsFromPool, foundCallList. Test: tests/APICheckEngine/FlashCalls_test.cpp.
 
+#include <unordered_map>
+
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CallText.h"
 #include "APICheckEngine/Keys.h"
@@ -67,11 +69,12 @@ RunResult APIAnalysis::reportLookUpsIn(const std::vector<std::string>& statement
                                        SearchBound& bound) {
   // KEPT: only the first symbol is tried; calls on the others are found by the search of all statements together. Hosts
   // have the findings on record. (test OnlyTheFirstSymbolIsLookedUpInStatements)
-  const Key key = objectIdList.empty() ? Key{} : detail::splitKey(*objectIdList.front()->expression);
+  if (objectIdList.empty()) return RUN_SUCCESS;
+  const Key key = detail::splitKey(*objectIdList.front()->expression);
   const StatementLookUps lookUps(key.symbol);
   for (const std::string& statement : statements) {
     if (!bound.allows(statement.size())) break;
-    const std::string_view lookUp = objectIdList.empty() ? std::string_view() : lookUps.in(statement);
+    const std::string_view lookUp = lookUps.in(statement);
     if (lookUp.data() == nullptr) continue;
     const auto begin = static_cast<std::size_t>(lookUp.data() - statement.data());
     const std::string callText = statement.substr(begin + lookUp.size());
@@ -97,7 +100,8 @@ std::unique_ptr<SWFStateMentInfo> APIAnalysis::makeStatementCall(const std::stri
   return call;
 }
 
-// Finds and judges the calls on bound variables in all statements together.
+// Finds and judges the calls on bound variables in all statements together. Only class and name of a variable count
+// here: bindings that differ in their function or file are one search.
 void APIAnalysis::findVariablesIn(const std::vector<std::string>& statements, const std::string& fileName,
                                   SearchBound& bound) {
   std::string joined;
@@ -106,9 +110,12 @@ void APIAnalysis::findVariablesIn(const std::vector<std::string>& statements, co
   std::size_t indexRoom = kMaxIndexedBytes;
   detail::SourceIndex index(joined, indexRoom);
   detail::FoundCalls found;
+  std::unordered_map<std::string_view, const SWFStateMentInfo*> firsts;  // by expression
   for (const SWFStateMentInfo* binding : objectVariableList) {
-    if (found.positions.count(binding) == 0 && !bound.allows(index.text().size())) break;
-    findCallsOn(binding, index.text(), &index, fileName, FoundCall::On::flashVariable, found);
+    const auto [first, isNew] = firsts.try_emplace(*binding->expression, binding);
+    const bool isIndexed = index.forSearchOf(0) != nullptr;
+    if (isNew && !bound.allows(index.text().size() / (isIndexed ? kFlashIndexedSearches : 1))) break;
+    findCallsOn(first->second, index.text(), &index, fileName, FoundCall::On::flashVariable, found);
   }
 }
 

@@ -21,6 +21,9 @@ constexpr std::size_t kMaxReplayBytes = std::size_t{64} << 20;
 // many as are made of the longest replay, for sixteen variables; a listing that is read in its time makes far fewer.
 constexpr std::uint64_t kMaxFlashSearchBytes = std::uint64_t{1} << 30;
 
+// Searches for a variable that cost as much as one through the whole text, once that has an index.
+constexpr std::size_t kFlashIndexedSearches = 64;
+
 // What a line of a listing takes in memory: its string object, which holds up to 15 bytes itself; for longer ones also
 // a block with the text, a terminator and what the allocator adds. Most records are one line of 12 bytes, so that the
 // text alone would be a third of it. The values are those of 64-bit systems: a file is cut at the same line on all.

@@ -92,22 +92,35 @@ TEST_F(FlashCalls, ASpentBudgetEndsNeitherSearch) {
 
 // What is found before the bound on the search counts, and that there is more is told.
 TEST_F(FlashCalls, TheSearchEndsAtABoundOfItsOwn) {
-  const std::string statement = "f(tv0.GetX())" + std::string(4 << 20, 'x');
-  // Beside the look-ups.
-  const auto searches = static_cast<std::size_t>(FlashEngine_1_00::kMaxFlashSearchBytes / statement.size() - 1);
-  for (const std::size_t last : {searches - 1, searches}) {
+  using namespace FlashEngine_1_00;
+  const auto searchesOf = [](std::size_t bytes) { return static_cast<std::size_t>(kMaxFlashSearchBytes / bytes); };
+  const std::string call = "f(tv0.GetX())";
+  const std::size_t unindexed = kMaxIndexedBytes + 1;
+  const std::size_t small = std::size_t{1} << 20;
+  const struct {
+    std::size_t bytes;      // of the statement
+    std::size_t variables;  // before the one that is called on
+    bool areAlike;
+    bool isPast;
+  } rows[] = {
+      {unindexed, searchesOf(unindexed) - 1, false, false},
+      {unindexed, searchesOf(unindexed), false, true},
+      {unindexed, 5'000, true, false},
+      {small, 5'000, false, false},
+      {small, 70'000, false, true},
+  };
+  for (const auto& row : rows) {
     Texts variables;
-    for (std::size_t i = 0; i < last; ++i)
-      variables.push_back("C#au" + std::to_string(i));
+    for (std::size_t i = 0; i < row.variables; ++i)
+      variables.push_back(row.areAlike ? "C#au" : "C#au" + std::to_string(i));
     variables.push_back("C#tv0");
     declare({}, variables);
     GapList gaps;
     engine().observer = &gaps;
-    (void)engine().FindAPIFunctionName4SWF({statement}, "movie.swf");
+    (void)engine().FindAPIFunctionName4SWF({call + std::string(row.bytes - call.size(), 'x')}, "movie.swf");
     engine().observer = nullptr;
-    const bool isPast = last == searches;
-    EXPECT_EQ(engine().resultList.size(), isPast ? 0U : 1U);
-    EXPECT_EQ(gaps.texts, isPast ? Texts{"movie.swf"} : Texts());
+    EXPECT_EQ(engine().resultList.size(), row.isPast ? 0U : 1U) << row.bytes << ' ' << row.variables;
+    EXPECT_EQ(gaps.texts, row.isPast ? Texts{"movie.swf"} : Texts());
   }
 }
 

@@ -105,6 +105,7 @@ class RandomPackages {
     if (below(20) == 0) entry.packedSize = below(size + 20);
     if (below(30) == 0) entry.localName = name();
     if (below(30) == 0) entry.flags = 1;
+    if (below(15) == 0) entry.extra = {'\x99', '\x99', static_cast<char>(below(256)), static_cast<char>(below(256))};
     return entry;
   }
 
@@ -135,6 +136,7 @@ TEST_F(MemoryPlaceTest, FilesAreKeptAsFarAsTheyAreRead) {
   withZeroLate[kLarge - 9] = '\0';
   std::string withZero = text;
   withZero[5] = '\0';
+  const std::string movie = "FWS" + text.substr(3);
   const std::string package = craftedZip({{"inside.js", text}}) + std::string(kLarge, 'p');
   const struct {
     const char* name;
@@ -143,10 +145,11 @@ TEST_F(MemoryPlaceTest, FilesAreKeptAsFarAsTheyAreRead) {
     std::size_t keptIfWanted;
   } rows[] = {
       {"a.js", text, kLarge, kLarge},
-      {"a.swf", text, kLarge, kLarge},
+      {"a.swf", movie, kLarge, kLarge},
+      {"none.swf", text, std::size_t{64} << 10, kMost},
       {"a.png", text, std::size_t{64} << 10, kMost},
       {"late.js", withZeroLate, kLarge - 8, kLarge - 8},
-      {"zero.js", withZero, kMost, kMost},
+      {"zero.js", withZero, std::size_t{64} << 10, kMost},
       {"package.png", package, package.size(), package.size()},
   };
   for (const auto& row : rows) {
