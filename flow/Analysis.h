@@ -307,7 +307,6 @@ class Analysis {
   std::map<std::string, std::uint32_t> fileByPath;
   std::unordered_map<std::uint64_t, std::uint32_t> actsOfDef;
   std::vector<std::pair<ObjectId, Name>> globalReads;  // of windows
-  std::unordered_map<Name, NodeId> services;           // what dependency injection hands out
   std::set<std::pair<std::string, std::string>> notRead;
   std::set<std::uint32_t> libraryFiles;
   std::vector<std::string> pluginIds;             // of the pages' elements

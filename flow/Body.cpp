@@ -840,8 +840,7 @@ class Body {
   }
 
   // The number of each part of a list: what is left out has one, too.
-  std::size_t commasBefore(Ast list, Ast part, std::uint32_t from) const {
-    (void)list;
+  std::size_t commasBefore(Ast part, std::uint32_t from) const {
     std::size_t commas = 0;
     for (std::uint32_t at = from; at < nodes_[part].begin && at < unit_.text.size(); ++at)
       if (unit_.text[at] == ',') ++commas;
@@ -853,7 +852,7 @@ class Body {
     std::size_t index = 0;
     Analysis& a = a_;
     for (Ast child = ast + 1; child < nodes_[ast].last; child = nodes_[child].last) {
-      index += commasBefore(ast, child, from);
+      index += commasBefore(child, from);
       from = nodes_[child].end;
       const NodeId got = s_.make(at(child), Step::property);
       const Where where = at(child);
@@ -1115,7 +1114,7 @@ class Body {
     bool isSpread = false;
     std::size_t count = 0;
     for (Ast child = ast + 1; child < nodes_[ast].last; child = nodes_[child].last) {
-      index += commasBefore(ast, child, from);
+      index += commasBefore(child, from);
       count = index + 1;
       from = nodes_[child].end;
       const NodeId value = expression(child);

@@ -515,9 +515,7 @@ void arrayJoin(Analysis& a, const CallInfo& info) {
       text += (i ? separator : "") + a.names.text(nameIn(values[0].value));
     }
   };
-  const auto again = [work](Name, NodeId) { work(); };
   // Elements that come one by one would give beginnings of the text: later, when they are all there.
-  (void)again;
   a.whenEmpty(copy.result, work);
 }
 

@@ -369,10 +369,6 @@ void later(Analysis& a, const CallInfo& info) {
   });
 }
 
-void callNow(Analysis& a, const CallInfo& info) {
-  a.invoke(info, arg(a, info, 0), info.self, {});
-}
-
 void evalText(Analysis& a, const CallInfo& info) {
   a.textsRun.emplace_back(info.site, arg(a, info, 0));
   const CallInfo copy = info;
@@ -748,7 +744,6 @@ bool Analysis::isElementMember(const std::string& name) const {
 void addDomModels(Analysis& analysis) {
   for (const Row& row : kRows)
     analysis.natives.emplace(row.name, row.native);
-  (void)callNow;
 }
 
 }  // namespace flow

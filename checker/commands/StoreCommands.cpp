@@ -131,6 +131,7 @@ int judgeCommand(const Options& options) {
 
 int catalogueCommand(const Options& options) {
   requireStore(options);
+  if (options.outputs.size() > 1) throw UserError("a catalogue is written to one --output file at a time");
   const CatalogueFormat format = catalogueFormat(options);
   if (format == CatalogueFormat::html && !options.uses.empty())
     throw UserError("--uses has no page; there are text, json and csv");

@@ -54,9 +54,10 @@ void accept(ApplicationReport& report, const std::set<std::string>& accepted) {
 StoreRun::StoreRun(const Options& options, const InspectionOptions& inspection)
     : inspection_(inspection),
       accepted_(inspection.accepted),
-      judge_(store::judgeBy(databaseOf(options.database))),
+      database_(databaseOf(options.database)),
+      judge_(store::judgeBy(database_)),
       store_(options.store, store::Store::Mode::write),
-      run_(store_, settingsOf(), databaseOf(options.database), options.run),
+      run_(store_, settingsOf(), database_, options.run),
       known_(run_.knownContents()) {
   inspection_.all = true;
   inspection_.documented = true;

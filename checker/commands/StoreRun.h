@@ -38,6 +38,7 @@ class StoreRun {
  private:
   InspectionOptions inspection_;
   std::set<std::string> accepted_;
+  store::Database database_;
   store::Judge judge_;
   store::Store store_;
   store::RunWriter run_;

@@ -4,6 +4,8 @@
 #include "checker/formats/CatalogueFormats.h"
 
 #include <nlohmann/json.hpp>
+#include <set>
+#include <string_view>
 
 #include "checker/formats/Wording.h"
 #include "checker/report/Characters.h"
@@ -21,12 +23,13 @@ constexpr Verdict kVerdicts[] = {Verdict::findings, Verdict::notChecked, Verdict
 
 // ---- text ----------------------------------------------------------------------------------------------------------
 
-void textOf(const char* heading, const std::vector<Tally>& list, const char* calls, std::ostream& out) {
+void textOf(const char* heading, const std::vector<Tally>& list, const char* call, const char* calls,
+            std::ostream& out) {
   if (list.empty()) return;
   out << '\n' << heading << '\n';
   for (const Tally& each : list) {
     out << "  " << counted(each.applications, "application", "applications") << ": " << printable(each.name);
-    if (each.calls > 0) out << " (" << each.calls << ' ' << calls << ')';
+    if (each.calls > 0) out << " (" << counted(each.calls, call, calls) << ')';
     out << '\n';
   }
 }
@@ -40,12 +43,12 @@ void textOf(const Catalogue& catalogue, std::ostream& out) {
   for (const MethodTally& method : catalogue.methods) {
     out << "  " << counted(method.applications, "application", "applications") << ": "
         << printable(method.plugin + "." + method.name) << (method.isDocumented ? "" : ", undocumented") << " ("
-        << method.calls << " calls)\n";
+        << counted(method.calls, "call", "calls") << ")\n";
   }
-  textOf("plug-ins", catalogue.plugins, "calls", out);
-  textOf("parts that were not checked", catalogue.reasons, "parts", out);
-  textOf("applications that could not be checked", catalogue.failures, "", out);
-  textOf("libraries", catalogue.libraries, "", out);
+  textOf("plug-ins", catalogue.plugins, "call", "calls", out);
+  textOf("parts that were not checked", catalogue.reasons, "part", "parts", out);
+  textOf("applications that could not be checked", catalogue.failures, "", "", out);
+  textOf("libraries", catalogue.libraries, "", "", out);
   if (catalogue.runs.size() > 1) out << "\nruns\n";
   for (const RunTally& run : catalogue.runs) {
     if (catalogue.runs.size() == 1) break;
@@ -58,15 +61,14 @@ void textOf(const Catalogue& catalogue, std::ostream& out) {
 }
 
 void textOf(const std::vector<Use>& uses, const std::string& what, std::ostream& out) {
-  std::size_t applications = 0;
-  for (std::size_t i = 0; i < uses.size(); ++i) {
-    const Use& use = uses[i];
-    if (i == 0 || uses[i - 1].application != use.application) ++applications;
+  std::set<std::string_view> applications;
+  for (const Use& use : uses) {
+    applications.insert(use.application);
     out << printable(placeOf(use.path, use.place)) << ": " << printable(use.plugin + "." + use.method) << " ("
         << use.found << ", " << use.confidence << ")\n";
   }
   out << printable(what) << ": " << counted(uses.size(), "call", "calls") << " in "
-      << counted(applications, "application", "applications") << '\n';
+      << counted(applications.size(), "application", "applications") << '\n';
 }
 
 // ---- JSON ----------------------------------------------------------------------------------------------------------

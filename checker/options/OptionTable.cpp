@@ -72,7 +72,7 @@ const std::vector<OptionRow> kOptions{
     {"from", "FILE", kWhat, kCheck, false, &Options::lists, 0, "also check what this file lists",
      ": one path in a line, or a NUL behind each; - is standard input"},
     {"store", "FILE", kWhat, kCheck | kJudge | kCatalogue, true, &Options::store, 0, "file that results are kept in",
-     "; what is in it is not checked again"},
+     "; a check passes over what is in it"},
     {"run", "NAME", kWhat, kCheck, false, &Options::run, 0, "name of this run in the store", ", instead of the date"},
     {"shard", "PART", kWhat, kCheck, false, &Options::shard, 0, "check only a part of the applications",
      ": 3/16 is the third of 16; auto, the one that the scheduler's environment names"},

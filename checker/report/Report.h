@@ -143,7 +143,7 @@ struct ApplicationReport {
   Verdict verdict = Verdict::clean;
   std::string failure;                     // why it could not be checked at all
   std::vector<Finding> findings;           // by path, line and column
-  std::vector<Undetermined> undetermined;  // if all calls were asked for
+  std::vector<Undetermined> undetermined;  // if all calls were asked for, or other rules than the engine's ran
   std::vector<NotChecked> notChecked;
   std::vector<PluginElement> elements;
   std::vector<Binding> bindings;

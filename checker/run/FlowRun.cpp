@@ -87,6 +87,11 @@ Finding::Confidence confidenceOf(flow::Confidence confidence) {
                                                   : Finding::Confidence::possible;
 }
 
+std::string adviceOn(const flow::FoundCall& found) {
+  if (found.isReached) return found.advice;
+  return found.advice + (found.advice.empty() ? "" : "; ") + "no page loads this script";
+}
+
 void addCall(const flow::FoundCall& found, const ReportedFiles& files, const FlowOptions& options,
              const std::set<std::string>& accepted, ApplicationReport& report) {
   bool isKnown = false;
@@ -95,7 +100,7 @@ void addCall(const flow::FoundCall& found, const ReportedFiles& files, const Flo
     isKnown = true;
     finding.confidence = std::max(finding.confidence, confidenceOf(found.confidence));
     if (finding.trace.empty()) finding.trace = traceOf(found.trace, files);
-    if (finding.advice.empty()) finding.advice = found.advice;
+    if (finding.advice.empty()) finding.advice = adviceOn(found);
   }
   if (isKnown) return;
   Finding finding;
@@ -107,7 +112,7 @@ void addCall(const flow::FoundCall& found, const ReportedFiles& files, const Flo
   const bool isForOther = found.judgement == flow::Judgement::documentedForOther;
   finding.kind = isForOther ? Finding::Kind::otherPlugin : Finding::Kind::undocumented;
   finding.trace = traceOf(found.trace, files);
-  finding.advice = found.advice;
+  finding.advice = adviceOn(found);
   finding.status =
       accepted.count(found.method) != 0 ? Finding::Status::accepted : statusFor(finding, options.isPerPlugin);
   if (finding.confidence == Finding::Confidence::possible && !options.isPossible) return;

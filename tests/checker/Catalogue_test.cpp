@@ -176,9 +176,14 @@ TEST_F(Catalogue, WorkersEndWithTheCheckerWhateverEndsIt) {
   EXPECT_EQ(run.status(), -SIGKILL);
   EXPECT_TRUE(isTidy());
   for (const pid_t worker : workers) {
-    std::ifstream stat("/proc/" + std::to_string(worker) + "/stat");
-    std::string id, name, state = "gone";
-    stat >> id >> name >> state;
+    std::string state;
+    for (int tries = 0; tries < 1000 && state != "gone" && state != "Z"; ++tries) {  // the kernel takes its time
+      if (tries > 0) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+      std::ifstream stat("/proc/" + std::to_string(worker) + "/stat");
+      std::string id, name;
+      state = "gone";
+      stat >> id >> name >> state;
+    }
     EXPECT_TRUE(state == "gone" || state == "Z") << state;
   }
 }

@@ -1,6 +1,7 @@
 // Flow analysis in the program: what it adds to a report, and what it leaves alone. What it follows is tested in
 // tests/flow.
 
+#include <map>
 #include <nlohmann/json.hpp>
 
 #include "CheckerFixture.h"
@@ -48,6 +49,16 @@ TEST_F(FlowRun, AddsToWhatTheEngineFinds) {
   EXPECT_EQ(added["trace"].front()["path"], "www/index.html");
   EXPECT_EQ(added["trace"].back()["path"], "www/a.js");
   EXPECT_EQ(both["rules"], (Json{"engine", "flow"}));
+}
+
+TEST_F(FlowRun, SaysThatNoPageLoadsAScript) {
+  write("www/two.html", "<object id='player' classid='clsid:MORVANE-NAVERTIX-PLAYER'></object>\n");
+  write("www/spare.js", "function f() { return document.getElementById('player').GetOld(); }\n");
+  const Json findings = reportOf("--flow")["findings"];
+  std::map<std::string, bool> isSpare;
+  for (const Json& finding : findings)
+    isSpare[finding["method"]] = finding.dump().find("no page loads this script") != std::string::npos;
+  EXPECT_EQ(isSpare, (std::map<std::string, bool>{{"GetOld", true}, {"GetSerial", false}, {"GetUuid", false}}));
 }
 
 TEST_F(FlowRun, SaysWhatNobodyCanTell) {

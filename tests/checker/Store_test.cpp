@@ -87,6 +87,14 @@ TEST_F(StoreChecker, TheCatalogueHasAllFormats) {
   EXPECT_NE(uses.text.find("a/main.js:3:3: MORVANE-NAVERTIX-AUDIO.GetSerial (variable, likely)\n"), std::string::npos)
       << uses.text;
   EXPECT_NE(uses.text.find("AUDIO.GetSerial: 2 calls in 2 applications\n"), std::string::npos) << uses.text;
+  write("b/index.html", R"(<object id="tv" classid="MORVANE-NAVERTIX-AUDIO"></object>
+                           <object id="tu" classid="MORVANE-NAVERTIX-TUNER"></object>)");
+  write("b/main.js", "function f() { $('tv').GetSerial2(); }\nfunction g() { $('tu').GetSerial2(); }\n");
+  fs::copy("b", "c", fs::copy_options::recursive);
+  ASSERT_EQ(stored("--run two b c").status, 1);
+  const Output two = check("catalogue --store s --uses GetSerial2");
+  EXPECT_NE(two.text.find("GetSerial2: 4 calls in 2 applications\n"), std::string::npos) << two.text;
+  EXPECT_EQ(check("catalogue --store s --output c.html --output c.csv").status, 2);
   ASSERT_EQ(check("catalogue --store s --output c.html").status, 0);
   std::ifstream file("c.html");
   const std::string page{std::istreambuf_iterator<char>(file), {}};

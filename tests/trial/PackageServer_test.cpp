@@ -63,15 +63,17 @@ TEST_F(Package, WorldsAnswerAsTheyAre) {
 }
 
 TEST(Keys, AreThoseThatScriptsCompareWith) {
-  const auto keys = trial::keysOf({{"a.js",
-                                    "var keys = {BACK: 0x1F4, X: 3, Y: 1.5}; if (e.keyCode === 7001) ; case 'Play':"
-                                    "x = 'NoKey'; a[99999999999999999999]; if (e.key == \"ColorRed\") ;"}});
+  const auto keys =
+      trial::keysOf({{"a.js",
+                      "var keys = {BACK: 0x1F4, X: 3, Y: 1.5}; if (e.keyCode === 7001) ; case 'Play':"
+                      "a = b + 8888; f('NoKey'); a[99999999999999999999]; if (e.key == \"ColorRed\") ;"}});
   const auto has = [&](const char* key) { return std::count(keys.begin(), keys.end(), key); };
   EXPECT_EQ(has("500"), 1);
   EXPECT_EQ(has("7001"), 1);
   EXPECT_EQ(has("\"Play\""), 1);
   EXPECT_EQ(has("\"ColorRed\""), 1);
   EXPECT_EQ(has("13"), 1);
+  EXPECT_EQ(has("8888") + has("\"NoKey\""), 0);
   EXPECT_LE(keys.size(), 160U);
 }
 
