@@ -197,8 +197,7 @@ RunResult APIAnalysis::findCalls(const std::string& classId, const std::string& 
                                  TextIndex* index, const std::string& path, FoundCall::On on) {
   const Stop outer = stop_;
   std::unordered_map<std::string_view, detail::EqualRecords<SWFStateMentInfo>> known;  // by call text
-  const Pattern pattern(detail::callOn(withoutBlanks(variable)));
-  for (MatchCursor at(pattern, text, index); at.next();) {
+  for (detail::NameMatches at(known_->callsOnVariables, withoutBlanks(variable), text, index); at.next();) {
     auto call = known.find(at.view());
     if (call == known.end()) call = known.emplace(at.view(), makeVariableCall(classId, at.match(), path)).first;
     const bool isKept = keep(call->second, foundCallList);
@@ -302,8 +301,9 @@ void APIAnalysis::observeBuiltIn(const std::string& path, int line, const CallPl
 void APIAnalysis::observeCommonObject(const SWFStateMentInfo& binding, const SearchedText& searched) {
   if (!observesAll()) return;
   const Key key = splitKey(*binding.expression);
-  const Pattern pattern(detail::callOn(withoutBlanks(key.symbol)));
-  for (MatchCursor at(pattern, searched.text, searched.index(searched.text.size())); at.next();) {
+  detail::NameMatches at(known_->callsOnVariables, withoutBlanks(key.symbol), searched.text,
+                         searched.index(searched.text.size()));
+  while (at.next()) {
     std::string callText = at.match();
     const int line = foundSymbolLineNumber(const_cast<std::string*>(&binding.path), &callText);
     observe(FoundCall::Verdict::common, binding.path, line,

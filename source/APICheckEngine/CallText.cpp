@@ -17,6 +17,14 @@ namespace {
 
 // What may stand before a variable; of a longer name that ends in it, only "_" may.
 constexpr const char* kSeparator = R"([\+\-\_\*\/\%\(\{\[\;\:\,\?\s])";
+// What stands behind the variable: `.SetVolume(x, 1)`, `.GetModel()`.
+constexpr const char* kCallWithArguments = R"(\s*\.\s*[\w\_]+\s*\([\[\.\]\d"',\s\w\_\(\)/]*\))";
+constexpr const char* kCallWithout = R"(\s*\.\s*[\w\_]+\s*\([\s]*\))";
+// A look-up around its id, `("` and `").`, and what stands behind it: `GetModel(`.
+constexpr const char* kOpening = R"([\(])";
+constexpr const char* kQuotes = R"([\s"'])";
+constexpr const char* kLookUpEnd = R"([\s"']*[\)]\s*\.)";
+constexpr const char* kCallOpening = R"(\s*[\w\d\_]+\s*\()";
 // `Execute( "Start"`; not `Execute (`.
 constexpr const char* kExecuteCall = R"(Execute\(\s*["']*[\w\s\_]*["']*)";
 
@@ -33,16 +41,23 @@ struct BuiltInNames {
 }  // namespace
 
 std::string callOn(const std::string& variable) {
-  const std::string call = kSeparator + variable + R"(\s*\.\s*[\w\_]+\s*)";
-  return "(" + call + R"(\([\[\.\]\d"',\s\w\_\(\)/]*\))" + ")|(" + call + R"(\([\s]*\))" + ")";
+  return "(" + (kSeparator + variable + kCallWithArguments) + ")|(" + (kSeparator + variable + kCallWithout) + ")";
+}
+
+NamePattern callsOnVariables() {
+  return {callOn, kSeparator, "", std::string("(") + kCallWithArguments + ")|(" + kCallWithout + ")"};
 }
 
 std::string lookupOf(const std::string& id) {
-  return R"([\(][\s"']*)" + id + R"([\s"']*[\)]\s*\.)";
+  return std::string(kOpening) + kQuotes + "*" + id + kLookUpEnd;
 }
 
 std::string callOnLookupOf(const std::string& id) {
-  return lookupOf(id) + R"(\s*[\w\d\_]+\s*\()";
+  return lookupOf(id) + kCallOpening;
+}
+
+NamePattern callsOnLookUps() {
+  return {callOnLookupOf, kOpening, kQuotes, std::string(kLookUpEnd) + kCallOpening};
 }
 
 // Instead of each name in the text, what stands before each parenthesis is looked up, in all the lengths that names

@@ -4,6 +4,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "APICheckEngine/CallText.h"
 #include "APICheckEngine/MethodName.h"
 #include "APICheckEngine/search/ListIndex.h"
 #include "APICheckEngine/search/SourceIndex.h"
@@ -38,6 +39,7 @@ struct Knowledge {
   std::unordered_map<const std::string*, SourceIndex> sources;
   std::size_t indexRoom = kMaxIndexedBytes;  // bytes that may still be indexed
   MethodNames methodNames;
+  const NamePattern callsOnVariables = detail::callsOnVariables();
 };
 
 }  // namespace FlashEngine_1_00::detail

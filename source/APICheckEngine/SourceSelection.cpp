@@ -64,9 +64,9 @@ class AccessRecords {
   // Which places of equal records stay, if they have too many.
   enum class Kept { first, last };
 
-  AccessRecords(const Pattern& pattern, std::string_view source, const std::string& path, APIAnalysis::Records& list,
-                Kept kept)
-      : finder_(pattern, source), path_(path), list_(list), kept_(kept), before_(list.size()) {}
+  AccessRecords(const Pattern& pattern, std::string_view source, const std::vector<detail::Excerpt>& excerpts,
+                const std::string& path, APIAnalysis::Records& list, Kept kept)
+      : finder_(pattern, source, excerpts), path_(path), list_(list), kept_(kept), before_(list.size()) {}
 
   // Appends the accesses in an excerpt, as often as that was hit.
   void append(const detail::Excerpt& excerpt) {
@@ -121,10 +121,11 @@ RunResult APIAnalysis::FirstScanSource(std::vector<std::string>* files) {
     std::string* cleaned = nullptr;
     if (CheckFileAnalysisWorth(path, cleaned) == 0) continue;
     const std::string_view text = cleaned->c_str();
-    AccessRecords accesses(lookUps, text, path, objectAccessList, AccessRecords::Kept::first);
+    const std::vector<detail::Excerpt> excerpts = detail::findExcerpts(text);
+    AccessRecords accesses(lookUps, text, excerpts, path, objectAccessList, AccessRecords::Kept::first);
     // These are read from the last one on: which of equal ones is the last decides their order.
-    AccessRecords embedsAccesses(embeds, text, path, embedsAccessList, AccessRecords::Kept::last);
-    for (const detail::Excerpt& excerpt : detail::findExcerpts(text)) {
+    AccessRecords embedsAccesses(embeds, text, excerpts, path, embedsAccessList, AccessRecords::Kept::last);
+    for (const detail::Excerpt& excerpt : excerpts) {
       accesses.append(excerpt);
       embedsAccesses.append(excerpt);
     }

@@ -58,6 +58,9 @@ class MatchCursor {
   // The leftmost match that starts in [from, to), wherever the one before it ended. The places given must not go down.
   bool nextIn(const char* from, const char* to) { return finder_.has_value() && finder_->nextIn(from, to, match_); }
 
+  // Whether a match starts at a place of the text, or behind its end.
+  bool startsAt(const char* place) { return finder_.has_value() && finder_->startsAt(place, match_); }
+
   std::string_view view() const { return match_; }
   std::string match() const { return std::string(match_); }
 

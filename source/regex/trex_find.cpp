@@ -11,17 +11,27 @@ TrexFinder::TrexFinder(TrexExpression& expression, const char* begin, const char
     : e_(expression), at_(begin), end_(end), index_(index), search_(++expression.search) {}
 
 bool TrexFinder::nextIn(const char* begin, const char* limit, std::string_view& match) {
-  if (search_ != e_.search) search_ = ++e_.search;  // another search of the same expression came in between
   for (const char* at = nextCandidate(begin); at < limit; at = nextCandidate(at + 1)) {
-    if (!e_.firstBytes.contains(static_cast<unsigned char>(*at))) continue;
-    const char* end = trexAttempt(e_, begin, end_, at, !e_.testsBegin);
-    if (end == nullptr) continue;
-    match = {at, static_cast<std::size_t>(end - at)};
-    at_ = end;
+    if (!attempt(begin, at, match)) continue;
+    at_ = at + match.size();
     return true;
   }
   at_ = limit;
   return false;
+}
+
+bool TrexFinder::startsAt(const char* at, std::string_view& match) {
+  return at <= end_ && attempt(at, at, match);
+}
+
+// One attempt at `at`, in a text that begins at `begin`.
+bool TrexFinder::attempt(const char* begin, const char* at, std::string_view& match) {
+  if (!e_.firstBytes.contains(static_cast<unsigned char>(*at))) return false;
+  if (search_ != e_.search) search_ = ++e_.search;  // another search of the same expression came in between
+  const char* const end = trexAttempt(e_, begin, end_, at, !e_.testsBegin);
+  if (end == nullptr) return false;
+  match = {at, static_cast<std::size_t>(end - at)};
+  return true;
 }
 
 // The first place from `at` on where a match could start; end_ if there is none.

@@ -22,6 +22,9 @@ class TrexFinder {
   // The leftmost match that starts in [from, to), wherever the one before it ended. The places given must not go down.
   bool nextIn(const char* from, const char* to, std::string_view& match);
 
+  // The match that starts at `at`, which may also be the end or the place behind it; false if there is none.
+  bool startsAt(const char* at, std::string_view& match);
+
  private:
   // The next place of an anchor's literal, and from where on it can be reached. Not yet known as long as the place
   // lies behind us.
@@ -30,6 +33,7 @@ class TrexFinder {
     const char* place = nullptr;
   };
 
+  bool attempt(const char* begin, const char* at, std::string_view& match);
   const char* nextCandidate(const char* at);
   bool holdsRequired(const char* at);
   void findWindow(const TrexAnchor& anchor, const char* at, Window& window) const;

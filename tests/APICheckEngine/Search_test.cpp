@@ -17,6 +17,7 @@
 #include "APICheckEngine/search/ExcerptAccesses.h"
 #include "APICheckEngine/search/Excerpts.h"
 #include "APICheckEngine/search/LookupCalls.h"
+#include "APICheckEngine/search/NamePattern.h"
 #include "APICheckEngine/search/NamedSymbol.h"
 #include "regex/Pattern.h"
 
@@ -64,14 +65,15 @@ TEST(Search, AccessesAreThoseOfEachExcerptByItself) {
                                         "\n", "$$", "y.z=$('q')", "(", std::string(40, 'x'), std::string(90, ' ')},
                                        5 + text.below(120));
     const Pattern pattern(kLookUp);
-    ExcerptAccesses finder(pattern, source.c_str());
-    std::size_t begin = 0;
-    while ((begin += text.below(20)) < source.size()) {
-      const std::string excerpt = source.substr(begin, text.below(150));
+    std::vector<Excerpt> excerpts;
+    for (std::size_t begin = 0; (begin += text.below(20)) < source.size();)
+      excerpts.push_back({std::string_view(source).substr(begin, text.below(150)), 1});
+    ExcerptAccesses finder(pattern, source.c_str(), excerpts);
+    for (const Excerpt& excerpt : excerpts) {
       Texts found;
-      for (const std::size_t access : finder.in(std::string_view(source).substr(begin, excerpt.size())))
+      for (const std::size_t access : finder.in(excerpt.text))
         found.emplace_back(finder.texts()[access]);
-      ASSERT_EQ(found, plainMatches(kLookUp, excerpt)) << excerpt << "\nin\n" << source;
+      ASSERT_EQ(found, plainMatches(kLookUp, std::string(excerpt.text))) << excerpt.text << "\nin\n" << source;
     }
   }
 }
@@ -247,6 +249,45 @@ TEST(Search, TheNamedSymbolIsTheFirstWhosePatternMatches) {
       ASSERT_EQ(named.in(access), first < symbols.size() ? first : NamedSymbol::kNone) << access;
     }
   }
+}
+
+// ---- matches around names
+// -------------------------------------------------------------------------------------------------
+
+Texts matchesAround(const NamePattern& pattern, const std::string& name, std::string_view text, TextIndex* index) {
+  Texts matches;
+  for (NameMatches at(pattern, name, text, index); at.next();)
+    matches.push_back(at.match());
+  return matches;
+}
+
+TEST(Search, MatchesAroundNamesAreThoseOfTheirPattern) {
+  const NamePattern variables = callsOnVariables();
+  const NamePattern lookUps = callsOnLookUps();
+  const Texts names{"tv",  "t", "_",  "a_tv", "this.tv", "a.b", "a..b", "tv.",
+                    ".tv", "",  "aa", "t*",   "a|b",     "(",   ")",    "$t"};
+  const Texts pieces{"tv", "t",   "_", "a_",   "this.",     "a",  "b",   ".", "$t", " ",  "\n", "(", "'", "\"",
+                     ")",  ").x", ";", ".Go(", ".Go(1, 2)", "aa", " . ", "*", ",",  "()", ")",  "x", "é", "a_tv.A()"};
+  std::size_t matches = 0;
+  for (unsigned seed = 0; seed < 2000; ++seed) {
+    Text random(seed);
+    const std::string source = random.of(pieces, 5 + random.below(60));
+    const std::string name = random.oneOf(names);
+    // A part of the source: the byte behind it belongs to what a pattern can see, as the zero behind the whole does.
+    const std::string_view text = std::string_view(source).substr(0, source.size() - random.below(5));
+    std::size_t room = 1 << 20;
+    TextIndex index(source, room);
+    for (const NamePattern* pattern : {&variables, &lookUps}) {
+      const Pattern whole(pattern == &variables ? callOn(name) : callOnLookupOf(name));
+      Texts plain;
+      for (MatchCursor at(whole, text, nullptr); at.next();)
+        plain.push_back(at.match());
+      matches += plain.size();
+      ASSERT_EQ(matchesAround(*pattern, name, text, nullptr), plain) << name << "\nin\n" << text;
+      ASSERT_EQ(matchesAround(*pattern, name, text, &index), plain) << name << "\nin\n" << text;
+    }
+  }
+  EXPECT_GT(matches, 500U);
 }
 
 // ---- calls on look-ups, built-in names

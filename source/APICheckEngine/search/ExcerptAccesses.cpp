@@ -2,9 +2,10 @@
 //
 // The plain search takes each excerpt as a text of its own and searches it from its beginning, each search starting
 // where the match before it ended. What it finds depends on where it begins: from inside "a.b = $('tv')" it finds
-// "b = $('tv')". So for every place of the source at which a match begins, the match is found here, once, and kept. An
-// excerpt then goes from one to the next: to the first that does not begin before the excerpt, to the first that does
-// not begin before that one's end, and so on. This finds what the plain search finds:
+// "b = $('tv')". So the source is searched here from each place from which the plain search searches some excerpt,
+// once, in the order of the places, and what is found is kept. An excerpt then goes from one match to the next: to the
+// first that does not begin before the excerpt, to the first that does not begin before that one's end, and so on. This
+// finds what the plain search finds:
 //
 // - Whether a match begins at a place, and where it ends, depends on nothing before that place: the access patterns
 //   test for no beginning of the text.
@@ -28,7 +29,7 @@ namespace FlashEngine_1_00::detail {
 
 std::vector<std::size_t> ExcerptAccesses::in(std::string_view excerpt) {
   const char* const end = excerpt.data() + excerpt.size();
-  findPlaces(excerpt.data(), end);
+  findPlaces(excerpt);
   std::vector<std::size_t> accesses;
   auto place = std::partition_point(places_.begin(), places_.end(),
                                     [&](const Place& p) { return p.text.data() < excerpt.data(); });
@@ -52,17 +53,38 @@ void ExcerptAccesses::addCut(std::string_view rest, std::vector<std::size_t>& ac
     accesses.push_back(accessOf(at.view()));
 }
 
-// Makes places_ hold all places in [begin, end). Excerpts behind a gap share none with those before it.
-void ExcerptAccesses::findPlaces(const char* begin, const char* end) {
-  if (begin >= searchedTo_) {
-    places_.clear();
-    searchedTo_ = begin;
+// Makes places_ hold all that the plain search comes to in an excerpt. Searches of later excerpts that begin before
+// this one's end are made as well, so that all are made in the order of their places.
+void ExcerptAccesses::findPlaces(std::string_view excerpt) {
+  const char* const end = excerpt.data() + excerpt.size();
+  if (!places_.empty() && places_.back().text.data() < excerpt.data()) places_.clear();
+  for (; next_ != behind_ && next_->text.data() < end; ++next_)
+    searchOn(next_->text.data(), next_->text.data() + next_->text.size());
+  while (!searches_.empty() && searches_.begin()->first < end) {
+    const auto [from, to] = *searches_.begin();
+    searches_.erase(searches_.begin());
+    search(from, to);
   }
-  while (searchedTo_ < end) {
-    const bool isThere = cursor_.nextIn(searchedTo_, end);
+}
+
+// One search. The one before it may have found the match that this one would find.
+void ExcerptAccesses::search(const char* from, const char* to) {
+  const bool isKnown = !places_.empty() && from <= places_.back().text.data();
+  if (!isKnown) {
+    from = std::max(from, searchedTo_);
+    const bool isThere = from < to && cursor_.nextIn(from, to);
     if (isThere) places_.push_back({cursor_.view(), kUnknown});
-    searchedTo_ = isThere ? cursor_.view().data() + 1 : end;
+    searchedTo_ = isThere ? cursor_.view().data() + 1 : std::max(from, to);
+    if (!isThere) return;
   }
+  const std::string_view found = places_.back().text;
+  searchOn(found.data() + found.size(), to);
+}
+
+void ExcerptAccesses::searchOn(const char* from, const char* to) {
+  if (from >= to) return;
+  const char*& known = searches_.try_emplace(from, to).first->second;
+  known = std::max(known, to);
 }
 
 std::size_t ExcerptAccesses::accessOf(std::string_view text) {

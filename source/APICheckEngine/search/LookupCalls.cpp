@@ -6,23 +6,20 @@
 
 #include "APICheckEngine/CallText.h"
 #include "platform/Limits.h"
-#include "regex/Pattern.h"
 
 namespace FlashEngine_1_00::detail {
 namespace {
 
-LookupCalls findCalls(const std::string& id, SourceIndex& source, std::size_t mostEqual) {
+LookupCalls findCalls(const NamePattern& pattern, const std::string& id, SourceIndex& source, std::size_t mostEqual) {
   LookupCalls calls;
   calls.text = source.text();
   std::unordered_map<std::string_view, std::size_t> known;  // positions of candidates
   std::vector<std::size_t> finds;                           // of each candidate
-  const Pattern pattern(callOnLookupOf(id));
-  const Pattern lookup(lookupOf(id));
-  for (MatchCursor at(pattern, calls.text, source.forSearchOf(calls.text.size())); at.next();) {
+  for (NameMatches at(pattern, id, calls.text, source.forSearchOf(calls.text.size())); at.next();) {
     const auto [place, isNew] = known.try_emplace(at.view(), calls.candidates.size());
     if (isNew) {
       const std::string found = at.match();
-      calls.candidates.push_back({found, found.substr(lookup.search(found.c_str()).size()), holdsBuiltIn(found)});
+      calls.candidates.push_back({found, found.substr(found.find('.') + 1), holdsBuiltIn(found)});
       finds.push_back(0);
     }
     const std::size_t equal = finds[place->second]++;
@@ -38,7 +35,7 @@ LookupCalls findCalls(const std::string& id, SourceIndex& source, std::size_t mo
 
 const LookupCalls& LookupCallFinder::callsOn(const std::string& id, SourceIndex& source) {
   const auto [known, isNew] = known_.try_emplace({id, &source});
-  if (isNew) known->second = findCalls(id, source, mostEqual_);
+  if (isNew) known->second = findCalls(pattern_, id, source, mostEqual_);
   return known->second;
 }
 

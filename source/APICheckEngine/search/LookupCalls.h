@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "APICheckEngine/CallText.h"
 #include "APICheckEngine/search/SourceIndex.h"
 
 namespace FlashEngine_1_00::detail {
@@ -34,10 +35,11 @@ class LookupCallFinder {
   // `mostEqual`: how many finds of one candidate to keep.
   explicit LookupCallFinder(std::size_t mostEqual) : mostEqual_(mostEqual) {}
 
-  // Those on look-ups of `id`. Stay where they are.
+  // Those on look-ups of `id`, a word. Stay where they are.
   const LookupCalls& callsOn(const std::string& id, SourceIndex& source);
 
  private:
+  const NamePattern pattern_ = callsOnLookUps();
   std::size_t mostEqual_;
   std::map<std::pair<std::string, const SourceIndex*>, LookupCalls> known_;
 };
