@@ -6,10 +6,10 @@
 // place that it has in a list. Test: tests/APICheckEngine/VariableBinding_test.cpp.
 
 #include <algorithm>
-#include <map>
+#include <functional>
 #include <optional>
-#include <tuple>
 #include <unordered_map>
+#include <utility>
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/Keys.h"
@@ -116,10 +116,22 @@ void APIAnalysis::declareEmbeds(const std::vector<Key>& symbols) {
 // ---- variables
 // -------------------------------------------------------------------------------------------------------
 
-// The bindings made so far, by what they are made of: key, path and body.
+// The bindings made so far, by what they are made of.
 struct APIAnalysis::Bindings {
+  struct MadeOf {
+    std::string key;
+    std::string path;
+    const char* body;
+
+    bool operator==(const MadeOf& other) const { return body == other.body && key == other.key && path == other.path; }
+  };
+  struct Hash {
+    std::size_t operator()(const MadeOf& madeOf) const {
+      return std::hash<std::string>()(madeOf.key) ^ std::hash<const char*>()(madeOf.body);
+    }
+  };
   detail::EnclosingFunctions enclosing;
-  std::map<std::tuple<std::string, std::string, const char*>, EqualRecords<SWFStateMentInfo>> known;
+  std::unordered_map<MadeOf, EqualRecords<SWFStateMentInfo>, Hash> known;
 };
 
 RunResult APIAnalysis::FindObjectVariable() {
@@ -146,7 +158,7 @@ EqualRecords<SWFStateMentInfo>& APIAnalysis::bindingOf(const SWFStateMentInfo& d
   std::string key = makeKey(withoutBlanks(classId), variable);
   std::string_view body;
   if (!wholeFile) body = bindings.enclosing.body(declared.path, splitKey(*declared.expression).symbol);
-  const std::tuple madeOf(key, declared.path, body.data());
+  Bindings::MadeOf madeOf{key, declared.path, body.data()};
   const auto known = bindings.known.find(madeOf);
   if (known != bindings.known.end()) return known->second;
 
@@ -156,7 +168,7 @@ EqualRecords<SWFStateMentInfo>& APIAnalysis::bindingOf(const SWFStateMentInfo& d
   record->text = body;
   record->path = declared.path;
   record->line = foundSymbolLineNumber(&record->path, &variable);
-  return bindings.known.emplace(madeOf, std::move(record)).first->second;
+  return bindings.known.emplace(std::move(madeOf), std::move(record)).first->second;
 }
 
 int APIAnalysis::foundSymbolLineNumber(std::string* path, std::string* symbol) {

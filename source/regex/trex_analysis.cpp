@@ -137,7 +137,7 @@ class Anchors {
         if (depth < kMaxDepth) {
           takeBetter(best, ofSequence(n.left, before, behind(n.next, after, depth), depth + 1));
         } else {
-          before = anything();
+          before = TrexLead::anything();
         }
       } else if (n.kind == TREX_NODE_ALTERNATION) {
         takeBetter(best, ofAlternation(n, before, after, depth));
@@ -189,7 +189,7 @@ class Anchors {
 
   List ofAlternation(const TrexNode& alternation, TrexLead& before, const TrexByteSet& after, int depth) {
     if (depth >= kMaxDepth) {
-      before = anything();
+      before = TrexLead::anything();
       return {};
     }
     TrexLead beforeRight = before;
@@ -197,8 +197,10 @@ class Anchors {
     List anchors = ofSequence(alternation.left, before, after, depth + 1);
     const List right = ofSequence(alternation.right, beforeRight, after, depth + 1);
     --optional_;
-    before = {before.bytes, std::max(before.most, beforeRight.most)};
-    before.bytes.add(beforeRight.bytes);
+    TrexLead::Stage either = before.merged();
+    either.bytes.add(beforeRight.merged().bytes);
+    before = {};
+    before.add(either.bytes, std::max(either.most, beforeRight.merged().most));
     if (anchors.empty() || right.empty() || anchors.size() + right.size() > kMaxAnchors) return {};
     anchors.insert(anchors.end(), right.begin(), right.end());
     return anchors;
@@ -211,12 +213,7 @@ class Anchors {
     return first.bytes;
   }
 
-  static TrexLead anything() { return {everyByte(), TrexLead::kNoLimit}; }
-
-  void addByte(std::int32_t index, TrexLead& lead) const {
-    lead.bytes.add(e_.sets[static_cast<std::size_t>(index)]);
-    if (lead.most != TrexLead::kNoLimit) ++lead.most;
-  }
+  void addByte(std::int32_t index, TrexLead& lead) const { lead.add(e_.sets[static_cast<std::size_t>(index)], 1); }
 
   // Adds what a node can consume.
   void addBytes(std::int32_t index, TrexLead& lead, int depth) {
@@ -230,16 +227,17 @@ class Anchors {
 
   void addRepeated(std::int32_t index, TrexLead& lead, int depth) {
     const std::int32_t kind = node(index).kind;
+    TrexLead once;
     if (kind != TREX_NODE_GROUP && kind != TREX_NODE_GROUP_NOCAPTURE) {
-      addBytes(index, lead, depth);
+      addBytes(index, once, depth);
     } else if (depth < kMaxDepth) {
       ++optional_;
-      (void)ofSequence(node(index).left, lead, everyByte(), depth + 1);
+      (void)ofSequence(node(index).left, once, everyByte(), depth + 1);
       --optional_;
     } else {
-      lead = anything();
+      once = TrexLead::anything();
     }
-    lead.most = TrexLead::kNoLimit;
+    lead.add(once.merged().bytes, TrexLead::kNoLimit);
   }
 
   const TrexExpression& e_;
@@ -249,6 +247,47 @@ class Anchors {
 };
 
 }  // namespace
+
+TrexLead TrexLead::anything() {
+  TrexLead lead;
+  lead.add(everyByte(), kNoLimit);
+  return lead;
+}
+
+void TrexLead::add(const TrexByteSet& bytes, std::size_t most) {
+  if (count_ == kMaxStages) {
+    stages_[0] = merge(stages_[0], stages_[1]);
+    std::move(stages_.begin() + 2, stages_.end(), stages_.begin() + 1);
+    --count_;
+  }
+  stages_[count_++] = {bytes, most};
+}
+
+TrexLead::Stage TrexLead::merge(const Stage& a, const Stage& b) {
+  Stage merged = a;
+  merged.bytes.add(b.bytes);
+  merged.most = std::max(a.most, b.most) == kNoLimit ? kNoLimit : a.most + b.most;
+  return merged;
+}
+
+TrexLead::Stage TrexLead::merged() const {
+  Stage merged;
+  for (std::size_t i = 0; i < count_; ++i)
+    merged = merge(merged, stages_[i]);
+  return merged;
+}
+
+// Each stage, from the last one on, takes what it can. That goes back furthest: what a stage leaves to those before it,
+// they take as well if there is less of it.
+const char* TrexLead::walkBack(const char* place, const char* first) const {
+  for (std::size_t i = count_; i-- > 0;) {
+    const Stage& stage = stages_[i];
+    const char* const furthest = place - std::min(static_cast<std::size_t>(place - first), stage.most);
+    while (place > furthest && stage.bytes.contains(static_cast<unsigned char>(place[-1])))
+      --place;
+  }
+  return place;
+}
 
 void trexAnalyse(TrexExpression& expression) {
   expression.sets.resize(expression.nodes.size());

@@ -29,12 +29,34 @@ class TrexByteSet {
   std::array<std::uint64_t, 4> words_{};
 };
 
-// What can stand in a match before some place of it: only these bytes, and not more than so many.
-struct TrexLead {
+// What can stand in a match before some place of it: stages in a row, each of a number of bytes of a set, or none.
+class TrexLead {
+ public:
+  // Everything that may stand there.
+  static TrexLead anything();
+
+  // Up to `most` bytes of a set come behind what is there.
+  void add(const TrexByteSet& bytes, std::size_t most);
+
+  // Up to as many bytes of any set as `most` allows for each, in one stage.
+  struct Stage {
+    TrexByteSet bytes;
+    std::size_t most = 0;
+  };
+  Stage merged() const;
+
+  // The first place from which a match can come to `place`, not before `first`.
+  const char* walkBack(const char* place, const char* first) const;
+
   static constexpr std::size_t kNoLimit = static_cast<std::size_t>(-1);
 
-  TrexByteSet bytes;
-  std::size_t most = 0;
+ private:
+  static constexpr std::size_t kMaxStages = 8;
+
+  static Stage merge(const Stage& a, const Stage& b);
+
+  std::array<Stage, kMaxStages> stages_;
+  std::size_t count_ = 0;
 };
 
 // Every match holds `literal`, with `before` in front of it and a byte of `after` behind it.

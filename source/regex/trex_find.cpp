@@ -61,12 +61,7 @@ void TrexFinder::findWindow(const TrexAnchor& anchor, const char* at, Window& wi
   };
   while (window.place <= end_ && !isFollowed(window.place))
     window.place = find(anchor.literal, window.place + 1);
-  window.from = window.place;
-  if (window.place > end_) return;
-  const auto room = static_cast<std::size_t>(window.place - at);
-  const char* const first = window.place - std::min(room, anchor.before.most);
-  while (window.from > first && anchor.before.bytes.contains(static_cast<unsigned char>(window.from[-1])))
-    --window.from;
+  window.from = window.place > end_ ? window.place : anchor.before.walkBack(window.place, at);
 }
 
 // The next place of a literal; one past end_ if there is none. The byte at end_ belongs to what elements can see.

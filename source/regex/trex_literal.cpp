@@ -20,6 +20,7 @@ constexpr unsigned kMostBucketBits = 16;
 constexpr std::size_t kFrequentShare = 128;  // of one byte in so many, a search from place to place saves nothing
 constexpr std::size_t kFewPlaces = 32;       // of which longer pieces would save nothing
 constexpr std::size_t kCostOfPieces = 4;     // to index them, in bytes searched for each byte of the text
+constexpr std::size_t kCostOfPlace = 8;      // to compare the literal with one that holds another, in the same measure
 constexpr std::size_t kLongLiteral = 32;
 
 // The bytes of script, the frequent ones first.
@@ -112,7 +113,7 @@ std::size_t TextIndex::find(std::string_view literal, std::size_t from, std::siz
        place != places.end && *place - places.offset < text.size(); ++place) {
     const std::size_t begin = *place - places.offset;
     if (text.compare(begin, literal.size(), literal) == 0) return begin;
-    ++spent_;
+    spent_ += kCostOfPlace;
   }
   return std::string_view::npos;
 }

@@ -56,7 +56,7 @@ class TextIndex {
   std::string_view text_;
   std::size_t& room_;
   std::vector<Pieces> pieces_;  // the shorter ones first
-  std::size_t spent_ = 0;       // bytes and places gone through in vain since the last of them was made
+  std::size_t spent_ = 0;       // on going through bytes and places in vain since the last of them was made
 };
 
 // A literal that is looked for in texts, by way of that byte of it which is rarest in script.

@@ -34,7 +34,12 @@ bool isSpace(char byte) {
 
 class Matcher {
  public:
-  Matcher(TrexExpression& expression, bool remembers) : e_(expression), remembers_(remembers) {}
+  Matcher(TrexExpression& expression, bool remembers)
+      : e_(expression),
+        nodes_(expression.nodes.data()),
+        sets_(expression.sets.data()),
+        runs_(expression.runs.data()),
+        remembers_(remembers) {}
 
   // One attempt at `position`: the end of the match, or null.
   const char* attempt(const char* position) {
@@ -47,7 +52,7 @@ class Matcher {
   }
 
  private:
-  const TrexNode& node(std::int32_t index) const { return e_.nodes[static_cast<std::size_t>(index)]; }
+  const TrexNode& node(std::int32_t index) const { return nodes_[index]; }
 
   const char* matchNode(std::int32_t index, const char* position, std::int32_t continuation) {
     switch (node(index).kind) {
@@ -69,8 +74,7 @@ class Matcher {
 
   const char* matchByte(std::int32_t index, const char* position) const {
     if (position > e_.end) return nullptr;
-    return e_.sets[static_cast<std::size_t>(index)].contains(static_cast<unsigned char>(*position)) ? position + 1
-                                                                                                    : nullptr;
+    return sets_[index].contains(static_cast<unsigned char>(*position)) ? position + 1 : nullptr;
   }
 
   // A boundary is where white space meets something else, judged by the byte here and the next one, which is not
@@ -214,7 +218,7 @@ class Matcher {
     for (; i != kNone && at != nullptr; i = node(i).next) {
       at = matchNode(i, at, behindElement(i, continuation));
       if (at == nullptr || node(i).kind != TREX_NODE_REPEAT || node(i).next == kNone) continue;
-      TrexRest& rest = e_.runs[static_cast<std::size_t>(i)].rest;
+      TrexRest& rest = runs_[i].rest;
       if (rest.search == e_.search && rest.continuation == continuation && rest.from == at) {
         at = rest.to;
         break;
@@ -222,7 +226,7 @@ class Matcher {
       rest = {0, continuation, at, nullptr};  // of no search until its outcome is there
     }
     for (std::int32_t passed = first; passed != i; passed = node(passed).next) {
-      TrexRest& rest = e_.runs[static_cast<std::size_t>(passed)].rest;
+      TrexRest& rest = runs_[passed].rest;
       if (node(passed).kind != TREX_NODE_REPEAT || rest.search != 0) continue;
       rest.search = e_.search;
       rest.to = at;
@@ -236,7 +240,7 @@ class Matcher {
   }
 
   TrexRun& runOf(std::int32_t index, std::int32_t continuation) {
-    TrexRun& run = e_.runs[static_cast<std::size_t>(index)];
+    TrexRun& run = runs_[index];
     if (run.search != e_.search || run.continuation != continuation) {
       run.search = e_.search;
       run.continuation = continuation;
@@ -255,7 +259,7 @@ class Matcher {
     }
     const bool toByte =
         node(operand).kind == TREX_NODE_ANY && behind.looksAhead && node(behind.stop).kind < TREX_NODE_REPEAT;
-    const TrexByteSet& taken = e_.sets[static_cast<std::size_t>(operand)];
+    const TrexByteSet& taken = sets_[operand];
     const std::ptrdiff_t most = kMostRounds;
     while (!run.ended && run.to - position < most) {
       run.ended = !taken.contains(static_cast<unsigned char>(*run.to));
@@ -313,6 +317,10 @@ class Matcher {
   }
 
   TrexExpression& e_;
+  // The expression's, which do not move while it is matched.
+  const TrexNode* const nodes_;
+  const TrexByteSet* const sets_;
+  TrexRun* const runs_;
   const bool remembers_;
   bool tooDeep_ = false;
 };

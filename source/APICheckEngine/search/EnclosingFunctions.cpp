@@ -70,7 +70,7 @@ EnclosingFunctions::EnclosingFunctions(const std::vector<FlashFunctionInfo*>& fu
 }
 
 std::string_view EnclosingFunctions::body(const std::string& path, const std::string& access) {
-  const auto [place, isNew] = known_.try_emplace({path, access});
+  const auto [place, isNew] = known_[path].try_emplace(access);
   if (isNew) place->second = find(path, access);
   return place->second;
 }

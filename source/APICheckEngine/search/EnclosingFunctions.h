@@ -1,11 +1,9 @@
 #pragma once
 
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 #include "APICheckEngine/Records.h"
@@ -54,7 +52,7 @@ class EnclosingFunctions {
 
   Knowledge& engine_;
   std::unordered_map<std::string_view, std::vector<OfSource>> byPath_;
-  std::map<std::pair<std::string, std::string>, std::string_view> known_;  // bodies by path and access
+  std::unordered_map<std::string, std::unordered_map<std::string, std::string_view>> known_;  // by path and access
 };
 
 }  // namespace FlashEngine_1_00::detail
