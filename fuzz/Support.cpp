@@ -57,7 +57,7 @@ bool isKnown(const APIAnalysis::Strings& list, const std::string& text) {
 // finding line.
 bool isFine(const APIAnalysis& engine, const SWFStateMentInfo& call) {
   const std::string text = detail::callTextOf(call);
-  const std::string method = detail::MethodNames()(text);
+  const std::string method = detail::methodName(text);
   if (text.empty() || isKnown(engine.whiteAPIList, method)) return true;
   require(isKnown(engine.resultList, detail::findingLine(call.path, call.line, method)), "each finding is listed");
   return false;

@@ -15,6 +15,7 @@
 #include "APICheckEngine/CallText.h"
 #include "APICheckEngine/Keys.h"
 #include "APICheckEngine/Knowledge.h"
+#include "APICheckEngine/MethodName.h"
 #include "APICheckEngine/Tables.h"
 #include "APICheckEngine/search/CommonObjects.h"
 #include "APICheckEngine/search/LookupCalls.h"
@@ -294,7 +295,7 @@ std::unique_ptr<std::string> APIAnalysis::nameLookupCall(const std::string& clas
 // ---- calls that are passed over, for an observer ----
 
 void APIAnalysis::observeBuiltIn(const std::string& path, int line, const CallPlace& place) const {
-  observe(FoundCall::Verdict::builtIn, path, line, place, known_->methodNames(std::string(place.call)));
+  observe(FoundCall::Verdict::builtIn, path, line, place, detail::methodName(std::string(place.call)));
 }
 
 // Tells an observer of all calls of those on a variable that holds a helper object.
@@ -307,7 +308,7 @@ void APIAnalysis::observeCommonObject(const SWFStateMentInfo& binding, const Sea
     std::string callText = at.match();
     const int line = foundSymbolLineNumber(const_cast<std::string*>(&binding.path), &callText);
     observe(FoundCall::Verdict::common, binding.path, line,
-            {FoundCall::On::variable, key.classId, searched.text, at.view()}, known_->methodNames(callText));
+            {FoundCall::On::variable, key.classId, searched.text, at.view()}, detail::methodName(callText));
   }
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "tarvo/CStringUtil.h"
@@ -17,6 +20,7 @@ inline std::vector<std::string> split(const std::string& text, const char* delim
 }
 
 inline std::string without(std::string text, const char* removed) {
+  if (text.find(removed) == std::string::npos) return text;
   return CStringUtil().customReplace(text, removed, "");
 }
 
@@ -33,10 +37,17 @@ inline std::string makeKey(const std::string& classId, const std::string& symbol
   return classId + "#" + symbol;
 }
 
-// The first two "#"-separated pieces of `expression`; both empty if there are fewer than two.
-inline Key splitKey(const std::string& expression) {
-  std::vector<std::string> pieces = split(expression, "#");
-  return pieces.size() < 2 ? Key{} : Key{std::move(pieces[0]), std::move(pieces[1])};
+// The first two of the "#"-separated pieces of `expression` that are not empty; both empty if there are fewer than two.
+inline Key splitKey(std::string_view expression) {
+  Key key;
+  for (std::string* piece : {&key.classId, &key.symbol}) {
+    const std::size_t begin = expression.find_first_not_of('#');
+    if (begin == std::string_view::npos) return {};
+    const std::size_t end = std::min(expression.find('#', begin), expression.size());
+    *piece = expression.substr(begin, end - begin);
+    expression.remove_prefix(end);
+  }
+  return key;
 }
 
 }  // namespace FlashEngine_1_00::detail

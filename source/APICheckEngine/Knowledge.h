@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "APICheckEngine/CallText.h"
-#include "APICheckEngine/MethodName.h"
 #include "APICheckEngine/search/ListIndex.h"
 #include "APICheckEngine/search/SourceIndex.h"
 #include "platform/Limits.h"
@@ -38,7 +37,6 @@ struct Knowledge {
   ListIndex paths;
   std::unordered_map<const std::string*, SourceIndex> sources;
   std::size_t indexRoom = kMaxIndexedBytes;  // bytes that may still be indexed
-  MethodNames methodNames;
   const NamePattern callsOnVariables = detail::callsOnVariables();
 };
 

@@ -2,8 +2,6 @@
 
 #include <string>
 
-#include "regex/Pattern.h"
-
 // The method that a call text names, and the finding line that shows it.
 //
 // A call reaches the engine as "<class identifier>#<call text>". The method name is the word of the first
@@ -13,14 +11,7 @@ namespace FlashEngine_1_00::detail {
 
 // The method that `callText` calls: "tv.GetModel (1)" gives "GetModel", "a.b.c(1)" gives "c", "Start" gives "Start".
 // Blanks, dots and opening parentheses are removed; other white space stays.
-class MethodNames {
- public:
-  MethodNames();
-  std::string operator()(const std::string& callText) const;
-
- private:
-  Pattern call_;
-};
+std::string methodName(const std::string& callText);
 
 // The finding line for a call of `method` at `line` of `path`:
 //   ../js/main.js(57) : UndocumentedAPI 'GetSerial' used\n

@@ -11,6 +11,7 @@
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/Keys.h"
 #include "APICheckEngine/Knowledge.h"
+#include "APICheckEngine/MethodName.h"
 
 namespace FlashEngine_1_00 {
 namespace {
@@ -32,7 +33,7 @@ std::string callTextOf(const SWFStateMentInfo& call) {
 RunResult APIAnalysis::DetermineAPISecurity(Strings& results, SWFStateMentInfo* call) {
   const std::string callText = detail::callTextOf(*call);
   if (callText.empty()) return RUN_SUCCESS;
-  const std::string method = known_->methodNames(callText);
+  const std::string method = detail::methodName(callText);
   if (known_->documented.contains(method) || (observer != nullptr && observer->accepted.count(method) > 0))
     return RUN_SUCCESS;
 
@@ -59,7 +60,7 @@ RunResult APIAnalysis::judge(SWFStateMentInfo& call, const CallPlace& place) {
   releaseAll(behindStop);
   using Verdict = FoundCall::Verdict;
   const std::string callText = detail::callTextOf(call);
-  std::string method = known_->methodNames(callText.empty() ? std::string(place.call) : callText);
+  std::string method = detail::methodName(callText.empty() ? std::string(place.call) : callText);
   const Verdict verdict = call.expression == nullptr            ? Verdict::opening
                           : callText.empty()                    ? Verdict::unnamed
                           : code != RUN_SUCCESS                 ? Verdict::undocumented

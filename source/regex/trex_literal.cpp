@@ -78,6 +78,14 @@ TextIndex::Places TextIndex::Pieces::fewest(std::string_view literal) const {
   return fewest;
 }
 
+const TextIndex::Places& TextIndex::placesFor(std::string_view literal) {
+  if (recentPlaces_.begin == nullptr || recent_ != literal) {
+    recentPlaces_ = fewestPlaces(literal);
+    recent_ = literal;
+  }
+  return recentPlaces_;
+}
+
 // Those of the shortest pieces that tell enough.
 TextIndex::Places TextIndex::fewestPlaces(std::string_view literal) {
   Places fewest = pieces_[0].fewest(literal);
@@ -103,7 +111,7 @@ bool TextIndex::addLongerPieces(std::size_t most) {
 std::size_t TextIndex::find(std::string_view literal, std::size_t from, std::size_t to) {
   const std::string_view text = text_.substr(0, to);
   if (literal.size() < kLengths[0] || pieces_.empty()) return text.find(literal, from);
-  const Places places = fewestPlaces(literal);
+  const Places& places = placesFor(literal);
   if (places.count() > text_.size() / kFrequentShare) {
     const std::size_t found = text.find(literal, from);
     spent_ += std::min(found, text.size()) - std::min(from, text.size());

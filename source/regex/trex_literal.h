@@ -50,13 +50,16 @@ class TextIndex {
     std::vector<std::uint32_t> places_;  // bucket by bucket, ascending in each
   };
 
+  const Places& placesFor(std::string_view literal);
   Places fewestPlaces(std::string_view literal);
   bool addLongerPieces(std::size_t most);
 
   std::string_view text_;
   std::size_t& room_;
   std::vector<Pieces> pieces_;  // the shorter ones first
-  std::size_t spent_ = 0;       // on going through bytes and places in vain since the last of them was made
+  std::string recent_;          // the literal that was looked for last, mostly the next one, too
+  Places recentPlaces_{nullptr, nullptr, 0};
+  std::size_t spent_ = 0;  // on going through bytes and places in vain since the last of them was made
 };
 
 // A literal that is looked for in texts, by way of that byte of it which is rarest in script.

@@ -26,7 +26,7 @@ TEST_F(Verdicts, MethodIsWhatTheFirstDotAndParenthesisEnclose) {
                                                                                          {"Start", "Start"},
                                                                                          {"a.b", "ab"},
                                                                                          {"'Play'", "'Play'"}}) {
-    EXPECT_EQ(MethodNames()(callText), method) << callText;
+    EXPECT_EQ(methodName(callText), method) << callText;
   }
 }
 
