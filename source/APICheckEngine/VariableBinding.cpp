@@ -83,7 +83,7 @@ RunResult APIAnalysis::FindDeclareListValidation() {
 
 // Appends a declaration for each access that names one of the symbols.
 void APIAnalysis::declareLookUps(const std::vector<Key>& symbols) {
-  const detail::NamedSymbol named(symbols);
+  detail::NamedSymbol named(symbols);
   std::unordered_map<const SWFStateMentInfo*, std::optional<EqualRecords<SWFStateMentInfo>>> declarations;  // by access
   for (const SWFStateMentInfo* access : objectAccessList) {
     const auto [known, isNew] = declarations.try_emplace(access);

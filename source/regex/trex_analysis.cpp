@@ -62,6 +62,15 @@ TrexByteSet nodeSet(const std::vector<TrexNode>& nodes, const TrexNode& node) {
   return node.kind < TREX_NODE_REPEAT || node.kind == TREX_NODE_CLASS_ESCAPE ? itemSet(node) : TrexByteSet();
 }
 
+bool isByte(const TrexNode& node) {
+  return node.kind < TREX_NODE_REPEAT || node.kind == TREX_NODE_ANY || node.kind == TREX_NODE_CLASS ||
+         node.kind == TREX_NODE_CLASS_ESCAPE || node.kind == TREX_NODE_CLASS_NEGATED;
+}
+
+bool isOptional(const TrexNode& node) {
+  return node.kind == TREX_NODE_REPEAT && (static_cast<std::uint32_t>(node.right) >> 16) == 0;
+}
+
 // The bytes at which a node or a sequence can start to match, and whether it can match without consuming any.
 struct First {
   TrexByteSet bytes;
@@ -291,9 +300,11 @@ const char* TrexLead::walkBack(const char* place, const char* first) const {
 
 void trexAnalyse(TrexExpression& expression) {
   expression.sets.resize(expression.nodes.size());
+  expression.traits.resize(expression.nodes.size());
   for (std::size_t i = 0; i < expression.nodes.size(); ++i) {
     const TrexNode& node = expression.nodes[i];
     expression.sets[i] = nodeSet(expression.nodes, node);
+    expression.traits[i] = {isByte(node), isOptional(node)};
     expression.testsBegin = expression.testsBegin || node.kind == TREX_NODE_BEGIN || node.kind == TREX_NODE_BOUNDARY;
   }
   const First first = FirstBytes(expression).ofSequence(expression.first, 0);

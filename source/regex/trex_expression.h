@@ -115,7 +115,14 @@ struct TrexExpression {
   std::vector<OpenList> open;  // while compiling: nesting is the pattern's, so it lives here and not on our stack
   std::int32_t depth = 0;      // nested matcher calls, bounded by kMaxMatchDepth
 
+  // What a node is to the matcher.
+  struct Trait {
+    bool isByte = false;      // matches a single byte: one of its set
+    bool isOptional = false;  // a repetition of no rounds and more
+  };
+
   // What trexAnalyse found out.
+  std::vector<Trait> traits;        // one per node
   std::vector<TrexByteSet> sets;    // one per node: what it matches, if that is a single byte
   TrexByteSet firstBytes;           // the bytes at which an attempt can get anywhere
   std::vector<TrexAnchor> anchors;  // one of them holds for every match; none if no literals are known

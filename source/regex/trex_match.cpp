@@ -37,6 +37,7 @@ class Matcher {
   Matcher(TrexExpression& expression, bool remembers)
       : e_(expression),
         nodes_(expression.nodes.data()),
+        traits_(expression.traits.data()),
         sets_(expression.sets.data()),
         runs_(expression.runs.data()),
         remembers_(remembers) {}
@@ -55,6 +56,7 @@ class Matcher {
   const TrexNode& node(std::int32_t index) const { return nodes_[index]; }
 
   const char* matchNode(std::int32_t index, const char* position, std::int32_t continuation) {
+    if (traits_[index].isByte) return matchByte(index, position);
     switch (node(index).kind) {
       case TREX_NODE_BEGIN:
         return position == e_.begin ? position : nullptr;
@@ -67,8 +69,8 @@ class Matcher {
       case TREX_NODE_ALTERNATION:
       case TREX_NODE_REPEAT:
         return matchNested(index, position, continuation);
-      default:
-        return matchByte(index, position);
+      default:  // items of classes, which are matched by the set of their class
+        return nullptr;
     }
   }
 
@@ -152,7 +154,7 @@ class Matcher {
 
   Behind behind(const TrexNode& repeat, std::int32_t continuation) const {
     const std::int32_t stop = repeat.next != kNone ? repeat.next : continuation;
-    const bool looksAhead = stop != kNone && !(node(stop).kind == TREX_NODE_REPEAT && minRounds(node(stop)) == 0);
+    const bool looksAhead = stop != kNone && !traits_[stop].isOptional;
     const std::int32_t afterContinuation = continuation == kNone ? kNone : node(continuation).next;
     return {stop, stop == kNone || node(stop).next == kNone ? afterContinuation : node(stop).next, looksAhead};
   }
@@ -164,7 +166,7 @@ class Matcher {
     const Behind behind = this->behind(repeat, continuation);
     if (remembers_ && min <= 1 && max == kUnbounded) {
       TrexRun& run = runOf(index, continuation);
-      if (isByte(node(repeat.left))) {
+      if (traits_[repeat.left].isByte) {
         const char* end = matchRun(run, repeat.left, behind, position);
         return end - position >= min ? end : nullptr;
       }
@@ -232,11 +234,6 @@ class Matcher {
       rest.to = at;
     }
     return at;
-  }
-
-  static bool isByte(const TrexNode& node) {
-    return node.kind < TREX_NODE_REPEAT || node.kind == TREX_NODE_ANY || node.kind == TREX_NODE_CLASS ||
-           node.kind == TREX_NODE_CLASS_ESCAPE || node.kind == TREX_NODE_CLASS_NEGATED;
   }
 
   TrexRun& runOf(std::int32_t index, std::int32_t continuation) {
@@ -319,6 +316,7 @@ class Matcher {
   TrexExpression& e_;
   // The expression's, which do not move while it is matched.
   const TrexNode* const nodes_;
+  const TrexExpression::Trait* const traits_;
   const TrexByteSet* const sets_;
   TrexRun* const runs_;
   const bool remembers_;

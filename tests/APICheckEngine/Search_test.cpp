@@ -239,7 +239,7 @@ TEST(Search, TheNamedSymbolIsTheFirstWhosePatternMatches) {
     std::vector<Key> symbols;
     for (std::size_t i = text.below(8); i > 0; --i)
       symbols.push_back({"C", text.oneOf(symbolPieces)});
-    const NamedSymbol named(symbols);
+    NamedSymbol named(symbols);
     for (int i = 0; i < 20; ++i) {
       const std::string access = text.of(
           {"(", ")", "tv", "'", "\"", " ", "\n", "a", "$('tv')", "( \"a\" )", ".b", "tv2", "('')"}, 1 + text.below(8));

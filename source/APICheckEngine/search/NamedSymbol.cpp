@@ -39,14 +39,14 @@ NamedSymbol::NamedSymbol(const std::vector<Key>& symbols) {
     if (isWord) {
       words_.emplace(symbol, i);
     } else if (const std::string word = quotedWord(symbol); !word.empty()) {
-      quotedWords_[word].push_back({i, Pattern(parenthesised(symbol))});
+      quotedWords_[word].push_back({i, symbol, {}});
     } else {
-      others_.push_back({i, Pattern(parenthesised(symbol))});
+      others_.push_back({i, symbol, {}});
     }
   }
 }
 
-std::size_t NamedSymbol::in(const std::string& access) const {
+std::size_t NamedSymbol::in(const std::string& access) {
   std::size_t first = kNone;
   for (std::size_t open = access.find('('); open != std::string::npos; open = access.find('(', open + 1)) {
     const std::size_t begin = access.find_first_not_of(kAroundSymbol, open + 1);
@@ -63,11 +63,12 @@ std::size_t NamedSymbol::in(const std::string& access) const {
   return std::min(first, firstIn(others_, access, first));
 }
 
-// The first position before `end` whose pattern matches; kNone if there is none.
-std::size_t NamedSymbol::firstIn(const Patterns& patterns, const std::string& access, std::size_t end) {
-  for (const auto& [i, pattern] : patterns) {
-    if (i >= end) break;
-    if (pattern.matchesIn(access.c_str())) return i;
+// The first position before `end` whose symbol's pattern matches; kNone if there is none.
+std::size_t NamedSymbol::firstIn(Symbols& symbols, const std::string& access, std::size_t end) {
+  for (Symbol& symbol : symbols) {
+    if (symbol.position >= end) break;
+    if (!symbol.pattern.has_value()) symbol.pattern.emplace(parenthesised(symbol.text));
+    if (symbol.pattern->matchesIn(access.c_str())) return symbol.position;
   }
   return kNone;
 }

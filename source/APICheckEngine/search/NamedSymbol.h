@@ -1,8 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 #include "APICheckEngine/Keys.h"
@@ -21,16 +21,21 @@ class NamedSymbol {
   explicit NamedSymbol(const std::vector<Key>& symbols);
 
   // Its position; kNone if there is none.
-  std::size_t in(const std::string& access) const;
+  std::size_t in(const std::string& access);
 
  private:
-  using Patterns = std::vector<std::pair<std::size_t, Pattern>>;  // by the positions of their symbols, ascending
+  struct Symbol {
+    std::size_t position;
+    std::string text;
+    std::optional<Pattern> pattern;  // once it is asked for
+  };
+  using Symbols = std::vector<Symbol>;  // by their positions, ascending
 
-  static std::size_t firstIn(const Patterns& patterns, const std::string& access, std::size_t end);
+  static std::size_t firstIn(Symbols& symbols, const std::string& access, std::size_t end);
 
-  std::unordered_map<std::string, std::size_t> words_;     // with the first position of each
-  std::unordered_map<std::string, Patterns> quotedWords_;  // by the word between the quotes
-  Patterns others_;
+  std::unordered_map<std::string, std::size_t> words_;    // with the first position of each
+  std::unordered_map<std::string, Symbols> quotedWords_;  // by the word between the quotes
+  Symbols others_;
 };
 
 }  // namespace FlashEngine_1_00::detail
