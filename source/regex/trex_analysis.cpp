@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::int32_t kNone = -1;
 constexpr int kMaxDepth = 32;    // of deeper patterns nothing is said
+constexpr int kFairRarity = 12;  // of a literal; one that is more frequent is not worth another search
 constexpr int kGoodRarity = 24;  // of a literal; one that is rarer saves nothing more
 
 const TrexByteSet& letterSet(std::int32_t letter) {
@@ -131,25 +132,28 @@ class Anchors {
  public:
   using List = std::vector<TrexAnchor>;
 
-  explicit Anchors(const TrexExpression& expression) : e_(expression), first_(expression) {}
+  // Of a sequence or of one alternative of it.
+  struct Found {
+    List anchors;
+    std::vector<TrexLiteral> required;  // the literals that it must hold
+  };
 
-  // The last of the literals that are rare enough, else the rarest, of those that no match can do without.
-  const TrexLiteral& required() const { return required_; }
+  explicit Anchors(const TrexExpression& expression) : e_(expression), first_(expression) {}
 
   // The anchors of a sequence that comes after `before` and is followed by a byte of `after`; adds the bytes of the
   // sequence to `before`.
-  List ofSequence(std::int32_t index, TrexLead& before, const TrexByteSet& after, int depth) {
-    List best;
+  Found ofSequence(std::int32_t index, TrexLead& before, const TrexByteSet& after, int depth) {
+    Found found;
     while (index != kNone) {
       const TrexNode& n = node(index);
       if (n.kind == TREX_NODE_GROUP || n.kind == TREX_NODE_GROUP_NOCAPTURE) {
         if (depth < kMaxDepth) {
-          takeBetter(best, ofSequence(n.left, before, behind(n.next, after, depth), depth + 1));
+          takeBetter(found, ofSequence(n.left, before, behind(n.next, after, depth), depth + 1));
         } else {
           before = TrexLead::anything();
         }
       } else if (n.kind == TREX_NODE_ALTERNATION) {
-        takeBetter(best, ofAlternation(n, before, after, depth));
+        takeBetter(found, {ofAlternation(n, before, after, depth), {}});
       } else if (isLiteral(index)) {
         const TrexLead beforeLiteral = before;
         std::string text;
@@ -158,15 +162,18 @@ class Anchors {
           addByte(index, before);
         }
         TrexLiteral literal(std::move(text));
-        if (optional_ == 0 && rarity(literal) >= rarity(required_)) required_ = literal;
-        takeBetter(best, {{beforeLiteral, std::move(literal), behind(index, after, depth)}});
+        takeBetter(found, {{{beforeLiteral, literal, behind(index, after, depth), {}}}, {literal}});
         continue;
       } else {
         addBytes(index, before, depth);
       }
       index = n.next;
     }
-    return best;
+    for (TrexAnchor& anchor : found.anchors) {
+      for (const TrexLiteral& literal : found.required)
+        takeBetterRequired(anchor, literal);
+    }
+    return found;
   }
 
  private:
@@ -192,8 +199,15 @@ class Anchors {
     return weakest;
   }
 
-  static void takeBetter(List& best, List other) {
-    if (strength(other) > strength(best)) best = std::move(other);
+  static void takeBetter(Found& best, Found other) {
+    if (strength(other.anchors) > strength(best.anchors)) best.anchors = std::move(other.anchors);
+    best.required.insert(best.required.end(), other.required.begin(), other.required.end());
+  }
+
+  // The last of the literals that are rare enough, else the rarest.
+  static void takeBetterRequired(TrexAnchor& anchor, const TrexLiteral& literal) {
+    if (literal.text() == anchor.literal.text() || rarity(literal) < kFairRarity) return;
+    if (rarity(literal) >= rarity(anchor.required)) anchor.required = literal;
   }
 
   List ofAlternation(const TrexNode& alternation, TrexLead& before, const TrexByteSet& after, int depth) {
@@ -202,14 +216,9 @@ class Anchors {
       return {};
     }
     TrexLead beforeRight = before;
-    ++optional_;
-    List anchors = ofSequence(alternation.left, before, after, depth + 1);
-    const List right = ofSequence(alternation.right, beforeRight, after, depth + 1);
-    --optional_;
-    TrexLead::Stage either = before.merged();
-    either.bytes.add(beforeRight.merged().bytes);
-    before = {};
-    before.add(either.bytes, std::max(either.most, beforeRight.merged().most));
+    List anchors = ofSequence(alternation.left, before, after, depth + 1).anchors;
+    const List right = ofSequence(alternation.right, beforeRight, after, depth + 1).anchors;
+    before = TrexLead::either(before, beforeRight);
     if (anchors.empty() || right.empty() || anchors.size() + right.size() > kMaxAnchors) return {};
     anchors.insert(anchors.end(), right.begin(), right.end());
     return anchors;
@@ -222,7 +231,7 @@ class Anchors {
     return first.bytes;
   }
 
-  void addByte(std::int32_t index, TrexLead& lead) const { lead.add(e_.sets[static_cast<std::size_t>(index)], 1); }
+  void addByte(std::int32_t index, TrexLead& lead) const { lead.addByte(e_.sets[static_cast<std::size_t>(index)]); }
 
   // Adds what a node can consume.
   void addBytes(std::int32_t index, TrexLead& lead, int depth) {
@@ -240,43 +249,48 @@ class Anchors {
     if (kind != TREX_NODE_GROUP && kind != TREX_NODE_GROUP_NOCAPTURE) {
       addBytes(index, once, depth);
     } else if (depth < kMaxDepth) {
-      ++optional_;
       (void)ofSequence(node(index).left, once, everyByte(), depth + 1);
-      --optional_;
     } else {
       once = TrexLead::anything();
     }
-    lead.add(once.merged().bytes, TrexLead::kNoLimit);
+    lead.addRun(once.bytes(), TrexLead::kNoLimit);
   }
 
   const TrexExpression& e_;
   const FirstBytes first_;
-  int optional_ = 0;  // alternations and repetitions around the current sequence
-  TrexLiteral required_;
 };
 
 }  // namespace
 
 TrexLead TrexLead::anything() {
   TrexLead lead;
-  lead.add(everyByte(), kNoLimit);
+  lead.addRun(everyByte(), kNoLimit);
   return lead;
 }
 
-void TrexLead::add(const TrexByteSet& bytes, std::size_t most) {
+TrexLead TrexLead::either(const TrexLead& a, const TrexLead& b) {
+  const Stage ofA = a.merged();
+  const Stage ofB = b.merged();
+  TrexLead lead;
+  lead.addRun(merge(ofA, ofB).bytes, std::max(ofA.most, ofB.most));
+  return lead;
+}
+
+void TrexLead::add(const Stage& stage) {
+  for (std::size_t i = 0; i < count_; ++i)
+    stages_[i].isNeeded = stages_[i].isNeeded && !stages_[i].bytes.intersects(stage.bytes);
   if (count_ == kMaxStages) {
     stages_[0] = merge(stages_[0], stages_[1]);
     std::move(stages_.begin() + 2, stages_.end(), stages_.begin() + 1);
     --count_;
   }
-  stages_[count_++] = {bytes, most};
+  stages_[count_++] = stage;
 }
 
 TrexLead::Stage TrexLead::merge(const Stage& a, const Stage& b) {
-  Stage merged = a;
-  merged.bytes.add(b.bytes);
-  merged.most = std::max(a.most, b.most) == kNoLimit ? kNoLimit : a.most + b.most;
-  return merged;
+  TrexByteSet bytes = a.bytes;
+  bytes.add(b.bytes);
+  return {bytes, std::max(a.most, b.most) == kNoLimit ? kNoLimit : a.most + b.most, false};
 }
 
 TrexLead::Stage TrexLead::merged() const {
@@ -288,12 +302,14 @@ TrexLead::Stage TrexLead::merged() const {
 
 // Each stage, from the last one on, takes what it can. That goes back furthest: what a stage leaves to those before it,
 // they take as well if there is less of it.
-const char* TrexLead::walkBack(const char* place, const char* first) const {
+const char* TrexLead::walkBack(const char* place, const char* first, bool testsNeeded) const {
   for (std::size_t i = count_; i-- > 0;) {
     const Stage& stage = stages_[i];
+    const char* const behind = place;
     const char* const furthest = place - std::min(static_cast<std::size_t>(place - first), stage.most);
     while (place > furthest && stage.bytes.contains(static_cast<unsigned char>(place[-1])))
       --place;
+    if (testsNeeded && stage.isNeeded && place == behind) return nullptr;
   }
   return place;
 }
@@ -311,6 +327,5 @@ void trexAnalyse(TrexExpression& expression) {
   expression.firstBytes = first.canBeEmpty ? everyByte() : first.bytes;
   TrexLead before;
   Anchors anchors(expression);
-  expression.anchors = anchors.ofSequence(expression.first, before, everyByte(), 0);
-  expression.required = anchors.required();
+  expression.anchors = anchors.ofSequence(expression.first, before, everyByte(), 0).anchors;
 }

@@ -24,46 +24,63 @@ class TrexByteSet {
       bits = ~bits;
   }
   bool contains(unsigned char byte) const { return (words_[byte >> 6] >> (byte & 63)) & 1; }
+  bool intersects(const TrexByteSet& other) const {
+    std::uint64_t common = 0;
+    for (std::size_t i = 0; i < words_.size(); ++i)
+      common |= words_[i] & other.words_[i];
+    return common != 0;
+  }
 
  private:
   std::array<std::uint64_t, 4> words_{};
 };
 
-// What can stand in a match before some place of it: stages in a row, each of a number of bytes of a set, or none.
+// What can stand in a match before some place of it: stages in a row, each of a number of bytes of a set.
 class TrexLead {
  public:
+  static constexpr std::size_t kNoLimit = static_cast<std::size_t>(-1);
+
   // Everything that may stand there.
   static TrexLead anything();
 
-  // Up to `most` bytes of a set come behind what is there.
-  void add(const TrexByteSet& bytes, std::size_t most);
+  // Behind what is there comes one byte of a set; or up to `most` of them, or none.
+  void addByte(const TrexByteSet& bytes) { add({bytes, 1, true}); }
+  void addRun(const TrexByteSet& bytes, std::size_t most) { add({bytes, most, false}); }
 
-  // Up to as many bytes of any set as `most` allows for each, in one stage.
-  struct Stage {
-    TrexByteSet bytes;
-    std::size_t most = 0;
-  };
-  Stage merged() const;
+  // Adds what one of two leads can be.
+  static TrexLead either(const TrexLead& a, const TrexLead& b);
 
-  // The first place from which a match can come to `place`, not before `first`.
-  const char* walkBack(const char* place, const char* first) const;
+  // The bytes of all stages.
+  TrexByteSet bytes() const { return merged().bytes; }
 
-  static constexpr std::size_t kNoLimit = static_cast<std::size_t>(-1);
+  // The first place, not before `first`, from which a match can come to `place`. Null if it cannot, of which notice is
+  // only taken if `testsNeeded`.
+  const char* walkBack(const char* place, const char* first, bool testsNeeded) const;
 
  private:
   static constexpr std::size_t kMaxStages = 8;
 
+  struct Stage {
+    TrexByteSet bytes;
+    std::size_t most = 0;
+    bool isNeeded = false;  // at least one byte of it, of which no later stage can take any
+  };
+
+  void add(const Stage& stage);
   static Stage merge(const Stage& a, const Stage& b);
+  Stage merged() const;
 
   std::array<Stage, kMaxStages> stages_;
   std::size_t count_ = 0;
 };
 
-// Every match holds `literal`, with `before` in front of it and a byte of `after` behind it.
+// A match holds `literal`, with `before` in front of it and a byte of `after` behind it. It also holds `required`, in
+// front of that or behind it; empty if no other literal is known.
 struct TrexAnchor {
   TrexLead before;
   TrexLiteral literal;
   TrexByteSet after;
+  TrexLiteral required;
 };
 
 // What became of the elements behind a repetition in its group, once they were tried from where it had ended.
@@ -126,7 +143,6 @@ struct TrexExpression {
   std::vector<TrexByteSet> sets;    // one per node: what it matches, if that is a single byte
   TrexByteSet firstBytes;           // the bytes at which an attempt can get anywhere
   std::vector<TrexAnchor> anchors;  // one of them holds for every match; none if no literals are known
-  TrexLiteral required;             // every match holds this literal; empty if none is known
 
   bool testsBegin = false;  // whether what matches depends on where the text begins
 

@@ -7,6 +7,12 @@
 
 #include <algorithm>
 
+namespace {
+
+constexpr std::size_t kFurthestReach = static_cast<std::size_t>(-1) / 2;
+
+}  // namespace
+
 TrexFinder::TrexFinder(TrexExpression& expression, const char* begin, const char* end, TextIndex* index)
     : e_(expression), at_(begin), end_(end), index_(index), search_(++expression.search) {}
 
@@ -37,7 +43,6 @@ bool TrexFinder::attempt(const char* begin, const char* at, std::string_view& ma
 // The first place from `at` on where a match could start; end_ if there is none.
 const char* TrexFinder::nextCandidate(const char* at) {
   if (e_.anchors.empty() || at >= end_) return at;
-  if (!holdsRequired(at)) return end_;
   const char* nearest = end_;
   for (std::size_t i = 0; i < e_.anchors.size(); ++i) {
     Window& window = windows_[i];
@@ -47,21 +52,25 @@ const char* TrexFinder::nextCandidate(const char* at) {
   return nearest;
 }
 
-bool TrexFinder::holdsRequired(const char* at) {
-  if (required_ == nullptr || required_ < at) required_ = find(e_.required, at);
-  return required_ <= end_;
-}
-
-void TrexFinder::findWindow(const TrexAnchor& anchor, const char* at, Window& window) const {
+// The next place of an anchor's literal to which a match from `at` on can come; one past end_ if there is none. That no
+// match can come to a place is found out for so much of the text only, each time for more: a search that ends soon must
+// not go through all of it.
+void TrexFinder::findWindow(const TrexAnchor& anchor, const char* at, Window& window) {
+  const char* const known = at + std::min(reach_, static_cast<std::size_t>(end_ + 1 - at));
+  reach_ = std::min(2 * reach_, kFurthestReach);
+  if (window.required == nullptr || window.required < at) window.required = anchor.required.find(at, known, index_);
+  window.from = window.place = end_ + 1;
+  if (window.required > end_) return;
   const std::size_t size = anchor.literal.text().size();
-  window.place = find(anchor.literal, at);
-  // What follows is at most the byte at the end, or nothing at all where the literal takes that.
-  const auto isFollowed = [&](const char* place) {
-    return place + size > end_ || anchor.after.contains(static_cast<unsigned char>(place[size]));
-  };
-  while (window.place <= end_ && !isFollowed(window.place))
-    window.place = find(anchor.literal, window.place + 1);
-  window.from = window.place > end_ ? window.place : anchor.before.walkBack(window.place, at);
+  for (const char* place = find(anchor.literal, at); place <= end_; place = find(anchor.literal, place + 1)) {
+    // What follows is at most the byte at the end, or nothing at all where the literal takes that.
+    const bool isFollowed = place + size > end_ || anchor.after.contains(static_cast<unsigned char>(place[size]));
+    const char* const from = isFollowed ? anchor.before.walkBack(place, at, place <= known) : nullptr;
+    if (from == nullptr) continue;
+    window.from = from;
+    window.place = place;
+    return;
+  }
 }
 
 // The next place of a literal; one past end_ if there is none. The byte at end_ belongs to what elements can see.

@@ -31,12 +31,12 @@ class TrexFinder {
   struct Window {
     const char* from = nullptr;
     const char* place = nullptr;
+    const char* required = nullptr;  // the next place of the other literal
   };
 
   bool attempt(const char* begin, const char* at, std::string_view& match);
   const char* nextCandidate(const char* at);
-  bool holdsRequired(const char* at);
-  void findWindow(const TrexAnchor& anchor, const char* at, Window& window) const;
+  void findWindow(const TrexAnchor& anchor, const char* at, Window& window);
   const char* find(const TrexLiteral& literal, const char* at) const;
 
   TrexExpression& e_;
@@ -45,5 +45,5 @@ class TrexFinder {
   TextIndex* index_;
   std::uint32_t search_;
   std::array<Window, kMaxAnchors> windows_{};
-  const char* required_ = nullptr;  // the next place of the literal that every match holds, as far as it is known
+  std::size_t reach_ = 32;  // how far the next window looks for reasons that there is none
 };
