@@ -5,6 +5,7 @@
 #include "APICheckEngine/CommentStripping.h"
 
 #include <algorithm>
+#include <cstring>
 #include <string_view>
 
 namespace {
@@ -52,8 +53,10 @@ bool isBlankLine(std::string_view line) {
 extern "C" int delete_comment(const char* source, int length, char* output) {
   const std::string_view text(source, static_cast<std::size_t>(std::max(length, 0)));
   char* out = output;
-  const std::size_t behind =
-      forEachKept(text, [&](std::size_t offset, std::size_t count) { out = std::copy_n(source + offset, count, out); });
+  const std::size_t behind = forEachKept(text, [&](std::size_t offset, std::size_t count) {
+    if (out != source + offset) std::memmove(out, source + offset, count);  // often in place
+    out += count;
+  });
   if (behind > text.size()) *out++ = '\0';
   return static_cast<int>(out - output);
 }
