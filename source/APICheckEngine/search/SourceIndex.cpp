@@ -23,9 +23,12 @@ TextIndex* SourceIndex::forSearchOf(std::size_t bytes) {
 
 std::size_t SourceIndex::find(std::string_view wanted, std::size_t from) {
   if (index_ != nullptr) return index_->find(wanted, from, source_.size());
-  const std::size_t place = source_.find(wanted, from);
-  (void)forSearchOf(std::min(place, source_.size()) - std::min(from, source_.size()));
-  return place;
+  if (from > source_.size()) return std::string_view::npos;
+  const char* const end = source_.data() + source_.size();
+  const char* const place = TrexLiteral(std::string(wanted)).find(source_.data() + from, end, nullptr);
+  const auto at = static_cast<std::size_t>(place - source_.data());
+  (void)forSearchOf(at - from);
+  return at == source_.size() && !wanted.empty() ? std::string_view::npos : at;
 }
 
 int SourceIndex::lineOf(std::size_t place) {
