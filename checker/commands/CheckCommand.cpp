@@ -93,25 +93,32 @@ ApplicationReport reportOn(const std::string& application, const Applications& a
 
 // ---- the run -------------------------------------------------------------------------------------------------------
 
+void printLines(const std::vector<std::string>& lines) {
+  for (const std::string& line : lines)
+    std::cerr << printable("tarvo-check: " + line) << '\n';
+}
+
 void printLog(const std::vector<LogLine>& log) {
   for (const LogLine& line : log)
     std::cerr << line.function << ": " << printable(line.text) << '\n';
 }
 
-// Whether all calls are looked at. With a baseline they are: what stands behind a known finding may be new.
-bool seesAll(const Options& options) {
-  return options.all || !options.baseline.empty();
+// Whether all calls are looked at. With a baseline or exceptions they are: what stands behind a call that is known, or
+// accepted where it stands, may be new.
+bool seesAll(const Options& options, const Accepted& accepted) {
+  return options.all || !options.baseline.empty() || !accepted.calls.isEmpty();
 }
 
 // Each report passes through `take`, on its way from its worker to the outputs.
 class Run : public RunListener {
  public:
   // `store` may be null.
-  Run(const Options& options, const std::set<std::string>& accepted, bool isOnlyApplication, StoreRun* store)
+  Run(const Options& options, const Accepted& accepted, bool isOnlyApplication, StoreRun* store)
       : isOnlyApplication_(isOnlyApplication),
         store_(store),
-        unused_(accepted),
-        seesAll_(seesAll(options)),
+        acceptedCalls_(accepted.calls),
+        unused_(accepted.names),
+        seesAll_(seesAll(options, accepted)),
         allowsIncomplete_(options.allowIncomplete),
         isQuiet_(options.quiet),
         baseline_(options.baseline.empty() ? std::nullopt : std::optional<Baseline>(options.baseline)),
@@ -121,6 +128,7 @@ class Run : public RunListener {
   bool take(const std::string& application, WorkerResult result) override {
     ApplicationReport report = reportOf(application, result);
     if (store_ != nullptr && !keep(report)) return false;
+    if (!acceptedCalls_.isEmpty()) acceptedCalls_.apply(report);
     if (baseline_) baseline_->apply(report, isOnlyApplication_);
     unused_.see(report);
     if (isPrintedBesideProgress_ || !report.log.empty()) progress_.clear();
@@ -139,7 +147,7 @@ class Run : public RunListener {
     if (!storeError_.empty()) throw UserError(storeError_);
     if (store_ != nullptr && !wasInterrupted) store_->finish();
     if (!outputs_.isPrinting() && !isQuiet_) std::cout << printable(summaryOf(totals_)) << '\n';
-    if (!isQuiet_ && !wasInterrupted && seesAll_) printUnusedNames();
+    if (!isQuiet_ && !wasInterrupted && seesAll_) printUnused();
     if (!hasPrinted() && printError_ != EPIPE)
       throw UserError(std::string("cannot write to standard output: ") + std::strerror(printError_));
   }
@@ -169,14 +177,16 @@ class Run : public RunListener {
     return false;
   }
 
-  void printUnusedNames() const {
+  void printUnused() const {
     for (const std::string& name : unused_.names())
       std::cerr << "tarvo-check: no finding is of '" << printable(name) << "', which is accepted\n";
+    printLines(acceptedCalls_.unused());
   }
 
   bool isOnlyApplication_;
   StoreRun* store_;
   std::string storeError_;
+  AcceptedCalls acceptedCalls_;
   UnusedNames unused_;
   bool seesAll_;  // no call is hidden behind one at which the engine stops
   bool allowsIncomplete_;
@@ -212,17 +222,12 @@ int checkCommand(const Options& given) {
   }
   requireSoundDatabase(options);
   const Applications applications = applicationsOf(options);
-  const std::set<std::string> accepted = acceptedNames(options.accept, options.acceptFiles);
+  const Accepted accepted = readAccepted(options.accept, options.acceptFiles);
+  if (!options.quiet) printLines(accepted.calls.expired());
   const TrialOptions trial = trialOptions(options);
   const FlowOptions flow{options.flow, options.possible, options.perPlugin};
-  InspectionOptions inspection{options.database,
-                               seesAll(options),
-                               options.log,
-                               accepted,
-                               options.bounds.unpacked,
-                               Outputs::hasEvidence(options),
-                               trial,
-                               flow};
+  InspectionOptions inspection{options.database,        seesAll(options, accepted),    options.log, accepted.names,
+                               options.bounds.unpacked, Outputs::hasEvidence(options), trial,       flow};
   WorkerBounds bounds = options.bounds;
   bounds.besides = trialSeconds(trial);
   std::optional<StoreRun> store;

@@ -81,6 +81,15 @@ class ChangedReports {
   Outputs outputs_;
 };
 
+// The methods that are accepted wherever they are called. What is meant for one application or file only can be shown
+// in a report, but a judgement knows methods alone.
+std::set<std::string> acceptedMethods(const Options& options) {
+  Accepted accepted = readAccepted(options.accept, options.acceptFiles);
+  if (!accepted.calls.isEmpty())
+    throw UserError("judge takes names of methods only: --accept, or --accept-file with one name in a line");
+  return std::move(accepted.names);
+}
+
 // The method that "TUNER.GetSerial" or "GetSerial" asks for.
 std::pair<std::string, std::string> methodIn(const std::string& text) {
   const std::size_t dot = text.rfind('.');
@@ -115,7 +124,7 @@ int judgeCommand(const Options& options) {
   requireSoundDatabase(options);
   store::Store opened(options.store, store::Store::Mode::read);
   const store::Database database = databaseOf(options.database);
-  const std::set<std::string> accepted = acceptedNames(options.accept, options.acceptFiles);
+  const std::set<std::string> accepted = acceptedMethods(options);
   const bool hasReports = !options.format.empty() || !options.outputs.empty();
   std::unique_ptr<ChangedReports> reports;
   if (hasReports) reports = std::make_unique<ChangedReports>(options, opened, database, accepted);

@@ -21,6 +21,7 @@ struct Severities {
   const char* severity;
 };
 constexpr Severities kUndocumented{"undocumented-api", "major"};
+constexpr Severities kAccepted{"accepted-api", "info"};
 constexpr Severities kNotChecked{"not-checked", "minor"};
 constexpr Severities kFailed{"could-not-check", "critical"};
 
@@ -30,8 +31,9 @@ class GitLabWriter : public ReportWriter {
 
   void add(const ApplicationReport& report) override {
     for (const Finding& finding : report.findings) {
-      if (finding.status != Finding::Status::reported) continue;
-      write(kUndocumented, messageOf(finding) + " (" + remarksOn(finding) + ")", finding.call.path,
+      const bool counts = finding.status == Finding::Status::reported;
+      if (!counts && finding.status != Finding::Status::accepted) continue;
+      write(counts ? kUndocumented : kAccepted, messageOf(finding) + " (" + remarksOn(finding) + ")", finding.call.path,
             finding.call.place.line, report.application + ':' + finding.fingerprint);
     }
     for (const NotChecked& item : report.notChecked)

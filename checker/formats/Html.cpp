@@ -31,9 +31,7 @@ constexpr const char* kClasses[] = {"clean", "incomplete", "findings", "failed"}
 
 // `path` as it stands in its application.
 std::string inside(const std::string& path, const std::string& application) {
-  const bool isInside = path.size() > application.size() && path.compare(0, application.size(), application) == 0;
-  const std::size_t start = isInside ? path.find_first_not_of("!/", application.size()) : 0;
-  return printable(start == std::string::npos ? path : path.substr(start));
+  return printable(pathIn(application, path));
 }
 
 // A line of source: its number and its text, with a third value if it was cut.

@@ -207,8 +207,11 @@ class SarifWriter : public ReportWriter {
     if (options_.hasBaseline || finding.status == Finding::Status::known)
       result["baselineState"] = finding.status == Finding::Status::known ? "unchanged" : "new";
     if (finding.status == Finding::Status::accepted) {
-      result["suppressions"] = Json::array(
-          {{{"kind", "external"}, {"status", "accepted"}, {"justification", "The method is accepted for this run."}}});
+      const std::string why = acceptanceOf(finding);
+      result["suppressions"] =
+          Json::array({{{"kind", "external"},
+                        {"status", "accepted"},
+                        {"justification", why.empty() ? "The method is accepted for this run." : why}}});
     }
     result["properties"] = {
         {"onDevice", finding.isOnDevice}, {"confidence", nameOf(finding.confidence)}, {"kind", nameOf(finding.kind)}};

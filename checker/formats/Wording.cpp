@@ -106,12 +106,23 @@ std::string messageOf(const Undetermined& item) {
   return "could not determine: " + item.call.code + " on " + item.call.plugin;
 }
 
+std::string acceptanceOf(const Finding& finding) {
+  const auto& [reason, owner, expires] = finding.acceptance;
+  std::string more = owner;
+  if (!expires.empty()) more += (more.empty() ? "until " : ", until ") + expires;
+  if (reason.empty() || more.empty()) return reason + more;
+  return reason + " (" + more + ")";
+}
+
 std::string remarksOn(const Finding& finding) {
   std::string text = remarksOn(finding.call);
   // What only the engine's rules say is likely, and has no word of its own.
   if (finding.confidence != Finding::Confidence::likely || finding.call.found == Call::Found::flow)
     text += std::string("; ") + nameOf(finding.confidence);
-  if (finding.status == Finding::Status::accepted) text += "; accepted";
+  if (finding.status == Finding::Status::accepted) {
+    const std::string why = acceptanceOf(finding);
+    text += "; accepted" + (why.empty() ? why : ": " + why);
+  }
   if (finding.status == Finding::Status::known) text += "; in the baseline";
   if (finding.status != Finding::Status::accepted && !finding.isOnDevice) text += notOnDevice(finding.call.found);
   if (finding.kind == Finding::Kind::computed && finding.isOnDevice)

@@ -24,6 +24,9 @@ std::string messageOf(const Finding& finding);
 // "could not determine: tv.Open(1) on MORVANE-NAVERTIX-TUNER"
 std::string messageOf(const Undetermined& item);
 
+// "agreed for the hotline (Kim, until 2026-12-31)": why a finding is accepted; empty if nobody said so.
+std::string acceptanceOf(const Finding& finding);
+
 // "variable; line 51 on the device; accepted": how it was found, and what else there is to know.
 std::string remarksOn(const Finding& finding);
 std::string remarksOn(const Undetermined& item);

@@ -118,9 +118,11 @@
   };
   const quoted = (text) => JSON.stringify(text).replace(/\x7f/g, '\\u007f');
   const glob = (text) => text.replace(/[*?[\]\\]/g, '\\$&');
+  // Without a slash, a glob stands for files of that name in any folder.
+  const rooted = (path) => glob(path.includes('/') ? path : `/${path}`);
   const exceptions = () => calls.filter((call) => call.id && effective(call).decision === 'accept')
       .map((call) => ['[[accept]]', `method = ${quoted(call.method)}`, `plugin = ${quoted(call.plugin)}`,
-        `application = ${quoted(glob(call.application.name))}`, `file = ${quoted(glob(call.path))}`,
+        `application = ${quoted(glob(call.application.name))}`, `file = ${quoted(rooted(call.path))}`,
         `reason = ${quoted(effective(call).note)}`, ''].join('\n'));
   const asToml = () => ['# Accepted by a reviewer of a report of tarvo-check.', '', ...new Set(exceptions())].join('\n');
   const asJson = () => JSON.stringify({

@@ -1,5 +1,5 @@
-// Reads the names of methods that the user takes for documented ones, from lists and from files with one in a line, and
-// finds out which of them were of no use.
+// Reads what the user excepts: the names of methods, from lists and from files with one in a line, and exceptions, from
+// files that are TOML; and finds out which of the names were of no use.
 // Test: tests/checker/Accept_test.cpp.
 
 #include "checker/options/Accept.h"
@@ -7,7 +7,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <ctime>
 #include <fstream>
+#include <sstream>
 #include <stdexcept>
 
 #include "checker/options/Suggestion.h"
@@ -33,30 +35,57 @@ void addList(const std::string& list, std::set<std::string>& names) {
   if (!hasName) throw std::runtime_error("--accept '" + list + "' names no method; write --accept Name,Name");
 }
 
-void addFile(const std::string& path, std::set<std::string>& names) {
+std::string textOf(const std::string& path) {
   static constexpr const char* kByteOrderMark = "\xEF\xBB\xBF";
   errno = 0;
   std::ifstream file(path, std::ios::binary);
-  bool isFirst = true;
-  for (std::string line; std::getline(file, line); isFirst = false) {
-    if (isFirst && line.rfind(kByteOrderMark, 0) == 0) line.erase(0, std::strlen(kByteOrderMark));
-    (void)addName(line.substr(0, line.find('#')), names);
-  }
+  std::string text;
+  char part[4096];
+  while (file.read(part, sizeof part) || file.gcount() > 0)
+    text.append(part, static_cast<std::size_t>(file.gcount()));
   if (!file.is_open() || file.bad()) {
     throw std::runtime_error("--accept-file '" + path + "' cannot be read: " + std::strerror(errno) +
                              didYouMeanFile(path));
   }
+  if (text.rfind(kByteOrderMark, 0) == 0) text.erase(0, std::strlen(kByteOrderMark));
+  return text;
+}
+
+// No name has the signs that any key and any table of TOML have.
+bool isToml(const std::string& line) {
+  return line.find_first_of("[=") != std::string::npos;
+}
+
+void addFile(const std::string& path, const std::string& today, Accepted& accepted) {
+  const std::string text = textOf(path);
+  std::set<std::string> names;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    line.erase(std::min(line.find('#'), line.size()));
+    if (isToml(line)) return accepted.calls.add(path, text, today);
+    (void)addName(line, names);
+  }
+  accepted.names.merge(names);
+}
+
+// In UTC, as TOML writes a date.
+std::string today() {
+  const std::time_t time = std::time(nullptr);
+  std::tm parts{};
+  char text[32];
+  const bool isKnown = gmtime_r(&time, &parts) != nullptr && std::strftime(text, sizeof text, "%Y-%m-%d", &parts) > 0;
+  return isKnown ? text : "";
 }
 
 }  // namespace
 
-std::set<std::string> acceptedNames(const std::vector<std::string>& lists, const std::vector<std::string>& files) {
-  std::set<std::string> names;
+Accepted readAccepted(const std::vector<std::string>& lists, const std::vector<std::string>& files) {
+  Accepted accepted;
   for (const std::string& list : lists)
-    addList(list, names);
+    addList(list, accepted.names);
   for (const std::string& file : files)
-    addFile(file, names);
-  return names;
+    addFile(file, today(), accepted);
+  return accepted;
 }
 
 void UnusedNames::see(const ApplicationReport& report) {

@@ -4,13 +4,20 @@
 #include <string>
 #include <vector>
 
+#include "checker/options/AcceptedCalls.h"
 #include "checker/report/Report.h"
 
-// Methods that are excepted for a run. Names are compared as the engine compares them, letter by letter.
+// What is excepted for a run: methods wherever they are called, compared as the engine compares them, letter by letter;
+// and calls that exceptions mean.
+struct Accepted {
+  std::set<std::string> names;
+  AcceptedCalls calls;
+};
 
-// The names in `lists`, "Name,Name", and in `files`: one name in a line, comments from "#" on. Blanks around a name are
-// no part of it. Throws std::runtime_error with a message for the user if a file cannot be read or a list has no name.
-std::set<std::string> acceptedNames(const std::vector<std::string>& lists, const std::vector<std::string>& files);
+// The names in `lists`, "Name,Name", and what is in `files`. A file is a list of names, one in a line, with comments
+// from "#" on, where blanks around a name are no part of it; or TOML with exceptions. Throws std::runtime_error with a
+// message for the user if a file cannot be read, or a list has no name.
+Accepted readAccepted(const std::vector<std::string>& lists, const std::vector<std::string>& files);
 
 // Those of `accepted` that excepted no finding in the reports so far: misspelt perhaps, or of no use any more.
 class UnusedNames {

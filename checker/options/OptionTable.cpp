@@ -88,7 +88,7 @@ const std::vector<OptionRow> kOptions{
     {"accept", "NAME[,NAME]", kWhat, kCheck | kJudge, true, &Options::accept, 0,
      "take these methods for documented ones", "; can be repeated"},
     {"accept-file", "FILE", kWhat, kCheck | kJudge, true, &Options::acceptFiles, 0,
-     "take the methods in this file for documented ones", ", one in a line; can be repeated"},
+     "accept the methods or the calls that this file names", ": a method in a line, or TOML; can be repeated"},
 
     {"flow", "", kWhat, kCheck, true, &Options::flow, 0,
      "also follow plug-in objects through script, and report the calls that this finds", ""},

@@ -34,6 +34,12 @@ Finding::Status statusFor(const Finding& finding, bool isPerPlugin) {
   return isSure && counts ? Finding::Status::reported : Finding::Status::noted;
 }
 
+std::string pathIn(const std::string& application, const std::string& path) {
+  const bool isInside = path.size() > application.size() && path.compare(0, application.size(), application) == 0;
+  const std::size_t start = isInside ? path.find_first_not_of("!/", application.size()) : 0;
+  return start == std::string::npos ? path : path.substr(start);
+}
+
 void sortByPlace(ApplicationReport& report) {
   sortByPlace(report.findings);
   sortByPlace(report.undetermined);

@@ -66,11 +66,18 @@ struct TraceStep {
   std::string source;  // the line that it stands in, at most 160 bytes; may be empty
 };
 
+// Why a finding is accepted, as far as somebody said so; each may be empty.
+struct Acceptance {
+  std::string reason;
+  std::string owner;    // who answers for it
+  std::string expires;  // the last day on which it counts, "2026-12-31"
+};
+
 // A call of a method that is not documented.
 struct Finding {
   enum class Status {
     reported,
-    accepted,  // its method is excepted for this run
+    accepted,  // it, or its method wherever it is called, is excepted for this run
     known,     // it was in the baseline
     noted,     // shown and never counted: it is only possible, or documented for another plug-in
   };
@@ -99,6 +106,7 @@ struct Finding {
   std::vector<TraceStep> trace = {};  // from the element to the call; empty if nobody followed it
   std::string arguments = {};         // what it was called with, as text; empty if it is not known
   std::string advice = {};            // what to do, for people: "did you mean 'GetVolume'?"; may be empty
+  Acceptance acceptance = {};         // of an accepted one
 };
 
 // A call that no verdict is made on.
@@ -176,6 +184,9 @@ Verdict verdictOf(bool hasFailed, bool hasFindings, bool hasGaps);
 // The status of a finding that nothing excuses: `noted` or `reported`. `isPerPlugin`: whether a method that is
 // documented for another plug-in only counts as undocumented.
 Finding::Status statusFor(const Finding& finding, bool isPerPlugin);
+
+// `path` as it counts from the application that it is in: "www/a.js" of "app.wgt!/www/a.js".
+std::string pathIn(const std::string& application, const std::string& path);
 
 // Sorts findings and undetermined calls by path, line and column; equal ones stay in their order.
 void sortByPlace(ApplicationReport& report);

@@ -108,6 +108,18 @@ void addText(Json& json, const char* name, const std::string& text) {
   if (!text.empty()) json[name] = text;
 }
 
+Json jsonOf(const Acceptance& acceptance) {
+  Json json = Json::object();
+  addText(json, "reason", acceptance.reason);
+  addText(json, "owner", acceptance.owner);
+  addText(json, "expires", acceptance.expires);
+  return json;
+}
+
+void read(const Json& json, Acceptance& acceptance) {
+  acceptance = {json.value("reason", ""), json.value("owner", ""), json.value("expires", "")};
+}
+
 Json jsonOf(const Finding& finding) {
   Json json = jsonOf(finding.call);
   json.update({{"status", nameOf(finding.status)},
@@ -119,6 +131,7 @@ Json jsonOf(const Finding& finding) {
   addText(json, "arguments", finding.arguments);
   addText(json, "advice", finding.advice);
   addList(json, "trace", finding.trace);
+  if (Json acceptance = jsonOf(finding.acceptance); !acceptance.empty()) json["acceptance"] = std::move(acceptance);
   return json;
 }
 
@@ -133,6 +146,7 @@ void read(const Json& json, Finding& finding) {
   finding.arguments = json.value("arguments", "");
   finding.advice = json.value("advice", "");
   readList(json, "trace", finding.trace);
+  if (json.contains("acceptance")) read(json.at("acceptance"), finding.acceptance);
 }
 
 Json jsonOf(const Undetermined& item) {

@@ -66,6 +66,7 @@ ApplicationReport everythingWith(const std::string& text) {
   call.mark = lead.size();
   call.markLength = call.excerpt.text.size() - lead.size() - 1;
   call.before[0].text = call.after[0].text = text;
+  report.findings[1].acceptance = {"agreed" + text, "owner" + text, "2026-12-31"};
   report.findings[2].call.found = Call::Found::flow;
   report.findings[2].confidence = Finding::Confidence::certain;
   report.findings[2].kind = Finding::Kind::otherPlugin;
@@ -291,6 +292,8 @@ TEST(Sarif, PlacesResultsInPackages) {
   EXPECT_EQ(results[0]["baselineState"], "new");
   EXPECT_FALSE(results[0].contains("suppressions"));
   EXPECT_EQ(results[1]["suppressions"][0]["status"], "accepted");
+  EXPECT_EQ(results[1]["suppressions"][0]["justification"],
+            utf8("agreed" + kHostile + " (owner" + kHostile + ", until 2026-12-31)"));
   EXPECT_EQ(results[2]["baselineState"], "unchanged");
   EXPECT_EQ(results[3]["kind"], "open");
 
@@ -588,8 +591,8 @@ TEST(GitLab, HasAnIssueForWhatCounts) {
     fingerprints.insert(issue.at("fingerprint").get<std::string>());
     checks.push_back(issue.at("check_name"));
   }
-  EXPECT_EQ(checks, (std::vector<std::string>{"undocumented-api", "not-checked", "undocumented-api", "could-not-check",
-                                              "could-not-check"}));
+  EXPECT_EQ(checks, (std::vector<std::string>{"undocumented-api", "accepted-api", "not-checked", "undocumented-api",
+                                              "could-not-check", "could-not-check"}));
   EXPECT_EQ(fingerprints.size(), issues.size());
   EXPECT_EQ(issues[0]["location"], (Json{{"path", "a/x.js"}, {"lines", {{"begin", 7}}}}));
   EXPECT_EQ(issues[0]["severity"], "major");

@@ -137,7 +137,7 @@ const decides = async (browser, page) => {
   await page.click('#json');
   const [toml, json] = await page.evaluate(() => Promise.all(window.saved.map((blob) => blob.text())));
   assert.strictEqual(toml, ['# Accepted by a reviewer of a report of tarvo-check.', '', '[[accept]]', 'method = "Tune"',
-    'plugin = "MORVANE-NAVERTIX-TUNER"', 'application = "minified"', 'file = "all.min.js"', 'reason = "agreed \\"here\\""', ''].join('\n'));
+    'plugin = "MORVANE-NAVERTIX-TUNER"', 'application = "minified"', 'file = "/all.min.js"', 'reason = "agreed \\"here\\""', ''].join('\n'));
   const [decision] = JSON.parse(json).calls;
   assert.deepStrictEqual([decision.method, decision.decision, decision.note], ['Tune', 'accept', 'agreed "here"']);
   const again = await open(browser, views[0]);
