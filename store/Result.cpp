@@ -154,8 +154,10 @@ Result resultOf(const ApplicationReport& report) {
   result.judgedPlugins = report.judgedPlugins;
   result.hasCallsWithoutPlugin = report.hasCallsWithoutPlugin;
   for (const std::vector<Finding>* findings : {&report.findings, &report.documented}) {
-    for (const Finding& finding : *findings)
-      result.calls.push_back(callOf(report, finding));
+    for (const Finding& finding : *findings) {
+      // Calls of deprecated methods are documented ones, which are in the other list.
+      if (finding.kind != Finding::Kind::deprecated) result.calls.push_back(callOf(report, finding));
+    }
   }
   for (const Undetermined& item : report.undetermined) {
     result.calls.push_back(callOf(report, item.call));

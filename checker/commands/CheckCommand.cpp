@@ -228,6 +228,7 @@ int checkCommand(const Options& given) {
   const FlowOptions flow{options.flow, options.possible, options.perPlugin};
   InspectionOptions inspection{options.database,        seesAll(options, accepted),    options.log, accepted.names,
                                options.bounds.unpacked, Outputs::hasEvidence(options), trial,       flow};
+  inspection.deprecations = Deprecations(listDatabase(options.database), options.denyDeprecated);
   WorkerBounds bounds = options.bounds;
   bounds.besides = trialSeconds(trial);
   std::optional<StoreRun> store;

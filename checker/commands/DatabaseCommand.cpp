@@ -59,6 +59,46 @@ bool getListing(const std::string& path, DatabaseListing& listing) {
   return false;
 }
 
+// "since 2.0, deprecated since 4.0: call 'GetLevel'"; empty if the database says nothing of it.
+std::string remarksOn(const DatabaseFunction& function) {
+  std::string text;
+  if (!function.since.empty()) text = "since " + function.since;
+  if (function.isDeprecated) {
+    text += text.empty() ? "deprecated" : ", deprecated";
+    if (!function.deprecatedSince.empty()) text += " since " + function.deprecatedSince;
+  }
+  if (!function.replacement.empty()) text += ": call '" + function.replacement + "'";
+  return text;
+}
+
+Json jsonOf(const DatabaseFunction& function) {
+  Json json{{"name", function.name}, {"line", function.line}};
+  if (!function.since.empty()) json["since"] = function.since;
+  if (function.isDeprecated) json["deprecated"] = true;
+  if (!function.deprecatedSince.empty()) json["deprecatedSince"] = function.deprecatedSince;
+  if (!function.replacement.empty()) json["replacement"] = function.replacement;
+  return json;
+}
+
+void print(const std::vector<DatabaseGroup>& groups, std::ostream& out) {
+  for (const DatabaseGroup& group : groups) {
+    out << printable(group.name) << '\n';
+    for (const DatabaseFunction& function : group.functions) {
+      const std::string remarks = remarksOn(function);
+      out << "  " << printable(function.name + (remarks.empty() ? "" : "  (" + remarks + ")")) << '\n';
+    }
+  }
+}
+
+std::size_t deprecatedIn(const std::vector<DatabaseGroup>& groups) {
+  std::size_t count = 0;
+  for (const DatabaseGroup& group : groups) {
+    count += static_cast<std::size_t>(std::count_if(group.functions.begin(), group.functions.end(),
+                                                    [](const auto& function) { return function.isDeprecated; }));
+  }
+  return count;
+}
+
 std::size_t distinct(const std::vector<std::string>& names) {
   return std::set<std::string>(names.begin(), names.end()).size();
 }
@@ -151,7 +191,7 @@ int databaseCommand(const Options& options) {
     for (const DatabaseGroup& group : listing.groups) {
       Json functions = Json::array();
       for (const DatabaseFunction& function : group.functions)
-        functions.push_back({{"name", function.name}, {"line", function.line}});
+        functions.push_back(jsonOf(function));
       groups.push_back({{"name", group.name}, {"line", group.line}, {"functions", functions}});
     }
     print(Json{{"version", 1},
@@ -161,13 +201,11 @@ int databaseCommand(const Options& options) {
                {"warnings", jsonOf(listing.warnings)}},
           std::cout);
   } else {
-    for (const DatabaseGroup& group : listing.groups) {
-      std::cout << printable(group.name) << '\n';
-      for (const DatabaseFunction& function : group.functions)
-        std::cout << "  " << printable(function.name) << '\n';
-    }
+    print(listing.groups, std::cout);
+    const std::size_t deprecated = deprecatedIn(listing.groups);
     std::cout << "groups: " << listing.groups.size() << ", functions: " << names.size()
               << ", different names: " << distinct(names) << "; each is documented for all plug-ins\n";
+    if (deprecated > 0) std::cout << "deprecated: " << deprecated << '\n';
     print(path, listing.warnings);
   }
   return printedWith(listing.warnings.empty() ? kDone : kDiffers);

@@ -86,6 +86,16 @@ ApplicationReport StoreRun::inspect(const std::string& application,
   return report;
 }
 
+// A store has documented calls; which of them are deprecated is the database's to say, as which are documented is.
+void StoreRun::addDeprecated(ApplicationReport& report) const {
+  for (Finding finding : report.documented) {
+    if (!inspection_.deprecations.has(finding.call.plugin, finding.call.method)) continue;
+    inspection_.deprecations.judge(finding);
+    if (accepted_.count(finding.call.method) > 0) finding.status = Finding::Status::accepted;
+    report.findings.push_back(std::move(finding));
+  }
+}
+
 ApplicationReport StoreRun::keep(const ApplicationReport& report) {
   ApplicationReport shown = report;
   if (report.isStored) {
@@ -100,6 +110,7 @@ ApplicationReport StoreRun::keep(const ApplicationReport& report) {
     }
   }
   run_.add(shown);
+  addDeprecated(shown);
   accept(shown, accepted_);
   return shown;
 }

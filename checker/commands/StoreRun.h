@@ -36,6 +36,8 @@ class StoreRun {
   void finish() { run_.finish(); }
 
  private:
+  void addDeprecated(ApplicationReport& report) const;
+
   InspectionOptions inspection_;
   std::set<std::string> accepted_;
   store::Database database_;

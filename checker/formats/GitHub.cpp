@@ -37,7 +37,8 @@ class GitHubWriter : public ReportWriter {
   void add(const ApplicationReport& report) override {
     for (const Finding& finding : report.findings) {
       const bool counts = finding.status == Finding::Status::reported;
-      annotate(counts ? "error" : "notice", finding.call, "Undocumented API",
+      const bool isDeprecated = finding.kind == Finding::Kind::deprecated;
+      annotate(counts ? "error" : "notice", finding.call, isDeprecated ? "Deprecated API" : "Undocumented API",
                messageOf(finding) + " (" + remarksOn(finding) + ")");
     }
     for (const Undetermined& item : report.undetermined)

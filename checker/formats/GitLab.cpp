@@ -21,6 +21,7 @@ struct Severities {
   const char* severity;
 };
 constexpr Severities kUndocumented{"undocumented-api", "major"};
+constexpr Severities kDeprecated{"deprecated-api", "major"};
 constexpr Severities kAccepted{"accepted-api", "info"};
 constexpr Severities kNotChecked{"not-checked", "minor"};
 constexpr Severities kFailed{"could-not-check", "critical"};
@@ -33,8 +34,12 @@ class GitLabWriter : public ReportWriter {
     for (const Finding& finding : report.findings) {
       const bool counts = finding.status == Finding::Status::reported;
       if (!counts && finding.status != Finding::Status::accepted) continue;
-      write(counts ? kUndocumented : kAccepted, messageOf(finding) + " (" + remarksOn(finding) + ")", finding.call.path,
-            finding.call.place.line, report.application + ':' + finding.fingerprint);
+      const bool isDeprecated = finding.kind == Finding::Kind::deprecated;
+      write(!counts        ? kAccepted
+            : isDeprecated ? kDeprecated
+                           : kUndocumented,
+            messageOf(finding) + " (" + remarksOn(finding) + ")", finding.call.path, finding.call.place.line,
+            report.application + ':' + finding.fingerprint);
     }
     for (const NotChecked& item : report.notChecked)
       write(kNotChecked, lineOn(item), item.part, 0, lineOn(item));

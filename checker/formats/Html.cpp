@@ -92,6 +92,7 @@ Json jsonOf(const Finding& finding, const std::string& application) {
                {"device", finding.isOnDevice},
                {"id", finding.fingerprint},
                {"terms", explanationsOf(finding)}});
+  if (finding.kind == Finding::Kind::deprecated) json["deprecated"] = true;
   if (!finding.trace.empty()) json["trace"] = traceOf(finding.trace, application);
   return json;
 }
@@ -223,7 +224,7 @@ class HtmlWriter : public ReportWriter {
 
   void end(bool wasInterrupted) override {
     const Json run{{"summary", printable(summaryOf(totals_))},
-                   {"uses", totals_.of(Finding::Status::reported)},
+                   {"uses", totals_.of(Finding::Status::reported) - totals_.deprecated},
                    {"seconds", totals_.seconds},
                    {"interrupted", wasInterrupted},
                    {"facts", facts()},

@@ -18,6 +18,7 @@ namespace {
 constexpr const char* kSchema =
     "https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/sarif-schema-2.1.0.json";
 constexpr const char* kRule = "TARVO1";
+constexpr const char* kDeprecatedRule = "TARVO5";
 constexpr const char* kFingerprint = "tarvoCall/v1";
 constexpr int kIndent = 8;
 
@@ -39,11 +40,7 @@ std::string messageText(const std::string& text) {
   return escaped;
 }
 
-// What the driver can say: its one rule, and its notices.
-Json driver() {
-  const auto notice = [](const char* id, const char* name, const char* text) {
-    return Json{{"id", id}, {"name", name}, {"shortDescription", contentOf(text)}};
-  };
+Json undocumentedRule() {
   Json rule{{"id", kRule}, {"name", "UndocumentedApi"}};
   rule["shortDescription"] = contentOf("A method of a plug-in object is called that the platform does not document.");
   rule["fullDescription"] = contentOf(
@@ -60,8 +57,27 @@ Json driver() {
                    "is not `GetVolume`. If the method is documented and the database is old, pass the current one with "
                    "`--database`."}};
   rule["defaultConfiguration"] = {{"level", "error"}};
+  return rule;
+}
+
+Json deprecatedRule() {
+  Json rule{{"id", kDeprecatedRule}, {"name", "DeprecatedApi"}};
+  rule["shortDescription"] = contentOf("A method of a plug-in object is called that the platform advises against.");
+  rule["fullDescription"] = contentOf(
+      "A deprecated method is documented, and may be gone in a later release of the platform. It counts as a finding "
+      "with --deny-deprecated only.");
+  rule["help"] = contentOf("Call the method that the message names instead, if it names one.");
+  rule["defaultConfiguration"] = {{"level", "note"}};
+  return rule;
+}
+
+// What the driver can say: its rules, and its notices.
+Json driver() {
+  const auto notice = [](const char* id, const char* name, const char* text) {
+    return Json{{"id", id}, {"name", name}, {"shortDescription", contentOf(text)}};
+  };
   Json json{{"name", "tarvo-check"}, {"version", TARVO_VERSION}};
-  json["rules"] = Json::array({rule});
+  json["rules"] = Json::array({undocumentedRule(), deprecatedRule()});
   json["notifications"] = Json::array({
       notice(kNotCheckedNotice, "NotChecked", "A part of an application was not looked at."),
       notice(kFailedNotice, "CouldNotCheck", "An application could not be checked."),
@@ -202,6 +218,7 @@ class SarifWriter : public ReportWriter {
     Json result =
         resultOf(finding.call, messageOf(finding) + " in " + placeOf(finding.call) + " (" + remarksOn(finding) + ")",
                  application);
+    if (finding.kind == Finding::Kind::deprecated) result.update({{"ruleId", kDeprecatedRule}, {"ruleIndex", 1}});
     result["level"] = finding.status == Finding::Status::noted ? "note" : "error";
     if (!finding.fingerprint.empty()) result["partialFingerprints"] = {{kFingerprint, finding.fingerprint}};
     if (options_.hasBaseline || finding.status == Finding::Status::known)

@@ -32,9 +32,23 @@ bool isAddition(Call::Found found) {
   return found == Call::Found::flow || found == Call::Found::trial;
 }
 
+// Whether there is anything to say about a call that the device's host does not get.
+bool isMissedByDevice(const Finding& finding) {
+  return !finding.isOnDevice && finding.status != Finding::Status::accepted &&
+         finding.kind != Finding::Kind::deprecated;
+}
+
 // Why the device's host does not get a call.
 const char* notOnDevice(Call::Found found) {
   return isAddition(found) ? "; the device does not find it" : "; the device stops before it";
+}
+
+// "2 uses of undocumented APIs, 1 use of deprecated APIs"
+std::string usesOf(std::uint64_t undocumented, std::uint64_t deprecated) {
+  std::string text;
+  if (undocumented > 0 || deprecated == 0) text = counted(undocumented, "use", "uses") + " of undocumented APIs";
+  if (deprecated > 0) text += (text.empty() ? "" : ", ") + counted(deprecated, "use", "uses") + " of deprecated APIs";
+  return text;
 }
 
 // What a clean verdict rests on. Calls that are excused are told apart from documented ones.
@@ -42,7 +56,8 @@ std::string basisOf(const ApplicationReport& report) {
   if (report.hasCallsWithoutPlugin && report.judgedCalls == 0)
     return "nothing could be judged: calls look like plug-in calls, but no plug-in element is known; check the whole "
            "application";
-  const std::size_t excused = report.findings.size();
+  const std::size_t deprecated = countDeprecated(report, Finding::Status::noted);
+  const std::size_t excused = report.findings.size() - deprecated;
   const std::uint64_t documented = report.judgedCalls - std::min<std::uint64_t>(report.judgedCalls, excused);
   std::string text = "clean: ";
   if (report.judgedCalls > 0) {
@@ -56,13 +71,14 @@ std::string basisOf(const ApplicationReport& report) {
   }
   std::string parts;
   const auto add = [&](Finding::Status status, const char* words) {
-    const std::size_t count = countOf(report, status);
+    const std::size_t count = countOf(report, status) - (status == Finding::Status::noted ? deprecated : 0);
     if (count > 0) parts += (parts.empty() ? "" : ", ") + std::to_string(count) + words;
   };
   add(Finding::Status::accepted, " accepted");
   add(Finding::Status::known, " in the baseline");
   add(Finding::Status::noted, " noted");
   text += parts;
+  if (deprecated > 0) text += "; " + std::to_string(deprecated) + " deprecated";
   if (!report.undetermined.empty())
     text += "; " + counted(report.undetermined.size(), "call", "calls") + " could not be determined";
   return text;
@@ -95,6 +111,7 @@ std::string messageOf(const Finding& finding) {
   if (finding.kind == Finding::Kind::otherPlugin)
     return "API '" + call.method + "' is documented for another plug-in, not for " + call.plugin;
   if (finding.kind == Finding::Kind::computed) return "could not determine: " + call.code + " on " + call.plugin;
+  if (finding.kind == Finding::Kind::deprecated) return "deprecated API '" + call.method + "' on " + call.plugin;
   return "undocumented API '" + call.method + "' on " + call.plugin;
 }
 
@@ -124,7 +141,7 @@ std::string remarksOn(const Finding& finding) {
     text += "; accepted" + (why.empty() ? why : ": " + why);
   }
   if (finding.status == Finding::Status::known) text += "; in the baseline";
-  if (finding.status != Finding::Status::accepted && !finding.isOnDevice) text += notOnDevice(finding.call.found);
+  if (isMissedByDevice(finding)) text += notOnDevice(finding.call.found);
   if (finding.kind == Finding::Kind::computed && finding.isOnDevice)
     text += "; the device reports '" + finding.call.method + "'";
   if (!finding.arguments.empty()) text += "; called with " + finding.arguments;
@@ -155,14 +172,15 @@ std::vector<std::string> explanationsOf(const Finding& finding) {
                                      kConfidence[static_cast<std::size_t>(finding.confidence)]};
   if (finding.call.engineLine > 0 && finding.call.engineLine != finding.call.place.line)
     sentences.emplace_back("line on the device: the device counts lines without those that block comments take.");
-  const bool isAccepted = finding.status == Finding::Status::accepted;
-  if (!isAccepted && !finding.isOnDevice && !isAddition(finding.call.found))
+  if (isMissedByDevice(finding) && !isAddition(finding.call.found))
     sentences.emplace_back(
         "the device stops before it: the device reports one call and stops, so it shows this one when that is mended.");
-  if (!isAccepted && !finding.isOnDevice && isAddition(finding.call.found))
+  if (isMissedByDevice(finding) && isAddition(finding.call.found))
     sentences.emplace_back("the device does not find it: the host of the device is not told of this call.");
   if (finding.kind == Finding::Kind::otherPlugin)
     sentences.emplace_back("another plug-in: the device has one list for all plug-ins, and lets this call pass.");
+  if (finding.kind == Finding::Kind::deprecated)
+    sentences.emplace_back("deprecated: the method is documented, and the API database advises against it.");
   return sentences;
 }
 
@@ -193,7 +211,9 @@ std::string verdictOn(const ApplicationReport& report) {
     case Verdict::incomplete:
       return "incomplete, " + counted(report.notChecked.size(), "part was", "parts were") + " not checked" + excused;
     case Verdict::findings:
-      return counted(countOf(report, Finding::Status::reported), "use", "uses") + " of undocumented APIs" + excused +
+      return usesOf(countOf(report, Finding::Status::reported) - countDeprecated(report, Finding::Status::reported),
+                    countDeprecated(report, Finding::Status::reported)) +
+             excused +
              (report.behindStops > 0
                   ? "; " + std::to_string(report.behindStops) + " more where the device stops: --all lists them"
                   : "");
@@ -207,6 +227,7 @@ void Totals::add(const ApplicationReport& report) {
   ++verdicts[static_cast<std::size_t>(report.verdict)];
   for (const Finding& finding : report.findings)
     ++statuses[static_cast<std::size_t>(finding.status)];
+  deprecated += countDeprecated(report, Finding::Status::reported);
   undetermined += report.undetermined.size();
   notChecked += report.notChecked.size();
   seconds += report.seconds;
@@ -225,7 +246,7 @@ std::string summaryOf(const Totals& totals) {
     if (count > 0) parts += (parts.empty() ? ": " : ", ") + std::to_string(count) + part.words;
   }
   return counted(totals.applications, "application", "applications") + parts + "; " +
-         counted(totals.of(Finding::Status::reported), "use", "uses") + " of undocumented APIs" +
+         usesOf(totals.of(Finding::Status::reported) - totals.deprecated, totals.deprecated) +
          notCounted(totals.of(Finding::Status::accepted), totals.of(Finding::Status::known),
                     totals.of(Finding::Status::noted));
 }

@@ -18,7 +18,7 @@ std::string placeOf(const Call& call);
 // "variable", "Flash look-up", "flow"
 const char* wordFor(Call::Found found);
 
-// "undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER"
+// "undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER", "deprecated API ..."
 std::string messageOf(const Finding& finding);
 
 // "could not determine: tv.Open(1) on MORVANE-NAVERTIX-TUNER"
@@ -56,6 +56,7 @@ struct Totals {
   std::size_t applications = 0;
   std::size_t verdicts[4] = {};  // of each Verdict
   std::size_t statuses[4] = {};  // findings of each Finding::Status
+  std::size_t deprecated = 0;    // of those that are reported, calls of deprecated methods
   std::size_t undetermined = 0;
   std::size_t notChecked = 0;
   double seconds = 0;

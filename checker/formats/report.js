@@ -437,10 +437,11 @@
     return choice;
   }));
 
-  const countState = (state) => calls.filter((call) => call.state === state).length;
+  const countState = (state, deprecated = false) =>
+    calls.filter((call) => call.state === state && Boolean(call.deprecated) === deprecated).length;
   const missed = applications.reduce((sum, application) => sum + application.missed, 0);
   const methods = new Map();  // undocumented ones
-  for (const call of calls.filter(({state}) => state === 'reported')) {
+  for (const call of calls.filter(({state, deprecated}) => state === 'reported' && !deprecated)) {
     const item = methods.get(call.method) || {applications: new Set(), plugins: new Set(), uses: 0};
     item.applications.add(call.application.index);
     item.plugins.add(call.plugin);
@@ -450,8 +451,9 @@
   for (const [count, one, several, isAlwaysShown] of [
     [countState('reported'), 'undocumented use', 'undocumented uses', true],
     [methods.size, 'undocumented method', 'undocumented methods', true],
-    [countState('accepted'), 'accepted use', 'accepted uses'],
-    [countState('known'), 'use in the baseline', 'uses in the baseline'],
+    [countState('reported', true) + countState('noted', true), 'deprecated use', 'deprecated uses'],
+    [countState('accepted') + countState('accepted', true), 'accepted use', 'accepted uses'],
+    [countState('known') + countState('known', true), 'use in the baseline', 'uses in the baseline'],
     [countState('noted'), 'noted call', 'noted calls'],
     [countState('undetermined'), 'undetermined call', 'undetermined calls'],
     [missed, 'part not checked', 'parts not checked', true],

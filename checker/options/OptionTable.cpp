@@ -83,6 +83,8 @@ const std::vector<OptionRow> kOptions{
     {"all", "", kWhat, kCheck, true, &Options::all, 0, "also report the calls behind one at which the engine stops",
      ""},
     {"allow-incomplete", "", kWhat, kCheck, true, &Options::allowIncomplete, 0, "exit status 0 instead of 3", ""},
+    {"deny-deprecated", "", kWhat, kCheck, true, &Options::denyDeprecated, 0,
+     "count calls of methods that the database calls deprecated", ""},
     {"baseline", "FILE", kWhat, kCheck, true, &Options::baseline, 0,
      "count only findings that this earlier report does not have", "; it is in the format json or jsonl"},
     {"accept", "NAME[,NAME]", kWhat, kCheck | kJudge, true, &Options::accept, 0,

@@ -19,6 +19,7 @@ struct Options {
   bool asOne = false;
   bool all = false;
   bool allowIncomplete = false;
+  bool denyDeprecated = false;
   std::string baseline;
   std::vector<std::string> accept;
   std::vector<std::string> acceptFiles;

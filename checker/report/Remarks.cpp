@@ -101,7 +101,7 @@ void addRemarks(ApplicationReport& report) {
   for (Finding& finding : report.findings) {
     if (finding.kind == Finding::Kind::undocumented && hasComputedName(finding.call))
       finding.kind = Finding::Kind::computed;
-    if (!finding.advice.empty()) continue;
+    if (!finding.advice.empty() || finding.kind == Finding::Kind::deprecated) continue;
     if (finding.kind == Finding::Kind::computed) finding.advice = kComputedAdvice;
     if (isElementMethod(finding.call.method)) finding.advice = kElementAdvice;
   }

@@ -57,6 +57,12 @@ std::size_t countOf(const ApplicationReport& report, Finding::Status status) {
                                                 [&](const Finding& finding) { return finding.status == status; }));
 }
 
+std::size_t countDeprecated(const ApplicationReport& report, Finding::Status status) {
+  return static_cast<std::size_t>(std::count_if(
+      report.findings.begin(), report.findings.end(),
+      [&](const Finding& finding) { return finding.status == status && finding.kind == Finding::Kind::deprecated; }));
+}
+
 const char* nameOf(Verdict verdict) {
   static constexpr const char* kNames[] = {"clean", "incomplete", "findings", "could not check"};
   return kNames[static_cast<std::size_t>(verdict)];
@@ -78,7 +84,7 @@ const char* nameOf(Finding::Confidence confidence) {
 }
 
 const char* nameOf(Finding::Kind kind) {
-  static constexpr const char* kNames[] = {"undocumented", "otherPlugin", "computed"};
+  static constexpr const char* kNames[] = {"undocumented", "otherPlugin", "computed", "deprecated"};
   return kNames[static_cast<std::size_t>(kind)];
 }
 

@@ -73,13 +73,13 @@ struct Acceptance {
   std::string expires;  // the last day on which it counts, "2026-12-31"
 };
 
-// A call of a method that is not documented.
+// A call of a method that is not documented, or deprecated.
 struct Finding {
   enum class Status {
     reported,
     accepted,  // it, or its method wherever it is called, is excepted for this run
     known,     // it was in the baseline
-    noted,     // shown and never counted: it is only possible, or documented for another plug-in
+    noted,     // shown and not counted: it is only possible, documented for another plug-in, or deprecated
   };
 
   // How sure it is that this method is called on this plug-in.
@@ -94,6 +94,7 @@ struct Finding {
     undocumented,  // for every plug-in
     otherPlugin,   // documented, but not for this one; the device's list is one for all
     computed,      // its name is a value, which the engine took for the name: Execute(cmd)
+    deprecated,    // documented, and advised against
   };
 
   Call call;
@@ -194,8 +195,9 @@ void sortByPlace(ApplicationReport& report);
 // Sets order, remarks and verdict from what the report holds. To be called whenever that has changed.
 void conclude(ApplicationReport& report);
 
-// How many findings have this status.
+// How many findings have this status; and of those, how many are calls of deprecated methods.
 std::size_t countOf(const ApplicationReport& report, Finding::Status status);
+std::size_t countDeprecated(const ApplicationReport& report, Finding::Status status);
 
 // "clean", "incomplete", "findings", "could not check"
 const char* nameOf(Verdict verdict);
@@ -209,7 +211,7 @@ const char* nameOf(Finding::Status status);
 // "possible", "likely", "certain", "confirmed"
 const char* nameOf(Finding::Confidence confidence);
 
-// "undocumented", "otherPlugin", "computed"
+// "undocumented", "otherPlugin", "computed", "deprecated"
 const char* nameOf(Finding::Kind kind);
 
 // "element", "look-up", "variable", "property", "parameter", "return", "call"

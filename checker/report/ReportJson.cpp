@@ -142,7 +142,7 @@ void read(const Json& json, Finding& finding) {
   finding.engineText = json.at("engineText");
   finding.fingerprint = json.at("fingerprint");
   finding.confidence = named(json.value("confidence", "likely"), Finding::Confidence::confirmed);
-  finding.kind = named(json.value("kind", "undocumented"), Finding::Kind::computed);
+  finding.kind = named(json.value("kind", "undocumented"), Finding::Kind::deprecated);
   finding.arguments = json.value("arguments", "");
   finding.advice = json.value("advice", "");
   readList(json, "trace", finding.trace);

@@ -14,12 +14,15 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <initializer_list>
 #include <iterator>
 #include <map>
 #include <set>
 #include <stdexcept>
 
 #include "APICheckEngine/Facade.h"
+#include "APICheckEngine/Tables.h"
+#include "checker/options/Suggestion.h"
 
 using FlashEngine_1_00::detail::DatabaseText;
 using FlashEngine_1_00::detail::documentedName;
@@ -58,6 +61,30 @@ bool canBeCalled(const std::string& name) {
 
 bool isFunction(const TiXmlNode& node) {
   return node.ToElement() != nullptr && node.ValueStr() == "Function";
+}
+
+std::string attributeOf(const TiXmlElement& element, const char* name) {
+  const std::string* value = element.Attribute(std::string(name));
+  return value == nullptr ? std::string() : trimmed(*value);
+}
+
+// The value of `deprecated` is the version since when, or only says yes or no.
+void readDeprecation(const TiXmlElement& element, DatabaseFunction& function) {
+  if (element.Attribute("deprecated") == nullptr) return;
+  const std::string value = attributeOf(element, "deprecated");
+  const auto isOneOf = [small = inSmallLetters(value)](std::initializer_list<const char*> words) {
+    return std::any_of(words.begin(), words.end(), [&](const char* word) { return small == word; });
+  };
+  function.isDeprecated = !isOneOf({"false", "no", "0"});
+  if (function.isDeprecated && !isOneOf({"", "true", "yes", "1"})) function.deprecatedSince = value;
+}
+
+DatabaseFunction functionOf(const TiXmlElement& element, const std::string& name) {
+  DatabaseFunction function{name, element.Row()};
+  function.since = attributeOf(element, "since");
+  function.replacement = attributeOf(element, "replacement");
+  readDeprecation(element, function);
+  return function;
 }
 
 // The node after `node` in the document, of those below `top`; null after the last one.
@@ -177,6 +204,7 @@ class Reader {
       warn(1, "the file is empty: it documents nothing");
     } else {
       readTopLevel();
+      checkReplacements();
     }
     if (tree_.document.Error()) {
       warn(tree_.document.ErrorRow(),
@@ -250,6 +278,14 @@ class Reader {
     const auto [first, isNew] = groups_.emplace(*id, group.line);
     if (!isNew)
       warn(group.line, "group " + inQuotes(*id) + " stands in line " + std::to_string(first->second) + ", too");
+    checkIdentifier(*id, group.line);
+  }
+
+  void checkIdentifier(const std::string& id, int line) {
+    static const std::vector<std::string> known(FlashEngine_1_00::pluginClassIdTable.begin(),
+                                                FlashEngine_1_00::pluginClassIdTable.end());
+    if (std::find(known.begin(), known.end(), id) != known.end()) return;
+    warn(line, "the engine knows no plug-in with the class identifier " + inQuotes(id) + didYouMean(id, known));
   }
 
   void readFunction(const TiXmlElement& element) {
@@ -261,7 +297,8 @@ class Reader {
     }
     const std::string name = text;
     const int line = element.Row();
-    listing_.groups.back().functions.push_back({name, line});
+    listing_.groups.back().functions.push_back(functionOf(element, name));
+    checkAttributes(element, name);
     for (const TiXmlNode* rest = element.FirstChild()->NextSibling(); rest != nullptr; rest = rest->NextSibling()) {
       if (rest->ToText() != nullptr)
         warnNotRead(*rest, "text " + inQuotes(rest->ValueStr()), "of a Function only the first text is");
@@ -275,6 +312,32 @@ class Reader {
     if (!isFirst && alike->second.name != name) {
       warn(line, inQuotes(name) + " differs only in case from " + inQuotes(alike->second.name) + " in line " +
                      std::to_string(alike->second.line) + ": a call must have the very letters");
+    }
+  }
+
+  // Attributes are for the reader, but one that is misspelt means nothing to anybody.
+  void checkAttributes(const TiXmlElement& element, const std::string& name) {
+    static const std::vector<std::string> known{"since", "deprecated", "replacement"};
+    for (const TiXmlAttribute* each = element.FirstAttribute(); each != nullptr; each = each->Next()) {
+      const std::string attribute = each->Name();
+      const bool isKnown = std::find(known.begin(), known.end(), attribute) != known.end();
+      const std::string meant = isKnown ? "" : didYouMean(attribute, known);
+      if (!meant.empty())
+        warn(element.Row(), "attribute " + inQuotes(attribute) + " of " + inQuotes(name) + " says nothing" + meant);
+    }
+  }
+
+  void checkReplacements() {
+    const std::vector<std::string> names = listing_.names();
+    const std::set<std::string> documented(names.begin(), names.end());
+    for (const DatabaseGroup& group : listing_.groups) {
+      for (const DatabaseFunction& function : group.functions) {
+        if (function.replacement.empty()) continue;
+        const std::string what = inQuotes(function.replacement) + ", which replaces " + inQuotes(function.name);
+        if (documented.count(function.replacement) == 0) warn(function.line, what + ", is not documented");
+        if (!function.isDeprecated)
+          warn(function.line, inQuotes(function.name) + " has a replacement and is not deprecated");
+      }
     }
   }
 

@@ -9,6 +9,12 @@
 struct DatabaseFunction {
   std::string name;
   int line;
+
+  // From attributes, which the engine passes over.
+  std::string since = {};  // version of the platform that it came with; may be empty, as those below
+  bool isDeprecated = false;
+  std::string deprecatedSince = {};
+  std::string replacement = {};  // the method to call instead
 };
 
 struct DatabaseGroup {

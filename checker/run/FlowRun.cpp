@@ -92,11 +92,27 @@ std::string adviceOn(const flow::FoundCall& found) {
   return found.advice + (found.advice.empty() ? "" : "; ") + "no page loads this script";
 }
 
-void addCall(const flow::FoundCall& found, const ReportedFiles& files, const FlowOptions& options,
-             const std::set<std::string>& accepted, ApplicationReport& report) {
+// What the user wants of the calls that are found.
+struct Wishes {
+  const FlowOptions& options;
+  const std::set<std::string>& accepted;
+  const Deprecations& deprecations;
+};
+
+// The engine takes methods for documented ones that are documented, and deprecated, for other plug-ins only.
+void correctKind(const flow::FoundCall& found, const FlowOptions& options, Finding& finding) {
+  const bool isForOther = found.judgement == flow::Judgement::documentedForOther;
+  if (!options.isPerPlugin || !isForOther || finding.kind != Finding::Kind::deprecated) return;
+  finding.kind = Finding::Kind::otherPlugin;
+  if (finding.status == Finding::Status::noted) finding.status = statusFor(finding, options.isPerPlugin);
+}
+
+void addCall(const flow::FoundCall& found, const ReportedFiles& files, const Wishes& wishes,
+             ApplicationReport& report) {
   bool isKnown = false;
   for (Finding& finding : report.findings) {
     if (!isSame(finding, found, files)) continue;
+    correctKind(found, wishes.options, finding);
     isKnown = true;
     finding.confidence = std::max(finding.confidence, confidenceOf(found.confidence));
     if (finding.trace.empty()) finding.trace = traceOf(found.trace, files);
@@ -113,9 +129,10 @@ void addCall(const flow::FoundCall& found, const ReportedFiles& files, const Flo
   finding.kind = isForOther ? Finding::Kind::otherPlugin : Finding::Kind::undocumented;
   finding.trace = traceOf(found.trace, files);
   finding.advice = adviceOn(found);
-  finding.status =
-      accepted.count(found.method) != 0 ? Finding::Status::accepted : statusFor(finding, options.isPerPlugin);
-  if (finding.confidence == Finding::Confidence::possible && !options.isPossible) return;
+  finding.status = statusFor(finding, wishes.options.isPerPlugin);
+  if (found.judgement == flow::Judgement::documented) wishes.deprecations.judge(finding);
+  if (wishes.accepted.count(found.method) != 0) finding.status = Finding::Status::accepted;
+  if (finding.confidence == Finding::Confidence::possible && !wishes.options.isPossible) return;
   report.findings.push_back(std::move(finding));
 }
 
@@ -132,11 +149,13 @@ void addJudged(const flow::Result& result, ApplicationReport& report) {
   report.judgedPlugins = std::max<std::uint64_t>(report.judgedPlugins, plugins.size());
 }
 
-void addResult(const flow::Result& result, const ReportedFiles& files, const FlowOptions& options,
-               const std::set<std::string>& accepted, ApplicationReport& report) {
+void addResult(const flow::Result& result, const ReportedFiles& files, const Wishes& wishes,
+               ApplicationReport& report) {
   report.rules.emplace_back("flow");
-  for (const flow::FoundCall& call : result.calls)
-    if (call.judgement != flow::Judgement::documented) addCall(call, files, options, accepted, report);
+  for (const flow::FoundCall& call : result.calls) {
+    const bool isDocumented = call.judgement == flow::Judgement::documented;
+    if (!isDocumented || wishes.deprecations.has(call.plugin, call.method)) addCall(call, files, wishes, report);
+  }
   addJudged(result, report);
   for (const flow::Open& open : result.open) {
     Undetermined undetermined;
@@ -170,7 +189,7 @@ void FlowRun::takeFiles(const FlashEngine_1_00::APIAnalysis& engine) {
 }
 
 void FlowRun::run(const FlowOptions& options, const std::string& database, const std::set<std::string>& accepted,
-                  const PathNames& names, ApplicationReport& report) {
+                  const Deprecations& deprecations, const PathNames& names, ApplicationReport& report) {
   std::vector<ApplicationFile> taken = files_.release([&](const std::string& path) { return names.shown(path); });
   std::vector<flow::File> files;
   files.reserve(taken.size());
@@ -180,7 +199,7 @@ void FlowRun::run(const FlowOptions& options, const std::string& database, const
   ReportedFiles reported;
   for (std::size_t i = 0; i < files.size(); ++i)
     reported.add(files[i].path, taken[i].shown, files[i].bytes);
-  addResult(result, reported, options, accepted, report);
+  addResult(result, reported, {options, accepted, deprecations}, report);
   for (const std::string& path : files_.tooLarge())
     report.notChecked.push_back({names.shown(path), "flow analysis: the file is too large"});
 }
@@ -195,8 +214,8 @@ bool FlowRun::reads(const std::string&) {
 
 void FlowRun::takeFiles(const FlashEngine_1_00::APIAnalysis&) {}
 
-void FlowRun::run(const FlowOptions&, const std::string&, const std::set<std::string>&, const PathNames&,
-                  ApplicationReport& report) {
+void FlowRun::run(const FlowOptions&, const std::string&, const std::set<std::string>&, const Deprecations&,
+                  const PathNames&, ApplicationReport& report) {
   report.notChecked.push_back({report.application, "this program was built without flow analysis"});
 }
 

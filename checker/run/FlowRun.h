@@ -6,6 +6,7 @@
 #include "APICheckEngine/Facade.h"
 #include "checker/report/Report.h"
 #include "checker/run/ApplicationFiles.h"
+#include "checker/run/Deprecations.h"
 #include "checker/run/PathNames.h"
 
 struct FlowOptions {
@@ -29,7 +30,7 @@ class FlowRun {
   // `names` gives the user's names for the engine's paths. Findings of the engine that the analysis made, too, become
   // certain and get their trace; others are new. What was not read stands among what was not checked.
   void run(const FlowOptions& options, const std::string& database, const std::set<std::string>& accepted,
-           const PathNames& names, ApplicationReport& report);
+           const Deprecations& deprecations, const PathNames& names, ApplicationReport& report);
 
  private:
   ApplicationFiles files_;

@@ -46,8 +46,10 @@ class CallCollector {
     bool isListed = false;
   };
 
-  // `keepsDocumented`: also calls of documented methods, which take no room from others.
-  explicit CallCollector(bool keepsDocumented) : keepsDocumented_(keepsDocumented) {}
+  // Also keeps calls of documented methods, which take no room from others: of all, if that is asked for, else of
+  // deprecated ones.
+  explicit CallCollector(const InspectionOptions& options)
+      : keepsDocumented_(options.documented), deprecations_(options.deprecations) {}
 
   void record(const FoundCall& found) {
     count(found);
@@ -74,7 +76,7 @@ class CallCollector {
   }
 
   void recordDocumented(const FoundCall& found) {
-    if (!keepsDocumented_) return;
+    if (!keepsDocumented_ && !deprecations_.has(found.classId, found.method)) return;
     const auto [known, isNew] =
         known_.try_emplace({found.path, found.call.data(), found.classId, found.method, found.verdict}, nullptr);
     Entry*& entry = known->second;
@@ -191,6 +193,7 @@ class CallCollector {
   std::vector<std::pair<std::string_view, Call*>> unplaced_;  // calls in web sources, with the code that was found
   std::map<Identity, Entry*> known_;
   bool keepsDocumented_;
+  const Deprecations& deprecations_;
   Room device_;
   Room listed_;
   Room documented_;
@@ -323,6 +326,16 @@ void addDocumented(const CallCollector& calls, ApplicationReport& report) {
   }
 }
 
+void addDeprecated(const CallCollector& calls, const InspectionOptions& options, ApplicationReport& report) {
+  for (const CallCollector::Entry& entry : calls.entries()) {
+    if (entry.verdict != FoundCall::Verdict::documented) continue;
+    Finding finding{entry.call, Finding::Status::noted, false, {}, {}};
+    options.deprecations.judge(finding);
+    if (options.accepted.count(entry.call.method) > 0) finding.status = Finding::Status::accepted;
+    report.findings.push_back(std::move(finding));
+  }
+}
+
 void addObjects(const Outcome& run, ApplicationReport& report) {
   using FlashEngine_1_00::detail::Key;
   using FlashEngine_1_00::detail::splitKey;
@@ -358,11 +371,15 @@ void addRun(Outcome& run, const CallCollector& calls, const InspectionOptions& o
   report.hasCallsWithoutPlugin = hasCallsWithoutPlugin(*run.engine);
   if (report.failure.empty()) addBehindStops(calls, options.all, report);
   if (options.flow.isOn || options.trial.isOn) report.behindStops = 0;  // these list calls wherever they stand
-  addDocumented(calls, report);
+  if (options.documented) {
+    addDocumented(calls, report);
+  } else {
+    addDeprecated(calls, options, report);
+  }
 }
 
 void inspect(const InspectionOptions& options, ApplicationReport& report) {
-  CallCollector calls(options.documented);
+  CallCollector calls(options);
   EngineRunOptions runOptions{options.database, options.accepted, true, options.unpacked};
   runOptions.callFound = [&](const FoundCall& call) { calls.record(call); };
   FlowRun flow(report.application);
@@ -381,14 +398,14 @@ void inspect(const InspectionOptions& options, ApplicationReport& report) {
   calls.name(run.names);
   addRun(run, calls, options, report);
   if (options.flow.isOn && report.failure.empty())
-    flow.run(options.flow, options.database, options.accepted, run.names, report);
+    flow.run(options.flow, options.database, options.accepted, options.deprecations, run.names, report);
   if (calls.isCut(options.all)) {
     report.notChecked.push_back(
         {report.application, "only the first " + std::to_string(kMaxCalls) + " calls are listed"});
   }
   if (options.trial.isOn && report.failure.empty()) {
     const auto shown = [&](const std::string& path) { return run.names.shown(path); };
-    trialRun.run(options.trial, options.accepted, shown, report);
+    trialRun.run(options.trial, options.accepted, options.deprecations, shown, report);
   }
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "checker/report/Report.h"
+#include "checker/run/Deprecations.h"
 #include "checker/run/FlowRun.h"
 #include "checker/run/TrialRun.h"
 
@@ -16,7 +17,8 @@ struct InspectionOptions {
   bool digest = false;                  // take the SHA-256 of the application
   TrialOptions trial = {};              // its pages in a browser besides
   FlowOptions flow = {};                // following its plug-in objects through script
-  bool documented = false;              // list calls of documented methods, too
+  bool documented = false;              // list calls of documented methods, too; none of them is a finding then
+  Deprecations deprecations = {};
 };
 
 // Checks one application in this process; one at a time. What keeps it from being checked stands in the report.

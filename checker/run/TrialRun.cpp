@@ -109,7 +109,7 @@ std::vector<std::string> startPages(const std::vector<trial::File>& files) {
 }
 
 void addTrial(const trial::Result& result, const ReportedFiles& files, const std::set<std::string>& accepted,
-              ApplicationReport& report) {
+              const Deprecations& deprecations, ApplicationReport& report) {
   if (!result.failure.empty()) {
     report.notChecked.push_back({report.application, "no trial run: " + result.failure});
     return;
@@ -127,9 +127,10 @@ void addTrial(const trial::Result& result, const ReportedFiles& files, const std
     if (isKnown) continue;
     Finding finding;
     finding.call = call;
-    finding.status = accepted.count(call.method) == 1 ? Finding::Status::accepted : Finding::Status::reported;
     finding.isOnDevice = false;
     confirm(finding, seen, files);
+    deprecations.judge(finding);
+    if (accepted.count(call.method) == 1) finding.status = Finding::Status::accepted;
     report.findings.push_back(std::move(finding));
   }
   for (const trial::Call& seen : result.undetermined)
@@ -151,7 +152,22 @@ void TrialRun::takeFiles(const FlashEngine_1_00::APIAnalysis& engine) {
     documented_.insert(*method);
 }
 
-void TrialRun::run(const TrialOptions& options, const std::set<std::string>& accepted,
+// The browser tells methods apart by name only, and is to tell of deprecated ones, too.
+std::set<std::string> TrialRun::currentMethods(const Deprecations& deprecations) const {
+  std::set<std::string> current = documented_;
+  for (const std::string& method : deprecations.methods())
+    current.erase(method);
+  return current;
+}
+
+void TrialRun::dropDocumented(const Deprecations& deprecations, trial::Result& result) const {
+  const auto isDocumented = [&](const trial::Call& call) {
+    return documented_.count(call.method) > 0 && !deprecations.has(call.plugin, call.method);
+  };
+  result.calls.erase(std::remove_if(result.calls.begin(), result.calls.end(), isDocumented), result.calls.end());
+}
+
+void TrialRun::run(const TrialOptions& options, const std::set<std::string>& accepted, const Deprecations& deprecations,
                    const std::function<std::string(const std::string&)>& shown, ApplicationReport& report) {
   std::vector<ApplicationFile> taken = files_.release(shown);
   trial::Input input;
@@ -163,13 +179,14 @@ void TrialRun::run(const TrialOptions& options, const std::set<std::string>& acc
   for (const char* classId : FlashEngine_1_00::pluginClassIdTable)
     input.classIds.emplace_back(classId);
   input.extension = FlashEngine_1_00::kExtensionPlugin;
-  input.documented = documented_;
+  input.documented = currentMethods(deprecations);
   const PrivateDirectory directory;
-  const trial::Result result = trial::run(input, {options.browser, directory.path(), options.seconds, options.memory});
+  trial::Result result = trial::run(input, {options.browser, directory.path(), options.seconds, options.memory});
+  dropDocumented(deprecations, result);
   ReportedFiles files;
   for (std::size_t i = 0; i < taken.size(); ++i)
     files.add(taken[i].path, taken[i].shown, input.files[i].bytes);
-  addTrial(result, files, accepted, report);
+  addTrial(result, files, accepted, deprecations, report);
   for (const std::string& path : files_.tooLarge())
     report.notChecked.push_back({shown(path), "trial incomplete: it is too large to be loaded"});
 }

@@ -8,6 +8,7 @@
 #include "checker/report/Excerpts.h"
 #include "checker/report/Report.h"
 #include "checker/run/ApplicationFiles.h"
+#include "checker/run/Deprecations.h"
 #include "trial/Trial.h"
 
 struct TrialOptions {
@@ -31,17 +32,20 @@ class TrialRun {
 
   // Runs the pages. `shown` gives the user's name for a path of the engine. Findings of the engine that were seen to be
   // called are confirmed; others are new; what could not be run stands among what was not checked.
-  void run(const TrialOptions& options, const std::set<std::string>& accepted,
+  void run(const TrialOptions& options, const std::set<std::string>& accepted, const Deprecations& deprecations,
            const std::function<std::string(const std::string&)>& shown, ApplicationReport& report);
 
  private:
+  std::set<std::string> currentMethods(const Deprecations& deprecations) const;
+  void dropDocumented(const Deprecations& deprecations, trial::Result& result) const;
+
   ApplicationFiles files_;
   std::set<std::string> documented_;
 };
 
 // Adds to `report` what a trial has found in `files`. Without a trial of its own this can be tested.
 void addTrial(const trial::Result& result, const ReportedFiles& files, const std::set<std::string>& accepted,
-              ApplicationReport& report);
+              const Deprecations& deprecations, ApplicationReport& report);
 
 // The pages that an application begins with: those that its config.xml names, then each index.html, outer folders
 // first; else its first page.

@@ -74,8 +74,20 @@ TEST_F(DatabaseCommand, WarnsOfWhatTheEngineDoesNotRead) {
        {"1: text 'text' is" + notRead + "it stands between the elements",
         "3: 'B' is" + notRead + "its Function stands outside a group"}},
       {"<APIAnalysisDB><Function>" + a + "</Function></APIAnalysisDB>", {}},  // a group may have any name
-      {"<APIAnalysisDB><g classid='P'>" + a + "</g>\n<g classid='P'/></APIAnalysisDB>",
-       {"3: group 'P' documents no function", "3: group 'P' stands in line 1, too"}},
+      {"<APIAnalysisDB><g classid='MORVANE-NAVERTIX-TUNER'>" + a +
+           "</g>\n<g classid='MORVANE-NAVERTIX-TUNER'/></APIAnalysisDB>",
+       {"3: group 'MORVANE-NAVERTIX-TUNER' documents no function",
+        "3: group 'MORVANE-NAVERTIX-TUNER' stands in line 1, too"}},
+      {"<APIAnalysisDB><g classid='MORVANE-NAVERTIX-TUNR'>" + a + "</g>\n<g classid='P'>" + a + "</g></APIAnalysisDB>",
+       {"1: the engine knows no plug-in with the class identifier 'MORVANE-NAVERTIX-TUNR'; did you mean "
+        "'MORVANE-NAVERTIX-TUNER'?",
+        "3: the engine knows no plug-in with the class identifier 'P'"}},
+      {inGroup("<Function depricated='1'>A</Function><Function note='x' since='1'>B</Function>\n"
+               "<Function deprecated='' replacement='B'>C</Function>\n"
+               "<Function deprecated='NO' replacement='D'>D</Function>\n"
+               "<Function deprecated='2.0' replacement='b'>E</Function>"),
+       {"3: attribute 'depricated' of 'A' says nothing; did you mean 'deprecated'?",
+        "5: 'D' has a replacement and is not deprecated", "6: 'b', which replaces 'E', is not documented"}},
       {inGroup(a + "<h><i><Function>B</Function></i>\n<Function/></h>loose"),
        {"4: element 'h' is" + notRead + "only 'Function' elements are",
         "4: 'B' is" + notRead + "its Function stands too deep",
@@ -184,12 +196,18 @@ TEST_F(DatabaseCommand, PrintsListingAndDifferences) {
   const std::string newer = write("new.xml",
                                   "<APIAnalysisDB><g><Function>B</Function></g><h><Function>C</Function>\n"
                                   "<Function>B</Function><Function> \x1B </Function></h></APIAnalysisDB>");
+  const std::string marked =
+      write("marked.xml", inGroup("<Function since='1.0' deprecated=' 2.0 ' replacement='B'>A</Function>"
+                                  "<Function deprecated='True'>B</Function>"));
   const std::string command = CHECKER " database ";
   struct Row {
     std::string arguments;
     int status;
     std::string text;
   } rows[] = {
+      {"--database " + marked, 0,
+       "g\n  A  (since 1.0, deprecated since 2.0: call 'B')\n  B  (deprecated)\n"
+       "groups: 1, functions: 2, different names: 2; each is documented for all plug-ins\ndeprecated: 2\n"},
       {"--database " + older, 0,
        "g\n  A\n  B\ngroups: 1, functions: 2, different names: 2; each is documented for all plug-ins\n"},
       {"--database " + newer + " 2>&1 >/dev/null", 1,
@@ -212,6 +230,14 @@ TEST_F(DatabaseCommand, PrintsListingAndDifferences) {
   EXPECT_EQ(listing["groups"][1]["functions"][1], (nlohmann::json{{"name", "B"}, {"line", 2}}));
   EXPECT_EQ(listing["names"], (Texts{"\x1B", "B", "C"}));
   EXPECT_EQ(listing["warnings"].size(), 1U);
+  EXPECT_EQ(
+      nlohmann::json::parse(runCommand(command + "--json --database " + marked).text)["groups"][0]["functions"][0],
+      (nlohmann::json{{"name", "A"},
+                      {"line", 3},
+                      {"since", "1.0"},
+                      {"deprecated", true},
+                      {"deprecatedSince", "2.0"},
+                      {"replacement", "B"}}));
   const auto difference = nlohmann::json::parse(runCommand(command + "diff --json " + older + " " + newer).text);
   EXPECT_EQ(difference["undocumented"], Texts{"A"});
   EXPECT_EQ(difference["groups"][1]["documented"], (Texts{"\x1B", "B", "C"}));

@@ -40,7 +40,7 @@ TEST(TrialRun, ConfirmsAndAdds) {
   result.undetermined = {seen("…", 4, 6)};
   result.incomplete = {{"www/a.js", "its time was up"}, {"", "more"}};
   result.coverage = {{"www/a.js", 2, 1, 20, 10}};
-  addTrial(result, files(), {}, report);
+  addTrial(result, files(), {}, {}, report);
   ASSERT_EQ(report.findings.size(), 2U);
   const Finding& old = report.findings[0];
   EXPECT_EQ(old.confidence, Finding::Confidence::confirmed);
@@ -69,11 +69,11 @@ TEST(TrialRun, ConfirmsAndAdds) {
 TEST(TrialRun, OnlyAdds) {
   ApplicationReport report = withEngineFinding();
   trial::Result result;
-  addTrial(result, files(), {}, report);
+  addTrial(result, files(), {}, {}, report);
   EXPECT_EQ(report.findings.size(), 1U);
   EXPECT_EQ(report.findings[0].confidence, Finding::Confidence::likely);
   result.failure = "no browser";
-  addTrial(result, files(), {}, report);
+  addTrial(result, files(), {}, {}, report);
   EXPECT_EQ(report.findings.size(), 1U);
   ASSERT_EQ(report.notChecked.size(), 1U);
   EXPECT_EQ(report.notChecked[0].reason, "no trial run: no browser");
@@ -83,7 +83,7 @@ TEST(TrialRun, AcceptedMethodsStayAccepted) {
   ApplicationReport report;
   trial::Result result;
   result.calls = {seen("New", 4, 6), seen("Far", 400, 600)};
-  addTrial(result, files(), {"New"}, report);
+  addTrial(result, files(), {"New"}, {}, report);
   ASSERT_EQ(report.findings.size(), 2U);
   EXPECT_EQ(report.findings[0].status, Finding::Status::accepted);
   EXPECT_EQ(report.findings[1].status, Finding::Status::reported);
