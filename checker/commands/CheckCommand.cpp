@@ -219,6 +219,8 @@ int checkCommand(const Options& given) {
     options.all = true;  // a store has all calls
     if (options.flow || options.trial)
       throw UserError("a store keeps what the engine finds; --store does not go with --flow or --trial");
+    if (!options.excludes.empty())
+      throw UserError("a store keeps what is in an application as a whole; --store does not go with --exclude");
   }
   requireSoundDatabase(options);
   const Applications applications = applicationsOf(options);
@@ -228,6 +230,7 @@ int checkCommand(const Options& given) {
   const FlowOptions flow{options.flow, options.possible, options.perPlugin};
   InspectionOptions inspection{options.database,        seesAll(options, accepted),    options.log, accepted.names,
                                options.bounds.unpacked, Outputs::hasEvidence(options), trial,       flow};
+  inspection.exclusions = Exclusions(options.excludes, options.excludeInPackages);
   inspection.deprecations = Deprecations(listDatabase(options.database), options.denyDeprecated);
   WorkerBounds bounds = options.bounds;
   bounds.besides = trialSeconds(trial);

@@ -50,6 +50,8 @@ class GitHubWriter : public ReportWriter {
     }
     if (const std::string rest = restOfNotChecked(report); !rest.empty())
       out_ << "::warning title=Not checked::not checked: " << rest << '\n';
+    if (const std::string excluded = lineOnExcluded(report); !excluded.empty())
+      out_ << "::notice title=Excluded::" << message(excluded) << '\n';
     const std::string verdict = report.application + ": " + verdictOn(report);
     if (report.verdict == Verdict::notChecked) {
       out_ << "::error file=" << fileName(report.application) << ",title=Could not check::" << message(verdict) << '\n';

@@ -24,6 +24,7 @@ constexpr Severities kUndocumented{"undocumented-api", "major"};
 constexpr Severities kDeprecated{"deprecated-api", "major"};
 constexpr Severities kAccepted{"accepted-api", "info"};
 constexpr Severities kNotChecked{"not-checked", "minor"};
+constexpr Severities kExcluded{"excluded", "info"};
 constexpr Severities kFailed{"could-not-check", "critical"};
 
 class GitLabWriter : public ReportWriter {
@@ -43,6 +44,8 @@ class GitLabWriter : public ReportWriter {
     }
     for (const NotChecked& item : report.notChecked)
       write(kNotChecked, lineOn(item), item.part, 0, lineOn(item));
+    for (const Excluded& item : report.excluded)
+      write(kExcluded, "excluded: " + counted(item.files, "file", "files"), item.path, 0, "excluded: " + item.path);
     if (report.verdict == Verdict::notChecked)
       write(kFailed, verdictOn(report), report.application, 0, report.application + ": " + verdictOn(report));
   }

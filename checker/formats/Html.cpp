@@ -135,6 +135,8 @@ Json factsOf(const ApplicationReport& report) {
     if (!value.empty()) facts.push_back({name, printable(value)});
   };
   add("SHA-256", report.sha256);
+  for (const Excluded& item : report.excluded)
+    add("Excluded", inside(item.path, report.application) + ": " + counted(item.files, "file", "files"));
   std::string rules;
   for (const std::string& rule : report.rules)
     rules += (rules.empty() ? "" : ", ") + rule;

@@ -104,6 +104,7 @@ class JUnitWriter : public ReportWriter {
       lines.other += lineOn(item.call, messageOf(item), remarksOn(item));
     for (const NotChecked& item : report.notChecked)
       (report.verdict == Verdict::findings ? lines.other : lines.failing) += xmlText(::lineOn(item)) + '\n';
+    if (const std::string excluded = lineOnExcluded(report); !excluded.empty()) lines.other += xmlText(excluded) + '\n';
     return lines;
   }
 

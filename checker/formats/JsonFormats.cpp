@@ -46,6 +46,7 @@ Json summaryOf(const Totals& totals, bool wasInterrupted) {
           {"findings", findings},
           {"undetermined", totals.undetermined},
           {"notChecked", totals.notChecked},
+          {"excluded", totals.excluded},
           {"seconds", totals.seconds},
           {"interrupted", wasInterrupted}};
 }

@@ -25,6 +25,7 @@ constexpr int kIndent = 8;
 constexpr const char* kNotCheckedNotice = "TARVO2";
 constexpr const char* kFailedNotice = "TARVO3";
 constexpr const char* kInterruptedNotice = "TARVO4";
+constexpr const char* kExcludedNotice = "TARVO6";
 
 Json contentOf(const std::string& text) {
   return {{"text", text}};
@@ -81,6 +82,7 @@ Json driver() {
   json["notifications"] = Json::array({
       notice(kNotCheckedNotice, "NotChecked", "A part of an application was not looked at."),
       notice(kFailedNotice, "CouldNotCheck", "An application could not be checked."),
+      notice(kExcludedNotice, "Excluded", "The user did not want a file or folder of an application to be looked at."),
       notice(kInterruptedNotice, "Interrupted", "The run ended before all applications were checked."),
   });
   return json;
@@ -148,6 +150,10 @@ class SarifWriter : public ReportWriter {
     for (const NotChecked& item : report.notChecked) {
       notify(kNotCheckedNotice, "warning", "not checked: " + item.part + ": " + item.reason,
              artifacts_.locationOf(item.part, report.application));
+    }
+    for (const Excluded& item : report.excluded) {
+      notify(kExcludedNotice, "note", "excluded: " + item.path + ": " + counted(item.files, "file", "files"),
+             artifacts_.locationOf(item.path, report.application));
     }
     if (report.verdict == Verdict::notChecked) {
       isSuccess_ = false;

@@ -33,6 +33,8 @@ class TextWriter : public ReportWriter {
       if (options_.trace) writeTrace(item.trace);
     }
     writeNotChecked(report);
+    if (const std::string excluded = lineOnExcluded(report); !excluded.empty())
+      out_ << painted(excluded, kYellow) << '\n';
     if (const std::string share = trialShareOf(report); !options_.engineLines && !share.empty())
       out_ << painted("trial: ", kFaint) << printable(report.application + ": " + share) << '\n';
     out_ << painted(report.application + ": ", kBold)

@@ -84,6 +84,35 @@ std::string basisOf(const ApplicationReport& report) {
   return text;
 }
 
+// The verdict without what was excluded.
+std::string judgementOn(const ApplicationReport& report) {
+  const std::string excused =
+      notCounted(countOf(report, Finding::Status::accepted), countOf(report, Finding::Status::known),
+                 countOf(report, Finding::Status::noted));
+  switch (report.verdict) {
+    case Verdict::clean:
+      return basisOf(report);
+    case Verdict::incomplete:
+      return "incomplete, " + counted(report.notChecked.size(), "part was", "parts were") + " not checked" + excused;
+    case Verdict::findings:
+      return usesOf(countOf(report, Finding::Status::reported) - countDeprecated(report, Finding::Status::reported),
+                    countDeprecated(report, Finding::Status::reported)) +
+             excused +
+             (report.behindStops > 0
+                  ? "; " + std::to_string(report.behindStops) + " more where the device stops: --all lists them"
+                  : "");
+    default:
+      return "could not check: " + report.failure + excused;
+  }
+}
+
+std::uint64_t excludedFiles(const ApplicationReport& report) {
+  std::uint64_t count = 0;
+  for (const Excluded& item : report.excluded)
+    count += item.files;
+  return count;
+}
+
 }  // namespace
 
 std::string counted(std::uint64_t count, const char* one, const char* several) {
@@ -201,25 +230,24 @@ std::string trialShareOf(const ApplicationReport& report) {
          std::to_string(static_cast<int>(100.0 * static_cast<double>(run) / static_cast<double>(functions))) + " %)";
 }
 
-std::string verdictOn(const ApplicationReport& report) {
-  const std::string excused =
-      notCounted(countOf(report, Finding::Status::accepted), countOf(report, Finding::Status::known),
-                 countOf(report, Finding::Status::noted));
-  switch (report.verdict) {
-    case Verdict::clean:
-      return basisOf(report);
-    case Verdict::incomplete:
-      return "incomplete, " + counted(report.notChecked.size(), "part was", "parts were") + " not checked" + excused;
-    case Verdict::findings:
-      return usesOf(countOf(report, Finding::Status::reported) - countDeprecated(report, Finding::Status::reported),
-                    countDeprecated(report, Finding::Status::reported)) +
-             excused +
-             (report.behindStops > 0
-                  ? "; " + std::to_string(report.behindStops) + " more where the device stops: --all lists them"
-                  : "");
-    default:
-      return "could not check: " + report.failure + excused;
+std::string lineOnExcluded(const ApplicationReport& report) {
+  constexpr std::size_t kMaxNamed = 10;
+  if (report.excluded.empty()) return "";
+  std::string text = "excluded: " + counted(excludedFiles(report), "file", "files") + ":";
+  for (std::size_t i = 0; i < std::min(report.excluded.size(), kMaxNamed); ++i) {
+    const Excluded& item = report.excluded[i];
+    text += (i == 0 ? " " : ", ") + item.path;
+    if (item.files > 1) text += " (" + std::to_string(item.files) + ")";
   }
+  if (report.excluded.size() > kMaxNamed)
+    text += " and " + counted(report.excluded.size() - kMaxNamed, "other file or folder", "other files or folders");
+  return text;
+}
+
+std::string verdictOn(const ApplicationReport& report) {
+  const std::uint64_t excluded = excludedFiles(report);
+  if (excluded == 0) return judgementOn(report);
+  return judgementOn(report) + "; " + counted(excluded, "file was", "files were") + " excluded";
 }
 
 void Totals::add(const ApplicationReport& report) {
@@ -230,6 +258,7 @@ void Totals::add(const ApplicationReport& report) {
   deprecated += countDeprecated(report, Finding::Status::reported);
   undetermined += report.undetermined.size();
   notChecked += report.notChecked.size();
+  excluded += excludedFiles(report);
   seconds += report.seconds;
 }
 

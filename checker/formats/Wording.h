@@ -34,6 +34,9 @@ std::string remarksOn(const Undetermined& item);
 // "not checked: app.wgt!/a.swf: it is cut"
 std::string lineOn(const NotChecked& item);
 
+// "excluded: 12 files: www/node_modules (11), www/a.js"; empty if nothing is. Of many folders the first ones are named.
+std::string lineOnExcluded(const ApplicationReport& report);
+
 // A sentence that explains a term among the remarks: how a call was found, how sure a finding is, why the device's host
 // does not get it.
 std::vector<std::string> explanationsOf(const Finding& finding);
@@ -59,6 +62,7 @@ struct Totals {
   std::size_t deprecated = 0;    // of those that are reported, calls of deprecated methods
   std::size_t undetermined = 0;
   std::size_t notChecked = 0;
+  std::uint64_t excluded = 0;  // files
   double seconds = 0;
 
   void add(const ApplicationReport& report);

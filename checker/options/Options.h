@@ -18,6 +18,8 @@ struct Options {
   std::vector<std::string> lists;         // files that name applications
   bool asOne = false;
   bool all = false;
+  std::vector<std::string> excludes;  // globs
+  bool excludeInPackages = false;
   bool allowIncomplete = false;
   bool denyDeprecated = false;
   std::string baseline;

@@ -67,11 +67,11 @@ bool PathGlob::matchesAt(const Parts& path, std::size_t first) const {
   return true;
 }
 
-bool PathGlob::matches(const Parts& path) const {
-  if (path.size() < parts_.size()) return false;
+std::size_t PathGlob::partsMeant(const Parts& path) const {
+  if (path.size() < parts_.size()) return 0;
   const std::size_t last = isAnywhere_ ? path.size() - parts_.size() : 0;
   for (std::size_t first = 0; first <= last; ++first) {
-    if (matchesAt(path, first)) return true;
+    if (matchesAt(path, first)) return first + parts_.size();
   }
-  return false;
+  return 0;
 }

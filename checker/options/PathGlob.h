@@ -19,7 +19,10 @@ class PathGlob {
   explicit PathGlob(const std::string& glob);
 
   // Whether it means the path with these parts, or a folder that this path is in.
-  bool matches(const Parts& path) const;
+  bool matches(const Parts& path) const { return partsMeant(path) > 0; }
+
+  // How many of the first parts make the path, or the outermost folder, that it means; 0 if it means none.
+  std::size_t partsMeant(const Parts& path) const;
 
  private:
   struct Part {

@@ -18,6 +18,12 @@ struct NotChecked {
   std::string reason;
 };
 
+// A file that the user excluded from the check, or a folder with so many files.
+struct Excluded {
+  std::string path;
+  std::uint64_t files = 1;
+};
+
 struct LogLine {
   std::string function;
   std::string text;
@@ -154,6 +160,7 @@ struct ApplicationReport {
   std::vector<Finding> findings;           // by path, line and column
   std::vector<Undetermined> undetermined;  // if all calls were asked for, or other rules than the engine's ran
   std::vector<NotChecked> notChecked;
+  std::vector<Excluded> excluded;  // what the user did not want to be looked at
   std::vector<PluginElement> elements;
   std::vector<Binding> bindings;
   std::vector<LogLine> log;   // if it was asked for

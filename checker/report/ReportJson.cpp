@@ -170,6 +170,14 @@ void read(const Json& json, NotChecked& item) {
   item = {json.at("part"), json.at("reason")};
 }
 
+Json jsonOf(const Excluded& item) {
+  return {{"path", item.path}, {"files", item.files}};
+}
+
+void read(const Json& json, Excluded& item) {
+  item = {json.at("path"), json.at("files")};
+}
+
 Json jsonOf(const PluginElement& element) {
   return {{"plugin", element.plugin}, {"id", element.id}, {"path", element.path}};
 }
@@ -279,6 +287,7 @@ Json toJson(const ApplicationReport& report) {
                {"sources", report.sources},
                {"flashFiles", report.flashFiles},
                {"seconds", report.seconds}});
+  addList(json, "excluded", report.excluded);
   addList(json, "rules", report.rules);
   json.update({{"judgedCalls", report.judgedCalls}, {"judgedPlugins", report.judgedPlugins}});
   if (report.behindStops > 0) json["behindStops"] = report.behindStops;
@@ -310,6 +319,7 @@ ApplicationReport reportFrom(const Json& json) {
   report.sources = json.at("sources");
   report.flashFiles = json.at("flashFiles");
   report.seconds = json.at("seconds");
+  readList(json, "excluded", report.excluded);
   readList(json, "rules", report.rules);
   report.judgedCalls = json.value("judgedCalls", std::uint64_t{0});
   report.judgedPlugins = json.value("judgedPlugins", std::uint64_t{0});

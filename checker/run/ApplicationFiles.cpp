@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <set>
+#include <string_view>
 
 namespace fs = std::filesystem;
 
@@ -54,8 +55,24 @@ void ApplicationFiles::takeOwn() {
     return;
   }
   for (auto at = fs::recursive_directory_iterator(application_, error); !error && at != fs::end(at);
-       at.increment(error))
-    takeRegular(at->path());
+       at.increment(error)) {
+    const std::string path = at->path().string();
+    if (exclusions_.excludedPart(std::string_view(path).substr(application_.size())).empty()) {
+      takeRegular(at->path());
+    } else {
+      at.disable_recursion_pending();
+    }
+  }
+}
+
+bool ApplicationFiles::isExcluded(const std::string& path, const std::string& link) const {
+  const std::size_t package = path.rfind("!/");
+  std::error_code error;
+  const bool isInPackage = package != std::string::npos || !fs::is_directory(application_, error);
+  if (isInPackage && !exclusions_.isInPackages()) return false;
+  const fs::path file = package == std::string::npos ? path : path.substr(package + 2);
+  const fs::path target = (fs::path("/") / file.parent_path() / link.substr(0, link.find_first_of("?#")));
+  return !exclusions_.excludedPart(target.lexically_normal().string()).empty();
 }
 
 // Without the application's own path: what counts in it is a path from its root.

@@ -82,6 +82,9 @@ class Run : public FlashEngine_1_00::Observer {
         place_(options.keeps),
         paths_{fs::absolute(options.database).string(), kRoot, std::string(kRoot) + "/AnalysisResult", &place_},
         names_(kRoot) {
+    if (options.exclusions.isInPackages()) {
+      place_.hide([this](const std::string& path, const std::string& directory) { return hides(path, directory); });
+    }
     accepted = options.accepted;
     all = options.all;
   }
@@ -104,6 +107,8 @@ class Run : public FlashEngine_1_00::Observer {
  private:
   void addInput(const std::string& path, const std::string& shownAs);
   void addFile(const fs::directory_entry& entry, std::vector<std::string>& files);
+  bool excludes(const fs::directory_entry& entry, const std::string& application);
+  bool hides(const std::string& path, const std::string& directory);
   std::vector<NotChecked> takeGaps();
   std::string failureOf(RunResult code, const Outcome& outcome) const;
   bool isUsersBoundPassed(Gap gap) const;
@@ -127,6 +132,7 @@ class Run : public FlashEngine_1_00::Observer {
   Met behindStop_;
   std::map<std::string, std::vector<std::string>> unlisted_;  // reasons, by the engine's path
   std::vector<std::string> files_;                            // of the application, before they are removed
+  ExcludedFiles excluded_;
   bool isBehindStop_ = false;
 };
 
@@ -154,8 +160,13 @@ void Run::addInputs(const std::string& application) {
   if (!fs::is_directory(status)) throw std::runtime_error("neither a file nor a directory");
   std::vector<std::string> files;
   fs::recursive_directory_iterator entry(application, error);
-  for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error))
-    addFile(*entry, files);
+  for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
+    if (excludes(*entry, application)) {
+      entry.disable_recursion_pending();
+    } else {
+      addFile(*entry, files);
+    }
+  }
   if (error) throw std::runtime_error("cannot be read whole: " + error.message());
   std::sort(files.begin(), files.end());
   for (const std::string& file : files)
@@ -175,6 +186,25 @@ void Run::addFile(const fs::directory_entry& entry, std::vector<std::string>& fi
   } else if (!fs::is_directory(status) && isNamedAsSource(path)) {
     met_.gaps.add(path, "neither a file nor a directory");
   }
+}
+
+// Whether a file or folder of the user's is excluded, which is then counted.
+bool Run::excludes(const fs::directory_entry& entry, const std::string& application) {
+  const std::string path = entry.path().string();
+  if (options_.exclusions.excludedPart(std::string_view(path).substr(application.size())).empty()) return false;
+  std::error_code error;
+  excluded_.add(path, fs::is_directory(entry.symlink_status(error)) ? filesBelow(path) : 1);
+  return true;
+}
+
+// The same for a file of the package that expands into `directory`.
+bool Run::hides(const std::string& path, const std::string& directory) {
+  const std::string_view inside = std::string_view(path).substr(directory.size());
+  const std::string_view part = options_.exclusions.excludedPart(inside);
+  if (part.empty()) return false;
+  const std::string shown = names_.shown(path);
+  excluded_.add(shown.substr(0, shown.size() - (inside.size() - part.size())));
+  return true;
 }
 
 void Run::addInput(const std::string& path, const std::string& shownAs) {
@@ -309,8 +339,8 @@ Outcome Run::start() {
   };
   const std::uint64_t sources = engine->worthfulSourceList.size();
   const std::uint64_t flashFiles = countFlash(inputs_) + countFlash(engine->extractedFileList);
-  Outcome outcome{code,    {},         std::move(lines),  std::move(log_), takeGaps(),
-                  sources, flashFiles, std::move(engine), names_};
+  Outcome outcome{code,       {},      std::move(lines), std::move(log_),   excluded_.list(),
+                  takeGaps(), sources, flashFiles,       std::move(engine), names_};
   outcome.failure = failureOf(code, outcome);
   return outcome;
 }

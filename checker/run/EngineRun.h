@@ -9,6 +9,7 @@
 
 #include "APICheckEngine/Facade.h"
 #include "checker/report/Report.h"
+#include "checker/run/Exclusions.h"
 #include "checker/run/PathNames.h"
 
 struct EngineRunOptions {
@@ -17,6 +18,7 @@ struct EngineRunOptions {
   bool all = false;                     // go on where the engine stops; callFound alone is told of it
   unsigned unpacked = 0;                // MiB that the packages of the application expand to; 0: as many as these:
   FlashEngine_1_00::ExpansionBounds expansion = {};
+  Exclusions exclusions = {};  // files that the engine does not get
 
   // Of extracted files that are neither sources nor Flash files nor packages: whether a file of this name is kept for
   // beforeRemoval, of at most 16 MiB; or null: none is.
@@ -33,6 +35,7 @@ struct Outcome {
   std::string failure;                    // why the application could not be checked at all; empty if it could
   std::vector<std::string> findingLines;  // each once
   std::vector<LogLine> log;
+  std::vector<Excluded> excluded;
   std::vector<NotChecked> notChecked;  // with what is behind a stop, if that was asked for
   std::uint64_t webSources = 0;        // files that the engine looks at
   std::uint64_t flashFiles = 0;

@@ -149,6 +149,13 @@ void addJudged(const flow::Result& result, ApplicationReport& report) {
   report.judgedPlugins = std::max<std::uint64_t>(report.judgedPlugins, plugins.size());
 }
 
+// Whether a page only misses a script that is excluded, which is told already.
+bool isExcluded(const flow::NotRead& gap, const ApplicationFiles& files) {
+  static const std::string kMissing = "script that is not there: ";
+  return gap.reason.compare(0, kMissing.size(), kMissing) == 0 &&
+         files.isExcluded(gap.part, gap.reason.substr(kMissing.size()));
+}
+
 void addResult(const flow::Result& result, const ReportedFiles& files, const Wishes& wishes,
                ApplicationReport& report) {
   report.rules.emplace_back("flow");
@@ -178,7 +185,8 @@ void addResult(const flow::Result& result, const ReportedFiles& files, const Wis
 
 }  // namespace
 
-FlowRun::FlowRun(std::string application) : files_(std::move(application), isRead) {}
+FlowRun::FlowRun(std::string application, const Exclusions& exclusions)
+    : files_(std::move(application), isRead, exclusions) {}
 
 bool FlowRun::reads(const std::string& path) {
   return isRead(path);
@@ -195,7 +203,10 @@ void FlowRun::run(const FlowOptions& options, const std::string& database, const
   files.reserve(taken.size());
   for (ApplicationFile& file : taken)
     files.push_back({file.path, std::move(file.bytes)});
-  const flow::Result result = flow::analyse(files, databaseOf(database));
+  flow::Result result = flow::analyse(files, databaseOf(database));
+  result.notRead.erase(std::remove_if(result.notRead.begin(), result.notRead.end(),
+                                      [&](const flow::NotRead& gap) { return isExcluded(gap, files_); }),
+                       result.notRead.end());
   ReportedFiles reported;
   for (std::size_t i = 0; i < files.size(); ++i)
     reported.add(files[i].path, taken[i].shown, files[i].bytes);
@@ -206,7 +217,8 @@ void FlowRun::run(const FlowOptions& options, const std::string& database, const
 
 #else
 
-FlowRun::FlowRun(std::string application) : files_(std::move(application), {}) {}
+FlowRun::FlowRun(std::string application, const Exclusions& exclusions)
+    : files_(std::move(application), {}, exclusions) {}
 
 bool FlowRun::reads(const std::string&) {
   return false;

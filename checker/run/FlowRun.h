@@ -19,7 +19,7 @@ struct FlowOptions {
 // the report. It only ever adds: what the engine found and flow analysis does not see stays as it is.
 class FlowRun {
  public:
-  explicit FlowRun(std::string application);
+  FlowRun(std::string application, const Exclusions& exclusions);
 
   // Whether the analysis wants a file of this name.
   static bool reads(const std::string& path);

@@ -361,6 +361,7 @@ void addRun(Outcome& run, const CallCollector& calls, const InspectionOptions& o
   report.failure = run.failure;
   report.findings = findingsOf(calls);
   report.notChecked = std::move(run.notChecked);
+  report.excluded = std::move(run.excluded);
   report.sources = run.webSources;
   report.flashFiles = run.flashFiles;
   if (options.log) report.log = std::move(run.log);
@@ -381,9 +382,10 @@ void addRun(Outcome& run, const CallCollector& calls, const InspectionOptions& o
 void inspect(const InspectionOptions& options, ApplicationReport& report) {
   CallCollector calls(options);
   EngineRunOptions runOptions{options.database, options.accepted, true, options.unpacked};
+  runOptions.exclusions = options.exclusions;
   runOptions.callFound = [&](const FoundCall& call) { calls.record(call); };
-  FlowRun flow(report.application);
-  TrialRun trialRun(report.application);
+  FlowRun flow(report.application, options.exclusions);
+  TrialRun trialRun(report.application, options.exclusions);
   if (options.trial.isOn) {
     runOptions.keeps = [](const std::string&) { return true; };
   } else if (options.flow.isOn) {

@@ -5,6 +5,7 @@
 
 #include "checker/report/Report.h"
 #include "checker/run/Deprecations.h"
+#include "checker/run/Exclusions.h"
 #include "checker/run/FlowRun.h"
 #include "checker/run/TrialRun.h"
 
@@ -19,6 +20,7 @@ struct InspectionOptions {
   FlowOptions flow = {};                // following its plug-in objects through script
   bool documented = false;              // list calls of documented methods, too; none of them is a finding then
   Deprecations deprecations = {};
+  Exclusions exclusions = {};
 };
 
 // Checks one application in this process; one at a time. What keeps it from being checked stands in the report.

@@ -334,7 +334,8 @@ void MemoryPlace::listFiles(const std::string& dir, FlashEngine_1_00::PartObserv
                             std::vector<std::string>& found) {
   const std::vector<std::string>& listed = listed_[dir];
   for (std::size_t i = 0; i < listed.size(); ++i) {
-    if (nodes_.at(listed[i]).place == i) found.push_back(listed[i]);
+    if (nodes_.at(listed[i]).place != i) continue;
+    if (isHidden_ == nullptr || !isHidden_(listed[i], dir)) found.push_back(listed[i]);
   }
 }
 

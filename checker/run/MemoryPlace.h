@@ -26,6 +26,11 @@ class MemoryPlace : public FlashEngine_1_00::FilePlace {
   // Makes the user's file at `path` one that is opened as `name`.
   void addInput(const std::string& name, const std::string& path) { inputs_[name] = path; }
 
+  // Files that `isHidden` says yes to are in no listing; it is asked once for each file of an extraction directory.
+  void hide(std::function<bool(const std::string& path, const std::string& directory)> isHidden) {
+    isHidden_ = std::move(isHidden);
+  }
+
   FlashEngine_1_00::File open(const std::string& path) override;
   FlashEngine_1_00::File createResultFile(const std::string& path) override;
   int makeExtractionDirectory(const std::string& path) override;
@@ -52,6 +57,7 @@ class MemoryPlace : public FlashEngine_1_00::FilePlace {
   std::string resolve(std::string_view path, FlashEngine_1_00::ExpansionBudget* budget);
 
   const std::function<bool(const std::string& path)> keepsOther_;
+  std::function<bool(const std::string& path, const std::string& directory)> isHidden_;
   // A package of the user's, whole; the last one that was opened.
   FlashEngine_1_00::File openPackage(const std::string& path, FlashEngine_1_00::File file);
 

@@ -144,7 +144,9 @@ void addTrial(const trial::Result& result, const ReportedFiles& files, const std
   sortByPlace(report);
 }
 
-TrialRun::TrialRun(std::string application) : files_(std::move(application), [](const std::string&) { return true; }) {}
+TrialRun::TrialRun(std::string application, const Exclusions& exclusions)
+    : files_(
+          std::move(application), [](const std::string&) { return true; }, exclusions) {}
 
 void TrialRun::takeFiles(const FlashEngine_1_00::APIAnalysis& engine) {
   files_.takeExtracted(engine);

@@ -25,7 +25,7 @@ unsigned trialSeconds(const TrialOptions& options);
 // what that found to the report. It only ever adds.
 class TrialRun {
  public:
-  explicit TrialRun(std::string application);
+  TrialRun(std::string application, const Exclusions& exclusions);
 
   // Reads the application's files, while those out of packages are still there.
   void takeFiles(const FlashEngine_1_00::APIAnalysis& engine);

@@ -76,6 +76,7 @@ ApplicationReport everythingWith(const std::string& text) {
                               {TraceStep::What::returned, "returned" + text, path, {}, ""}};
   report.undetermined = {{callOf(path, 10, "Open" + text), "because" + text, report.findings[2].trace}};
   report.notChecked = {{path, "why" + text}};
+  report.excluded = {{path, 12}};
   report.elements = {{"P" + text, "id" + text, path}};
   report.bindings = {{"P" + text, "v" + text, path}};
   report.log = {{"f" + text, "line" + text}};
@@ -186,7 +187,7 @@ TEST(Text, SaysWhatIsKnownInOneLine) {
   }
   const std::string text = written(Format::text, {everythingWith(kHostile), reportWith("b", {}, {}, "gone")}, {}, true);
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'),
-            10);  // calls, what was not checked, the trial's share, verdicts, summary, interrupt
+            11);  // calls, what was not checked or excluded, the trial's share, verdicts, summary, interrupt
   EXPECT_NE(text.find(": 3 of 4 functions ran (75 %)\n"), std::string::npos);
   EXPECT_EQ(text.find_first_of("\x1b\r\t"), std::string::npos);
   EXPECT_EQ(text.find("\xE2\x80\xAE"), std::string::npos);
@@ -300,7 +301,8 @@ TEST(Sarif, PlacesResultsInPackages) {
   const Json& invocation = run.at("invocations").at(0);
   EXPECT_EQ(invocation["executionSuccessful"], false);
   EXPECT_EQ(invocation["toolExecutionNotifications"][0]["level"], "warning");
-  EXPECT_EQ(invocation["toolExecutionNotifications"][1]["level"], "error");
+  EXPECT_EQ(invocation["toolExecutionNotifications"][1]["level"], "note");
+  EXPECT_EQ(invocation["toolExecutionNotifications"][2]["level"], "error");
   EXPECT_EQ(Json::parse(written(Format::sarif, {}))["runs"][0]["invocations"][0]["executionSuccessful"], true);
   EXPECT_EQ(Json::parse(written(Format::sarif, {}, {}, true))["runs"][0]["invocations"][0]["executionSuccessful"],
             false);
@@ -404,7 +406,7 @@ TEST(Outputs, ShowNothingThatIsNotSeen) {
   std::vector<Row> rows{
       {"listing", plainText(listing), 1},
       {"listing as JSON", jsonText(listing, "lines"), 0},
-      {"engine lines", written(Format::text, {onDevice}, engineLines), 6},
+      {"engine lines", written(Format::text, {onDevice}, engineLines), 7},
   };
   for (const char* name : {"text", "json", "jsonl", "sarif", "junit", "html", "github", "gitlab"}) {
     const ApplicationReport all = everythingWith(kHostile);
