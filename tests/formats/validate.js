@@ -73,6 +73,16 @@ run.results.forEach(({locations: [{physicalLocation: {artifactLocation}}]}, i) =
   assert.strictEqual(way, expected);
 });
 
+// What is excused keeps its place and says why.
+const excused = parse(read('excused.json'));
+validate('', excused, 'excused.json');
+validateSarif('', parse(read('excused.sarif')), 'excused.sarif');
+const [minified, other] = excused.applications;
+assert.deepStrictEqual([minified.verdict, minified.findings[0].status], ['clean', 'accepted']);
+assert.deepStrictEqual(minified.excluded, [{path: 'minified/unused', files: 1}]);
+assert.deepStrictEqual(minified.findings[0].acceptance, {reason: '{0} [a](b)', owner: 'Kim', expires: '9999-12-31'});
+assert(other.findings.some(({kind, status}) => kind === 'deprecated' && status === 'noted'));
+
 // The page's policy names the script and the style that stand in it.
 const page = read('report.html').toString();
 for (const [element, directive] of [['style', 'style-src'], ['script', 'script-src']]) {
