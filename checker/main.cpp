@@ -8,6 +8,7 @@
 #include "checker/commands/FlashCommand.h"
 #include "checker/commands/StandardStreams.h"
 #include "checker/commands/StoreCommands.h"
+#include "checker/commands/TypesCommand.h"
 #include "checker/options/CommandLine.h"
 #include "checker/options/ExitStatus.h"
 #include "checker/report/Characters.h"
@@ -28,6 +29,7 @@ constexpr Row kRows[] = {
     {Command::judge, judgeCommand},
     {Command::catalogue, catalogueCommand},
     {Command::merge, mergeCommand},
+    {Command::types, typesCommand},
 };
 
 }  // namespace

@@ -80,10 +80,12 @@ struct Library {
   std::string path;
 };
 
+// An element of a plug-in, once for each of its ids; with an empty one where it has none.
 struct Element {
   std::string plugin;
   std::string id;
   Place place;
+  bool isDeclared = false;  // whether a script file that is no module declares a global variable of that name
 };
 
 struct Result {

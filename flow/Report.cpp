@@ -331,6 +331,37 @@ struct ReportMaker {
     addOpen(recorded, "", "a text that is not constant is run as script", false);
   }
 
+  // The global variables that script files declare.
+  std::set<Name> declaredGlobals() const {
+    std::set<Name> names;
+    for (const Unit& unit : a.units) {
+      const File& file = a.files[unit.file];
+      if (unit.isModel || unit.isModule || unit.base != 0 || unit.defs.empty() || looksLikePage(file.path, file.bytes))
+        continue;
+      for (const Variable& variable : unit.defs.front().variables)
+        if (variable.isGlobal) names.insert(variable.name);
+    }
+    return names;
+  }
+
+  void addElements() {
+    const std::set<Name> declared = declaredGlobals();
+    for (const ElementInfo& info : a.elements) {
+      Element element;
+      const auto file = a.fileByPath.find(info.place.path);
+      if (file != a.fileByPath.end()) element.place = placeIn(file->second, info.place.offset);
+      for (const std::string& plugin : info.plugins) {
+        element.plugin = plugin;
+        if (info.ids.empty()) a.result.elements.push_back(element);
+        for (const Name id : info.ids) {
+          a.result.elements.push_back(element);
+          a.result.elements.back().id = a.names.text(id);
+          a.result.elements.back().isDeclared = declared.count(id) != 0;
+        }
+      }
+    }
+  }
+
   void run() {
     for (const Handed& handed : a.handed)
       takeHanded(handed);
@@ -347,16 +378,7 @@ struct ReportMaker {
     });
     for (auto& [key, made] : open)
       a.result.open.push_back(std::move(made));
-    for (const ElementInfo& info : a.elements) {
-      for (const std::string& plugin : info.plugins) {
-        Element element;
-        element.plugin = plugin;
-        if (!info.ids.empty()) element.id = a.names.text(*info.ids.begin());
-        const auto file = a.fileByPath.find(info.place.path);
-        if (file != a.fileByPath.end()) element.place = placeIn(file->second, info.place.offset);
-        a.result.elements.push_back(std::move(element));
-      }
-    }
+    addElements();
   }
 };
 

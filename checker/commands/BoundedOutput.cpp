@@ -40,6 +40,8 @@ std::optional<CommandOutput> outputOf(const std::string& bytes) {
 
 class Printer : public RunListener {
  public:
+  explicit Printer(std::ostream& out) : out_(out) {}
+
   bool take(const std::string& application, WorkerResult result) override {
     const std::optional<CommandOutput> output = outputOf(result.sent);
     if (result.failure.empty() && !output)
@@ -48,7 +50,7 @@ class Printer : public RunListener {
       std::cerr << "tarvo-check: " << printable(application + ": " + result.failure) << '\n';
       return true;
     }
-    std::cout << output->out;
+    out_ << output->out;
     std::cerr << output->err;
     status_ = printedWith(output->status);
     return true;
@@ -59,15 +61,17 @@ class Printer : public RunListener {
   int status() const { return status_; }
 
  private:
+  std::ostream& out_;
   int status_ = kFailed;
 };
 
 }  // namespace
 
-int printFromWorker(const Options& options, const std::function<CommandOutput(const std::string& file)>& work) {
+int printFromWorker(const Options& options, const std::function<CommandOutput(const std::string& file)>& work,
+                    std::ostream& out) {
   WorkerBounds bounds = options.bounds;
   bounds.sent = bounds.memory;  // it cannot be more
-  Printer printer;
+  Printer printer(out);
   const Signals signals;
   const int signal = workOnEach(
       {options.file}, 1, bounds, [&](const std::string& file) { return bytesOf(work(file)); }, signals, printer);

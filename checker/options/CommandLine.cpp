@@ -34,7 +34,7 @@ Exit status:
   2  an application could not be checked at all, or the program could not do its work
   3  incomplete: no undocumented API was found, but a part was not looked at
 Of several applications together it is the first of 2, 1, 3 and 0. It is 128 and the signal's number
-if a signal ended the run. explain, disassemble and decompile give 0 or 2. database also gives 1, for
+if a signal ended the run. explain, disassemble, decompile and types give 0 or 2. database also gives 1, for
 a warning or a difference; judge, if an application changes; merge, for a conflict.
 
 Examples:
@@ -168,7 +168,7 @@ class Parser {
     const auto add = [&](const char* name, std::string& value, const char* text) {
       part.add_option(name, value, text)->type_name("")->required();
     };
-    if (row.command == Command::explain) add("APPLICATION", options_.file, "");
+    if (row.command == Command::explain || row.command == Command::types) add("APPLICATION", options_.file, "");
     if (row.command == Command::disassemble || row.command == Command::decompile) add("FILE", options_.file, "");
     if (row.command == Command::databaseDiff) {
       add("OLD", options_.older, "the database that was in use");

@@ -26,6 +26,7 @@ constexpr unsigned kDiff = only(Command::databaseDiff);
 constexpr unsigned kJudge = only(Command::judge);
 constexpr unsigned kCatalogue = only(Command::catalogue);
 constexpr unsigned kMerge = only(Command::merge);
+constexpr unsigned kTypes = only(Command::types);
 
 constexpr const char* kWhat = "What is checked";
 constexpr const char* kHow = "How it is checked";
@@ -64,11 +65,12 @@ const std::vector<CommandRow> kCommands{
     {Command::judge, "judge", "list which applications of a store another database changes, and why"},
     {Command::catalogue, "catalogue", "count what a store holds, or list who uses a method"},
     {Command::merge, "merge", "make one store of stores and reports as JSON lines"},
+    {Command::types, "types", "write the plug-ins and the ids of an application as TypeScript declarations"},
 };
 
 const std::vector<OptionRow> kOptions{
-    {"database", "FILE", kWhat, kCheck | kExplain | kDatabase | kJudge | kCatalogue, true, &Options::database, 0,
-     "use this API database instead of the installed one", ""},
+    {"database", "FILE", kWhat, kCheck | kExplain | kDatabase | kJudge | kCatalogue | kTypes, true, &Options::database,
+     0, "use this API database instead of the installed one", ""},
     {"from", "FILE", kWhat, kCheck, false, &Options::lists, 0, "also check what this file lists",
      ": one path in a line, or a NUL behind each; - is standard input"},
     {"store", "FILE", kWhat, kCheck | kJudge | kCatalogue, true, &Options::store, 0, "file that results are kept in",
@@ -110,11 +112,11 @@ const std::vector<OptionRow> kOptions{
      "time for a page in the browser", "; three times that for all pages of an application, beside --timeout"},
 
     {"jobs", "N", kHow, kCheck, true, &Options::jobs, kMaxJobs, "how many applications to check at the same time", ""},
-    {"timeout", "SECONDS", kHow, kCheck | kExplain | kFlash, true, &WorkerBounds::timeout, kMaxSeconds,
+    {"timeout", "SECONDS", kHow, kCheck | kExplain | kFlash | kTypes, true, &WorkerBounds::timeout, kMaxSeconds,
      "time for an application", ""},
-    {"memory", "MIB", kHow, kCheck | kExplain | kFlash, true, &WorkerBounds::memory, kMaxMemory,
+    {"memory", "MIB", kHow, kCheck | kExplain | kFlash | kTypes, true, &WorkerBounds::memory, kMaxMemory,
      "memory for an application", ""},
-    {"unpacked", "MIB", kHow, kCheck | kExplain, true, &WorkerBounds::unpacked, kMaxUnpacked,
+    {"unpacked", "MIB", kHow, kCheck | kExplain | kTypes, true, &WorkerBounds::unpacked, kMaxUnpacked,
      "how much the packages of an application may unpack to", ""},
 
     {"format", "text|json|jsonl|sarif|junit|html|github|gitlab", kPrinted, kCheck | kJudge, true, &Options::format, 0,
@@ -125,6 +127,7 @@ const std::vector<OptionRow> kOptions{
     {"format", "text|json|csv|html", kPrinted, kCatalogue, false, &Options::format, 0, "format of the catalogue", ""},
     {"output", "FILE", kPrinted, kCatalogue, false, &Options::outputs, 0, "write the catalogue to this file",
      ", in the format of the suffix: .txt, .json, .csv or .html"},
+    {"output", "FILE", kPrinted, kTypes, false, &Options::outputs, 0, "write the declarations to this file", ""},
     {"map", "PREFIX=DIR", kPrinted, kCheck, true, &Options::maps, 0,
      "name files below PREFIX as those of this directory, where they are there",
      ": in github, gitlab and SARIF reports; app.wgt!/www=src; can be repeated"},
@@ -142,10 +145,10 @@ const std::vector<OptionRow> kOptions{
     {"json", "", kPrinted, kFlash | kDatabase | kDiff, false, &Options::json, 0, "print JSON",
      "; of Flash files, bytes are the code points U+0000 to U+00FF"},
 
-    {"config", "FILE", kFrom, kCheck | kExplain | kDatabase, false, &Options::config, 0, "take options from this file",
-     ", not from the nearest .tarvo-check.toml in or above the working directory"},
-    {"no-config", "", kFrom, kCheck | kExplain | kDatabase, false, &Options::noConfig, 0, "take no options from a file",
-     ""},
+    {"config", "FILE", kFrom, kCheck | kExplain | kDatabase | kTypes, false, &Options::config, 0,
+     "take options from this file", ", not from the nearest .tarvo-check.toml in or above the working directory"},
+    {"no-config", "", kFrom, kCheck | kExplain | kDatabase | kTypes, false, &Options::noConfig, 0,
+     "take no options from a file", ""},
     {"print-config", "", kFrom, kCheck, false, &Options::printConfig, 0, "print the options in effect as a config file",
      ""},
 };

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
+#include <map>
 
 #include "APICheckEngine/Tables.h"
 #include "checker/report/Excerpts.h"
@@ -183,6 +184,21 @@ void addResult(const flow::Result& result, const ReportedFiles& files, const Wis
   sortByPlace(report);
 }
 
+// The files, and the names by which the report shows them.
+struct Taken {
+  std::vector<flow::File> files;
+  std::vector<std::string> shown;
+};
+
+Taken taken(ApplicationFiles& from, const PathNames& names) {
+  Taken all;
+  for (ApplicationFile& file : from.release([&](const std::string& path) { return names.shown(path); })) {
+    all.files.push_back({std::move(file.path), std::move(file.bytes)});
+    all.shown.push_back(std::move(file.shown));
+  }
+  return all;
+}
+
 }  // namespace
 
 FlowRun::FlowRun(std::string application, const Exclusions& exclusions)
@@ -198,21 +214,28 @@ void FlowRun::takeFiles(const FlashEngine_1_00::APIAnalysis& engine) {
 
 void FlowRun::run(const FlowOptions& options, const std::string& database, const std::set<std::string>& accepted,
                   const Deprecations& deprecations, const PathNames& names, ApplicationReport& report) {
-  std::vector<ApplicationFile> taken = files_.release([&](const std::string& path) { return names.shown(path); });
-  std::vector<flow::File> files;
-  files.reserve(taken.size());
-  for (ApplicationFile& file : taken)
-    files.push_back({file.path, std::move(file.bytes)});
-  flow::Result result = flow::analyse(files, databaseOf(database));
+  const Taken all = taken(files_, names);
+  flow::Result result = flow::analyse(all.files, databaseOf(database));
   result.notRead.erase(std::remove_if(result.notRead.begin(), result.notRead.end(),
                                       [&](const flow::NotRead& gap) { return isExcluded(gap, files_); }),
                        result.notRead.end());
   ReportedFiles reported;
-  for (std::size_t i = 0; i < files.size(); ++i)
-    reported.add(files[i].path, taken[i].shown, files[i].bytes);
+  for (std::size_t i = 0; i < all.files.size(); ++i)
+    reported.add(all.files[i].path, all.shown[i], all.files[i].bytes);
   addResult(result, reported, {options, accepted, deprecations}, report);
   for (const std::string& path : files_.tooLarge())
     report.notChecked.push_back({names.shown(path), "flow analysis: the file is too large"});
+}
+
+std::vector<PluginId> FlowRun::pluginIds(const std::string& database, const PathNames& names) {
+  std::map<std::pair<std::string, std::string>, bool> isGlobal;
+  for (const flow::Element& element : flow::analyse(taken(files_, names).files, databaseOf(database)).elements)
+    if (!element.id.empty()) isGlobal[{element.id, element.plugin}] = !element.isDeclared;
+  std::vector<PluginId> ids;
+  ids.reserve(isGlobal.size());
+  for (const auto& [key, is] : isGlobal)
+    ids.push_back({key.first, key.second, is});
+  return ids;
 }
 
 #else
@@ -229,6 +252,10 @@ void FlowRun::takeFiles(const FlashEngine_1_00::APIAnalysis&) {}
 void FlowRun::run(const FlowOptions&, const std::string&, const std::set<std::string>&, const Deprecations&,
                   const PathNames&, ApplicationReport& report) {
   report.notChecked.push_back({report.application, "this program was built without flow analysis"});
+}
+
+std::vector<PluginId> FlowRun::pluginIds(const std::string&, const PathNames&) {
+  return {};
 }
 
 #endif

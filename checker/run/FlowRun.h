@@ -2,6 +2,7 @@
 
 #include <set>
 #include <string>
+#include <vector>
 
 #include "APICheckEngine/Facade.h"
 #include "checker/report/Report.h"
@@ -13,6 +14,13 @@ struct FlowOptions {
   bool isOn = false;
   bool isPossible = false;   // keep findings that are only possible
   bool isPerPlugin = false;  // a method that is documented for another plug-in only counts as undocumented
+};
+
+// An id that an element of a plug-in has.
+struct PluginId {
+  std::string id;
+  std::string plugin;     // class identifier
+  bool isGlobal = false;  // whether script reaches the element by a global variable of that name: none declares it
 };
 
 // Flow analysis of an application beside the engine's run: hands its files to the analysis, and adds what that found to
@@ -31,6 +39,10 @@ class FlowRun {
   // certain and get their trace; others are new. What was not read stands among what was not checked.
   void run(const FlowOptions& options, const std::string& database, const std::set<std::string>& accepted,
            const Deprecations& deprecations, const PathNames& names, ApplicationReport& report);
+
+  // The ids of plug-in elements, of pages and of those that script makes; each once for each plug-in. In place of
+  // `run`. None if this program was built without flow analysis.
+  std::vector<PluginId> pluginIds(const std::string& database, const PathNames& names);
 
  private:
   ApplicationFiles files_;

@@ -1,0 +1,3 @@
+function ask() {
+  return document.getElementById("tv").GetSource();
+}
