@@ -6,6 +6,7 @@
 #include "checker/commands/DatabaseCommand.h"
 #include "checker/commands/ExplainCommand.h"
 #include "checker/commands/FlashCommand.h"
+#include "checker/commands/LspCommand.h"
 #include "checker/commands/StandardStreams.h"
 #include "checker/commands/StoreCommands.h"
 #include "checker/commands/TypesCommand.h"
@@ -30,6 +31,7 @@ constexpr Row kRows[] = {
     {Command::catalogue, catalogueCommand},
     {Command::merge, mergeCommand},
     {Command::types, typesCommand},
+    {Command::lsp, lspCommand},
 };
 
 }  // namespace

@@ -7,14 +7,16 @@
 #include <cstring>
 #include <iterator>
 
+#include "flow/ParseCache.h"
 #include "flow/Words.h"
 
 namespace flow {
 
-Analysis::Analysis(std::vector<File> given, const Database& documented, const Limits& bounds)
+Analysis::Analysis(std::vector<File> given, const Database& documented, const Limits& bounds, const Extras& wanted)
     : files(std::make_move_iterator(given.begin()), std::make_move_iterator(given.end())),
       database(documented),
-      limits(bounds) {
+      limits(bounds),
+      extras(wanted) {
   std::sort(files.begin(), files.end(), [](const File& a, const File& b) { return a.path < b.path; });
   const auto name = [this](const char* text) { return names.of(text); };
   known = {name("prototype"), name("constructor"), name("length"),  name("value"),     name("done"),
@@ -268,7 +270,7 @@ void Analysis::addUnit(Unit& unit, bool isModule) {
   unit.isModule = isModule;
   if (!isModule) blankHtmlComments(unit.text);
   ParseLimits parse;
-  Tree tree = parseScript(unit.text, parse);
+  Tree tree = extras.cache == nullptr ? parseScript(unit.text, parse) : extras.cache->parse(unit.text, parse);
   parsedBytes_ += unit.text.size();
   if (!tree.isWhole) notRead.emplace(files[unit.file].path, "a script in it is too large or too broken to be parsed");
   unit.nodes = std::move(tree.nodes);
@@ -397,9 +399,11 @@ ObjectId Analysis::moduleExports(std::uint32_t realm, std::uint32_t file, bool i
   return module;
 }
 
-Result analyse(std::vector<File> files, const Database& database, const Limits& limits) {
-  Analysis analysis(std::move(files), database, limits);
-  return analysis.run();
+Result analyse(std::vector<File> files, const Database& database, const Limits& limits, const Extras& extras) {
+  Analysis analysis(std::move(files), database, limits, extras);
+  Result result = analysis.run();
+  if (extras.cache != nullptr) extras.cache->endRun();
+  return result;
 }
 
 }  // namespace flow

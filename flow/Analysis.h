@@ -170,7 +170,7 @@ class Analysis {
  public:
   using Native = void (*)(Analysis&, const CallInfo&);
 
-  Analysis(std::vector<File> files, const Database& database, const Limits& limits);
+  Analysis(std::vector<File> files, const Database& database, const Limits& limits, const Extras& extras);
   Result run();
 
   // ---- Units: scripts, parsed once --------------------------------------------------------------------------------
@@ -314,6 +314,7 @@ class Analysis {
   Result result;
   Database database;
   Limits limits;
+  Extras extras;
 
   ObjectId arrayProto = 0;
   ObjectId functionProto = 0;

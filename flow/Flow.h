@@ -96,7 +96,15 @@ struct Result {
   std::vector<Element> elements;
 };
 
-// `startPage` is a path within the application, or empty. The result does not depend on the order of files.
-Result analyse(std::vector<File> files, const Database& database, const Limits& limits = {});
+class ParseCache;
+
+// What editors want besides.
+struct Extras {
+  bool hasDocumentedTraces = false;  // calls of documented methods have their traces, too
+  ParseCache* cache = nullptr;       // of earlier runs
+};
+
+// The result does not depend on the order of files, nor on the cache.
+Result analyse(std::vector<File> files, const Database& database, const Limits& limits = {}, const Extras& extras = {});
 
 }  // namespace flow

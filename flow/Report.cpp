@@ -193,11 +193,11 @@ struct ReportMaker {
     call.judgement = judgement;
     call.confidence = confidence;
     call.isReached = isReached(recorded);
-    if (call.judgement != Judgement::documented) {
+    if (call.judgement != Judgement::documented || a.extras.hasDocumentedTraces) {
       call.trace = traceOf(recorded.from, recorded.value, recorded.element);
       addStep(call.trace, "call of '" + method + "'", methodPlace);
-      call.advice = advice(plugin, method);
     }
+    if (call.judgement != Judgement::documented) call.advice = advice(plugin, method);
     calls.emplace(key, std::move(call));
   }
 

@@ -35,7 +35,8 @@ Exit status:
   3  incomplete: no undocumented API was found, but a part was not looked at
 Of several applications together it is the first of 2, 1, 3 and 0. It is 128 and the signal's number
 if a signal ended the run. explain, disassemble, decompile and types give 0 or 2. database also gives 1, for
-a warning or a difference; judge, if an application changes; merge, for a conflict.
+a warning or a difference; judge, if an application changes; merge, for a conflict; lsp, if the
+editor goes without a word.
 
 Examples:
   tarvo-check app.wgt                             one application

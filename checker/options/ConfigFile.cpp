@@ -281,6 +281,8 @@ std::string inQuotes(const OptionRow& option, const std::string& value) {
 void readConfig(Options& options) {
   static const OptionRow& config = *optionNamed("config");
   if (options.noConfig || !takes(options.command, config)) return;
+  // Which folders an editor will open is not known yet, and a file in one would belong to an application.
+  if (options.command == Command::lsp && options.config.empty()) return;
   const auto tell = [isQuiet = options.quiet](const std::string& line) {
     if (!isQuiet) std::cerr << printable(line) << '\n';
   };

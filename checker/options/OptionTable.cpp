@@ -27,6 +27,7 @@ constexpr unsigned kJudge = only(Command::judge);
 constexpr unsigned kCatalogue = only(Command::catalogue);
 constexpr unsigned kMerge = only(Command::merge);
 constexpr unsigned kTypes = only(Command::types);
+constexpr unsigned kLsp = only(Command::lsp);
 
 constexpr const char* kWhat = "What is checked";
 constexpr const char* kHow = "How it is checked";
@@ -66,11 +67,12 @@ const std::vector<CommandRow> kCommands{
     {Command::catalogue, "catalogue", "count what a store holds, or list who uses a method"},
     {Command::merge, "merge", "make one store of stores and reports as JSON lines"},
     {Command::types, "types", "write the plug-ins and the ids of an application as TypeScript declarations"},
+    {Command::lsp, "lsp", "serve an editor with the Language Server Protocol"},
 };
 
 const std::vector<OptionRow> kOptions{
-    {"database", "FILE", kWhat, kCheck | kExplain | kDatabase | kJudge | kCatalogue | kTypes, true, &Options::database,
-     0, "use this API database instead of the installed one", ""},
+    {"database", "FILE", kWhat, kCheck | kExplain | kDatabase | kJudge | kCatalogue | kTypes | kLsp, true,
+     &Options::database, 0, "use this API database instead of the installed one", ""},
     {"from", "FILE", kWhat, kCheck, false, &Options::lists, 0, "also check what this file lists",
      ": one path in a line, or a NUL behind each; - is standard input"},
     {"store", "FILE", kWhat, kCheck | kJudge | kCatalogue, true, &Options::store, 0, "file that results are kept in",
@@ -93,16 +95,16 @@ const std::vector<OptionRow> kOptions{
      "count calls of methods that the database calls deprecated", ""},
     {"baseline", "FILE", kWhat, kCheck, true, &Options::baseline, 0,
      "count only findings that this earlier report does not have", "; it is in the format json or jsonl"},
-    {"accept", "NAME[,NAME]", kWhat, kCheck | kJudge, true, &Options::accept, 0,
+    {"accept", "NAME[,NAME]", kWhat, kCheck | kJudge | kLsp, true, &Options::accept, 0,
      "take these methods for documented ones", "; can be repeated"},
-    {"accept-file", "FILE", kWhat, kCheck | kJudge, true, &Options::acceptFiles, 0,
+    {"accept-file", "FILE", kWhat, kCheck | kJudge | kLsp, true, &Options::acceptFiles, 0,
      "accept the methods or the calls that this file names", ": a method in a line, or TOML; can be repeated"},
 
     {"flow", "", kWhat, kCheck, true, &Options::flow, 0,
      "also follow plug-in objects through script, and report the calls that this finds", ""},
     {"possible", "", kWhat, kCheck, true, &Options::possible, 0, "with --flow, also show calls that are only possible",
      ""},
-    {"per-plugin", "", kWhat, kCheck, true, &Options::perPlugin, 0,
+    {"per-plugin", "", kWhat, kCheck | kLsp, true, &Options::perPlugin, 0,
      "with --flow, count methods that are documented for another plug-in only", ""},
     {"trial", "", kWhat, kCheck, true, &Options::trial, 0,
      "also run the pages in a real browser, and report what they call", ""},
@@ -112,11 +114,11 @@ const std::vector<OptionRow> kOptions{
      "time for a page in the browser", "; three times that for all pages of an application, beside --timeout"},
 
     {"jobs", "N", kHow, kCheck, true, &Options::jobs, kMaxJobs, "how many applications to check at the same time", ""},
-    {"timeout", "SECONDS", kHow, kCheck | kExplain | kFlash | kTypes, true, &WorkerBounds::timeout, kMaxSeconds,
+    {"timeout", "SECONDS", kHow, kCheck | kExplain | kFlash | kTypes | kLsp, true, &WorkerBounds::timeout, kMaxSeconds,
      "time for an application", ""},
-    {"memory", "MIB", kHow, kCheck | kExplain | kFlash | kTypes, true, &WorkerBounds::memory, kMaxMemory,
+    {"memory", "MIB", kHow, kCheck | kExplain | kFlash | kTypes | kLsp, true, &WorkerBounds::memory, kMaxMemory,
      "memory for an application", ""},
-    {"unpacked", "MIB", kHow, kCheck | kExplain | kTypes, true, &WorkerBounds::unpacked, kMaxUnpacked,
+    {"unpacked", "MIB", kHow, kCheck | kExplain | kTypes | kLsp, true, &WorkerBounds::unpacked, kMaxUnpacked,
      "how much the packages of an application may unpack to", ""},
 
     {"format", "text|json|jsonl|sarif|junit|html|github|gitlab", kPrinted, kCheck | kJudge, true, &Options::format, 0,
@@ -145,7 +147,7 @@ const std::vector<OptionRow> kOptions{
     {"json", "", kPrinted, kFlash | kDatabase | kDiff, false, &Options::json, 0, "print JSON",
      "; of Flash files, bytes are the code points U+0000 to U+00FF"},
 
-    {"config", "FILE", kFrom, kCheck | kExplain | kDatabase | kTypes, false, &Options::config, 0,
+    {"config", "FILE", kFrom, kCheck | kExplain | kDatabase | kTypes | kLsp, false, &Options::config, 0,
      "take options from this file", ", not from the nearest .tarvo-check.toml in or above the working directory"},
     {"no-config", "", kFrom, kCheck | kExplain | kDatabase | kTypes, false, &Options::noConfig, 0,
      "take no options from a file", ""},

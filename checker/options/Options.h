@@ -7,7 +7,19 @@
 #include "checker/options/WorkerBounds.h"
 
 // What the program does.
-enum class Command { check, explain, disassemble, decompile, database, databaseDiff, judge, catalogue, merge, types };
+enum class Command {
+  check,
+  explain,
+  disassemble,
+  decompile,
+  database,
+  databaseDiff,
+  judge,
+  catalogue,
+  merge,
+  types,
+  lsp
+};
 
 // What the user asked for, on the command line or in a config file.
 struct Options {

@@ -26,6 +26,7 @@ bool isPackage(const std::string& path) {
 }  // namespace
 
 void ApplicationFiles::take(const std::string& path) {
+  if (unsaved_ != nullptr && unsaved_->count(path) > 0) return;  // that counts
   const FlashEngine_1_00::File file = isWanted_(path) ? FlashEngine_1_00::openInput(path) : nullptr;
   const off_t size = file == nullptr ? -1 : FlashEngine_1_00::sizeOf(file.get());
   if (size < 0) return;
@@ -45,6 +46,10 @@ void ApplicationFiles::takeExtracted(const FlashEngine_1_00::APIAnalysis& engine
 }
 
 void ApplicationFiles::takeOwn() {
+  if (unsaved_ != nullptr) {
+    for (const auto& [path, text] : *unsaved_)
+      if (isWanted_(path)) bytes_[path] = text;
+  }
   std::error_code error;
   const auto takeRegular = [&](const fs::path& path) {
     std::error_code none;

@@ -15,12 +15,20 @@ struct ApplicationFile {
   std::string bytes;
 };
 
+// Texts that stand for those of files, which may not be there yet; by path, the application's own in front.
+using UnsavedTexts = std::map<std::string, std::string>;
+
 // The files of an application and of its packages, each up to 16 MiB, all together up to 128 MiB.
 class ApplicationFiles {
  public:
-  // Only files with a path that `isWanted` says yes to are read, and none that are excluded.
-  ApplicationFiles(std::string application, std::function<bool(const std::string&)> isWanted, Exclusions exclusions)
-      : application_(std::move(application)), isWanted_(std::move(isWanted)), exclusions_(std::move(exclusions)) {}
+  // Only files with a path that `isWanted` says yes to are read, and none that are excluded. `unsaved` may be null, and
+  // must outlive this.
+  ApplicationFiles(std::string application, std::function<bool(const std::string&)> isWanted, Exclusions exclusions,
+                   const UnsavedTexts* unsaved = nullptr)
+      : application_(std::move(application)),
+        isWanted_(std::move(isWanted)),
+        exclusions_(std::move(exclusions)),
+        unsaved_(unsaved) {}
 
   // Reads the files out of packages, while they are still there.
   void takeExtracted(const FlashEngine_1_00::APIAnalysis& engine);
@@ -43,6 +51,7 @@ class ApplicationFiles {
   std::string application_;
   std::function<bool(const std::string&)> isWanted_;
   Exclusions exclusions_;
+  const UnsavedTexts* unsaved_;
   std::map<std::string, std::string> bytes_;  // by the engine's path, or the user's
   std::vector<std::string> tooLarge_;
   std::size_t total_ = 0;

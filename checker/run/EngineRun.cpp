@@ -87,6 +87,9 @@ class Run : public FlashEngine_1_00::Observer {
     }
     accepted = options.accepted;
     all = options.all;
+    if (options.unsaved == nullptr) return;
+    for (const auto& [path, text] : *options.unsaved)
+      place_.addText(path, text);
   }
 
   void addInputs(const std::string& application);
@@ -152,6 +155,10 @@ class CurrentRun {
 void Run::addInputs(const std::string& application) {
   std::error_code error;
   const fs::file_status status = fs::status(application, error);
+  const auto isUnsaved = [&](const std::string& path) {
+    return options_.unsaved != nullptr && options_.unsaved->count(path) > 0;
+  };
+  if (isUnsaved(application)) return addInput(application, application);
   if (!fs::exists(status)) throw std::runtime_error("no such file or directory" + didYouMeanFile(application));
   if (fs::is_regular_file(status)) {
     if (access(application.c_str(), R_OK) != 0) throw std::runtime_error(std::strerror(errno));
@@ -168,7 +175,12 @@ void Run::addInputs(const std::string& application) {
     }
   }
   if (error) throw std::runtime_error("cannot be read whole: " + error.message());
+  if (options_.unsaved != nullptr) {
+    for (const auto& [path, text] : *options_.unsaved)
+      files.push_back(path);
+  }
   std::sort(files.begin(), files.end());
+  files.erase(std::unique(files.begin(), files.end()), files.end());
   for (const std::string& file : files)
     addInput(file, file);
 }

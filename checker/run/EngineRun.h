@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -19,6 +20,9 @@ struct EngineRunOptions {
   unsigned unpacked = 0;                // MiB that the packages of the application expand to; 0: as many as these:
   FlashEngine_1_00::ExpansionBounds expansion = {};
   Exclusions exclusions = {};  // files that the engine does not get
+
+  // Texts of the application's files, or of new ones, as an editor has them; or null. By path, `application` in front.
+  const std::map<std::string, std::string>* unsaved = nullptr;
 
   // Of extracted files that are neither sources nor Flash files nor packages: whether a file of this name is kept for
   // beforeRemoval, of at most 16 MiB; or null: none is.

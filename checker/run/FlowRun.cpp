@@ -157,12 +157,26 @@ bool isExcluded(const flow::NotRead& gap, const ApplicationFiles& files) {
          files.isExcluded(gap.part, gap.reason.substr(kMissing.size()));
 }
 
+void addDocumented(const flow::FoundCall& found, const ReportedFiles& files, ApplicationReport& report) {
+  Finding call;
+  call.call = callAt(found.place, found.code, files);
+  call.call.plugin = found.plugin;
+  call.call.method = found.method;
+  call.isOnDevice = false;
+  call.confidence = confidenceOf(found.confidence);
+  call.trace = traceOf(found.trace, files);
+  report.documented.push_back(std::move(call));
+}
+
 void addResult(const flow::Result& result, const ReportedFiles& files, const Wishes& wishes,
                ApplicationReport& report) {
   report.rules.emplace_back("flow");
   for (const flow::FoundCall& call : result.calls) {
     const bool isDocumented = call.judgement == flow::Judgement::documented;
-    if (!isDocumented || wishes.deprecations.has(call.plugin, call.method)) addCall(call, files, wishes, report);
+    if (!isDocumented || wishes.deprecations.has(call.plugin, call.method))
+      addCall(call, files, wishes, report);
+    else if (wishes.options.isDocumented)
+      addDocumented(call, files, report);
   }
   addJudged(result, report);
   for (const flow::Open& open : result.open) {
@@ -201,8 +215,12 @@ Taken taken(ApplicationFiles& from, const PathNames& names) {
 
 }  // namespace
 
-FlowRun::FlowRun(std::string application, const Exclusions& exclusions)
-    : files_(std::move(application), isRead, exclusions) {}
+FlowRun::FlowRun(std::string application, const Exclusions& exclusions, const UnsavedTexts* unsaved)
+    : files_(std::move(application), isRead, exclusions, unsaved) {}
+
+bool FlowRun::isThere() {
+  return true;
+}
 
 bool FlowRun::reads(const std::string& path) {
   return isRead(path);
@@ -215,7 +233,7 @@ void FlowRun::takeFiles(const FlashEngine_1_00::APIAnalysis& engine) {
 void FlowRun::run(const FlowOptions& options, const std::string& database, const std::set<std::string>& accepted,
                   const Deprecations& deprecations, const PathNames& names, ApplicationReport& report) {
   const Taken all = taken(files_, names);
-  flow::Result result = flow::analyse(all.files, databaseOf(database));
+  flow::Result result = flow::analyse(all.files, databaseOf(database), {}, {options.isDocumented, options.cache});
   result.notRead.erase(std::remove_if(result.notRead.begin(), result.notRead.end(),
                                       [&](const flow::NotRead& gap) { return isExcluded(gap, files_); }),
                        result.notRead.end());
@@ -240,8 +258,12 @@ std::vector<PluginId> FlowRun::pluginIds(const std::string& database, const Path
 
 #else
 
-FlowRun::FlowRun(std::string application, const Exclusions& exclusions)
-    : files_(std::move(application), {}, exclusions) {}
+FlowRun::FlowRun(std::string application, const Exclusions& exclusions, const UnsavedTexts* unsaved)
+    : files_(std::move(application), {}, exclusions, unsaved) {}
+
+bool FlowRun::isThere() {
+  return false;
+}
 
 bool FlowRun::reads(const std::string&) {
   return false;

@@ -10,10 +10,16 @@
 #include "checker/run/Deprecations.h"
 #include "checker/run/PathNames.h"
 
+namespace flow {
+class ParseCache;
+}
+
 struct FlowOptions {
   bool isOn = false;
-  bool isPossible = false;   // keep findings that are only possible
-  bool isPerPlugin = false;  // a method that is documented for another plug-in only counts as undocumented
+  bool isPossible = false;            // keep findings that are only possible
+  bool isPerPlugin = false;           // a method that is documented for another plug-in only counts as undocumented
+  bool isDocumented = false;          // list calls of documented methods with their traces, too
+  flow::ParseCache* cache = nullptr;  // of earlier runs on the same application
 };
 
 // An id that an element of a plug-in has.
@@ -27,7 +33,11 @@ struct PluginId {
 // the report. It only ever adds: what the engine found and flow analysis does not see stays as it is.
 class FlowRun {
  public:
-  FlowRun(std::string application, const Exclusions& exclusions);
+  // `unsaved` as in ApplicationFiles.
+  FlowRun(std::string application, const Exclusions& exclusions, const UnsavedTexts* unsaved = nullptr);
+
+  // Whether this program was built with flow analysis.
+  static bool isThere();
 
   // Whether the analysis wants a file of this name.
   static bool reads(const std::string& path);

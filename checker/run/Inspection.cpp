@@ -384,7 +384,8 @@ void inspect(const InspectionOptions& options, ApplicationReport& report) {
   EngineRunOptions runOptions{options.database, options.accepted, true, options.unpacked};
   runOptions.exclusions = options.exclusions;
   runOptions.callFound = [&](const FoundCall& call) { calls.record(call); };
-  FlowRun flow(report.application, options.exclusions);
+  if (!options.unsaved.empty()) runOptions.unsaved = &options.unsaved;
+  FlowRun flow(report.application, options.exclusions, &options.unsaved);
   TrialRun trialRun(report.application, options.exclusions);
   if (options.trial.isOn) {
     runOptions.keeps = [](const std::string&) { return true; };

@@ -294,6 +294,12 @@ std::unique_ptr<FileSink> MemoryPlace::createFile(const std::string& path, Expan
                                       keepsOther_ != nullptr && keepsOther_(whole));
 }
 
+void MemoryPlace::addText(const std::string& path, const std::string& text) {
+  auto content = std::make_shared<Content>();
+  if (!text.empty()) content->append(text.data(), text.size());
+  texts_[path] = std::move(content);
+}
+
 File MemoryPlace::open(const std::string& path) {
   const auto node = nodes_.find(path);
   if (node != nodes_.end()) {
@@ -301,6 +307,8 @@ File MemoryPlace::open(const std::string& path) {
   }
   const auto input = inputs_.find(path);
   const std::string& user = input == inputs_.end() ? path : input->second;
+  const auto text = texts_.find(user);
+  if (text != texts_.end()) return openContent(text->second);
   if (user == packagePath_) return openContent(package_);
   return openPackage(user, openFile(user, "rb"));
 }

@@ -30,6 +30,8 @@ class MemoryPlace : public FlashEngine_1_00::FilePlace {
   void hide(std::function<bool(const std::string& path, const std::string& directory)> isHidden) {
     isHidden_ = std::move(isHidden);
   }
+  // Makes `text` what the user's file at `path` holds; it need not be there.
+  void addText(const std::string& path, const std::string& text);
 
   FlashEngine_1_00::File open(const std::string& path) override;
   FlashEngine_1_00::File createResultFile(const std::string& path) override;
@@ -68,4 +70,5 @@ class MemoryPlace : public FlashEngine_1_00::FilePlace {
   std::unordered_map<std::string, Node> nodes_;                       // by whole path
   std::unordered_map<std::string, std::vector<std::string>> listed_;  // by extraction directory
   std::unordered_map<std::string, std::string> inputs_;
+  std::unordered_map<std::string, std::shared_ptr<Content>> texts_;  // by the user's path
 };

@@ -9,81 +9,27 @@
 #include "checker/run/Worker.h"
 
 #include <fcntl.h>
-#include <sys/prctl.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
-#include <new>
 #include <system_error>
 
 #include "checker/run/TestFaults.h"
+#include "checker/run/WorkerProcess.h"
 
 namespace {
 
 constexpr auto kRemoval = std::chrono::seconds(30);  // for the directory of a worker that was killed
 
-// Exit statuses of a worker.
-constexpr int kSent = 0;
-constexpr int kOutOfMemory = 41;
-constexpr int kNotSent = 42;
-
-// Only what can be given up again: the helper that removes the directory has no bounds.
-void bound(int resource, rlim_t value) {
-  rlimit limit{};
-  if (getrlimit(static_cast<__rlimit_resource_t>(resource), &limit) != 0) return;
-  limit.rlim_cur = std::min(value, limit.rlim_max);
-  (void)setrlimit(static_cast<__rlimit_resource_t>(resource), &limit);
-}
-
-bool sendAll(int pipe, const std::string& bytes) {
-  std::size_t sent = 0;
-  while (sent < bytes.size()) {
-    const ssize_t count = write(pipe, bytes.data() + sent, bytes.size() - sent);
-    if (count < 0 && errno != EINTR) return false;
-    if (count > 0) sent += static_cast<std::size_t>(count);
-  }
-  return true;
-}
-
 // The worker process.
-[[noreturn]] void runWorker(const std::string& application, const WorkerBounds& bounds, const Work& work, int pipe) {
-  bound(RLIMIT_CORE, 0);
-  if (kIsMemoryBounded) bound(RLIMIT_AS, rlim_t{bounds.memory} << 20);
-  // The engine goes on without what it finds no memory for; here it has to be known.
-  std::set_new_handler([] { _exit(kOutOfMemory); });
+int runWorker(const std::string& application, const Work& work, int pipe) {
 #ifdef TARVO_TEST_FAULTS
   TESTING_ONLY_triggerFault(application, pipe);
 #endif
-  std::string bytes;
-  try {
-    bytes = work(application);
-  } catch (const std::exception&) {
-    _exit(kNotSent);
-  }
-  _exit(sendAll(pipe, bytes) ? kSent : kNotSent);
-}
-
-std::string endOf(int status, const WorkerBounds& bounds) {
-  if (WIFSIGNALED(status)) {
-    const int signal = WTERMSIG(status);
-    const char* name = sigabbrev_np(signal);
-    return "the process that checked it was ended by " +
-           (name == nullptr ? "signal " + std::to_string(signal) : std::string("SIG") + name) + " (" +
-           strsignal(signal) + ")";
-  }
-  switch (WEXITSTATUS(status)) {
-    case kSent:
-      return "";
-    case kOutOfMemory:
-      return "it takes more memory than the " + std::to_string(bounds.memory) + " MiB of --memory";
-    default:
-      return "the process that checked it ended with status " + std::to_string(WEXITSTATUS(status));
-  }
+  return sendAll(pipe, work(application)) ? kWorkDone : kWorkFailed;
 }
 
 }  // namespace
@@ -94,18 +40,7 @@ Worker::Worker(const std::string& application, const WorkerBounds& bounds, const
       deadline_(start_ + std::chrono::seconds(bounds.timeout) + std::chrono::seconds(bounds.besides)) {
   std::array<int, 2> ends{};
   if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::system_error(errno, std::generic_category());
-  const pid_t parent = getpid();
-  process_ = fork();
-  if (process_ == 0) {
-    signals.leaveToParent();
-    (void)prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (getppid() != parent) _exit(kNotSent);
-    // Nothing else of the parent's: neither the pipes of other workers, nor the files that reports go to.
-    constexpr int kPipe = STDERR_FILENO + 1;
-    if (ends[1] != kPipe) (void)dup2(ends[1], kPipe);
-    closefrom(kPipe + 1);
-    runWorker(application_, bounds_, work, kPipe);
-  }
+  process_ = startProcess(ends[1], bounds_, signals, [&](int pipe) { return runWorker(application_, work, pipe); });
   const int error = errno;
   close(ends[1]);
   pipe_ = ends[0];
@@ -167,5 +102,5 @@ void Worker::end() {
   close(pipe_);
   isDone_ = true;
   seconds_ = std::chrono::duration<double>(Clock::now() - start_).count();
-  if (failure_.empty()) failure_ = endOf(status, bounds_);
+  if (failure_.empty()) failure_ = failureOf(status, bounds_);
 }

@@ -10,15 +10,7 @@
 
 #include "checker/options/WorkerBounds.h"
 #include "checker/run/Signals.h"
-
-// Whether the bound on memory has an effect: a sanitizer takes address space by the terabyte.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kIsMemoryBounded = false;
-#elif defined(__has_feature)
-constexpr bool kIsMemoryBounded = !__has_feature(address_sanitizer);
-#else
-constexpr bool kIsMemoryBounded = true;
-#endif
+#include "checker/run/WorkerProcess.h"
 
 // Works on an application, in its worker. What comes back is sent.
 using Work = std::function<std::string(const std::string& application)>;

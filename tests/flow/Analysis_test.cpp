@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "flow/Flow.h"
+#include "flow/ParseCache.h"
 
 namespace {
 
@@ -266,6 +267,20 @@ TEST(FlowAnalysis, AnswersHostileTexts) {
   const flow::Result result = flow::analyse({{"index.html", kElements + repeat("<div>", 100'000)}}, database());
   ASSERT_EQ(result.notRead.size(), 1U);
   EXPECT_EQ(result.notRead[0].reason, "its elements are nested too deeply");
+}
+
+TEST(FlowAnalysis, IsTheSameWithACache) {
+  flow::ParseCache cache;
+  const flow::Extras extras{true, &cache};
+  std::string script = "var p = document.getElementById('au'); p.X(); p.GetVolume();";
+  for (const char* added : {"", "p.Y();", "", "f(); function f() { p.Z(); }"}) {
+    const std::vector<flow::File> files = {{"index.html", kElements + std::string("<script src=\"a.js\"></script>")},
+                                           {"a.js", script + added}};
+    const flow::Result cached = flow::analyse(files, database(), {}, extras);
+    EXPECT_EQ(found(cached), found(flow::analyse(files, database())));
+    for (const flow::FoundCall& call : cached.calls)
+      EXPECT_EQ(call.trace.empty() ? "" : call.trace.front().what, "element") << call.method;
+  }
 }
 
 }  // namespace
