@@ -13,6 +13,7 @@
 #include <climits>
 #include <memory>
 #include <system_error>
+#include <utility>
 
 #include "checker/commands/DatabaseCommand.h"
 #include "checker/lsp/Analyst.h"
@@ -46,30 +47,39 @@ WorkerBounds boundsOf(const Options& options) {
   return bounds;
 }
 
-InspectionOptions inspectionOf(const Options& options) {
+struct Wanted {
+  InspectionOptions inspection;
+  AcceptedCalls accepted;
+};
+
+Wanted wantedBy(const Options& options) {
+  Accepted accepted = readAccepted(options.accept, options.acceptFiles);
   InspectionOptions inspection;
   inspection.database = options.database;
-  inspection.accepted = acceptedNames(options.accept, options.acceptFiles);
+  inspection.accepted = std::move(accepted.names);
   inspection.unpacked = options.bounds.unpacked;
   inspection.flow.isPerPlugin = options.perPlugin;
-  return inspection;
+  inspection.exclusions = Exclusions(options.excludes, options.excludeInPackages);
+  inspection.deprecations = Deprecations(listDatabase(options.database), options.denyDeprecated);
+  return {std::move(inspection), std::move(accepted.calls)};
 }
 
-std::string answer(const std::string& bytes, const InspectionOptions& inspection, flow::ParseCache* cache) {
+std::string answer(const std::string& bytes, Wanted& wanted, flow::ParseCache* cache) {
   const LookRequest request = requestOf(bytes);
 #ifdef TARVO_TEST_FAULTS
   TESTING_ONLY_triggerFault(request.application, -1);
 #endif
-  return bytesOf(look(request, inspection, cache));
+  return bytesOf(look(request, wanted.inspection, wanted.accepted, cache));
 }
 
 // What the other process does. What it keeps of scripts goes with it.
-Analyst::Answer answerOf(const InspectionOptions& inspection) {
+Analyst::Answer answerOf(Wanted wanted) {
+  const auto kept = std::make_shared<Wanted>(std::move(wanted));
 #ifdef TARVO_FLOW
   const auto cache = std::make_shared<flow::ParseCache>();
-  return [inspection, cache](const std::string& request) { return answer(request, inspection, cache.get()); };
+  return [kept, cache](const std::string& request) { return answer(request, *kept, cache.get()); };
 #else
-  return [inspection](const std::string& request) { return answer(request, inspection, nullptr); };
+  return [kept](const std::string& request) { return answer(request, *kept, nullptr); };
 #endif
 }
 
@@ -97,7 +107,7 @@ class Loop {
  public:
   explicit Loop(const Options& options)
       : server_(methodsOf(options.database), FlowRun::isThere()),
-        analyst_(boundsOf(options), answerOf(inspectionOf(options)), signals_) {}
+        analyst_(boundsOf(options), answerOf(wantedBy(options)), signals_) {}
 
   int run() {
     while (!isClientGone_ && !(server_.isEnded() && output_.empty())) {

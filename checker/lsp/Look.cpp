@@ -91,14 +91,16 @@ class Maker {
   }
 
  private:
-  // What an advice of flow analysis suggests.
+  // What an advice suggests: the database's, or the nearest name.
   static std::string replacementIn(const std::string& advice) {
-    constexpr std::string_view kBefore = "did you mean '";
-    const std::size_t at = advice.find(kBefore);
-    if (at == std::string::npos) return {};
-    const std::size_t begin = at + kBefore.size();
-    const std::size_t end = advice.find('\'', begin);
-    return end == std::string::npos ? "" : advice.substr(begin, end - begin);
+    for (const std::string_view before : {"call '", "did you mean '"}) {
+      const std::size_t at = advice.find(before);
+      if (at == std::string::npos) continue;
+      const std::size_t begin = at + before.size();
+      const std::size_t end = advice.find('\'', begin);
+      if (end != std::string::npos) return advice.substr(begin, end - begin);
+    }
+    return {};
   }
 
   LookCall placed(const Call& from, const std::vector<TraceStep>& trace) {
@@ -238,7 +240,8 @@ LookCall readCall(Reader& in) {
 
 }  // namespace
 
-Look look(const LookRequest& request, const InspectionOptions& inspection, flow::ParseCache* cache) {
+Look look(const LookRequest& request, const InspectionOptions& inspection, AcceptedCalls& accepted,
+          flow::ParseCache* cache) {
   InspectionOptions options = inspection;
   options.all = true;
   options.unsaved = request.unsaved;
@@ -250,9 +253,11 @@ Look look(const LookRequest& request, const InspectionOptions& inspection, flow:
   if (request.isQuestion) {
     // Without the engine: it does not know who calls the placeholder.
     report.application = request.application;
-    FlowRun(request.application, &request.unsaved).run(options.flow, options.database, {}, PathNames(""), report);
+    FlowRun(request.application, options.exclusions, &request.unsaved)
+        .run(options.flow, options.database, {}, {}, PathNames(""), report);
   } else {
     report = inspect(request.application, options);
+    accepted.apply(report);
   }
   Look look;
   look.failure = report.failure;
@@ -262,7 +267,8 @@ Look look(const LookRequest& request, const InspectionOptions& inspection, flow:
     const bool isAccepted = finding.status == Finding::Status::accepted;
     const bool isCounted = finding.status == Finding::Status::reported;
     maker.add(finding,
-              isAccepted                                   ? "undocumented, but accepted"
+              finding.kind == Finding::Kind::deprecated    ? "documented, and deprecated"
+              : isAccepted                                 ? "undocumented, but accepted"
               : finding.kind == Finding::Kind::otherPlugin ? "documented for another plug-in only"
                                                            : "undocumented",
               isAccepted  ? LookCall::Severity::none

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "checker/lsp/TextPosition.h"
+#include "checker/options/AcceptedCalls.h"
 #include "checker/run/ApplicationFiles.h"
 #include "checker/run/Inspection.h"
 
@@ -57,7 +58,8 @@ struct Look {
 };
 
 // Does it, in this process. `cache` may be null; `inspection` says how an application is checked.
-Look look(const LookRequest& request, const InspectionOptions& inspection, flow::ParseCache* cache);
+Look look(const LookRequest& request, const InspectionOptions& inspection, AcceptedCalls& accepted,
+          flow::ParseCache* cache);
 
 std::string bytesOf(const LookRequest& request);
 std::string bytesOf(const Look& look);

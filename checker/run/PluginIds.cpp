@@ -27,7 +27,7 @@ std::vector<PluginId> idsOf(const FlashEngine_1_00::APIAnalysis& engine) {
 }  // namespace
 
 std::vector<PluginId> pluginIdsOf(const std::string& application, const std::string& database, unsigned unpacked) {
-  FlowRun flow(application);
+  FlowRun flow(application, {});
   EngineRunOptions options{database, {}, true, unpacked};
   options.keeps = FlowRun::reads;
   options.beforeRemoval = [&](const FlashEngine_1_00::APIAnalysis& engine) { flow.takeFiles(engine); };
