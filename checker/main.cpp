@@ -7,6 +7,7 @@
 #include "checker/commands/ExplainCommand.h"
 #include "checker/commands/FlashCommand.h"
 #include "checker/commands/LspCommand.h"
+#include "checker/commands/ReportCommand.h"
 #include "checker/commands/StandardStreams.h"
 #include "checker/commands/StoreCommands.h"
 #include "checker/commands/TypesCommand.h"
@@ -32,6 +33,7 @@ constexpr Row kRows[] = {
     {Command::merge, mergeCommand},
     {Command::types, typesCommand},
     {Command::lsp, lspCommand},
+    {Command::report, reportCommand},
 };
 
 }  // namespace

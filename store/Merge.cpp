@@ -15,7 +15,7 @@
 #include <set>
 #include <tuple>
 
-#include "checker/report/ReportJson.h"
+#include "checker/report/ReportFile.h"
 
 namespace fs = std::filesystem;
 
@@ -338,8 +338,6 @@ bool isDatabase(const std::string& path) {
   return start == kHeader;
 }
 
-using Json = nlohmann::ordered_json;
-
 // The time of "2026-11-21T22:06:32Z"; 0 if it is none.
 Number timeOf(const std::string& text) {
   std::tm parts{};
@@ -347,19 +345,17 @@ Number timeOf(const std::string& text) {
 }
 
 // The last line says what the run was.
-void describeRun(Connection& connection, const Json& head, const std::string& lines, bool hasAllCalls,
+void describeRun(Connection& connection, const RunFacts& facts, const std::string& lines, bool hasAllCalls,
                  const std::string& rules) {
-  const std::string started = head.value("started", "");
-  const std::string hash = bytesOfHex(head.value("databaseSha256", ""));
+  const std::string hash = bytesOfHex(facts.databaseSha256);
   Statement(connection, "UPDATE settings SET tool = ?, engine = ?, options = ?")
-      .with(head.value("tool", Json::object()).value("version", ""), head.value("engine", ""),
-            "rules=" + rules + (hasAllCalls ? "" : " calls=undocumented"))
+      .with(facts.tool, facts.engine, "rules=" + rules + (hasAllCalls ? "" : " calls=undocumented"))
       .run();
   Statement(connection, "UPDATE database SET path = ?, sha256 = ?")
-      .with(head.value("database", ""), Blob{hash.empty() ? sha256(lines) : hash})
+      .with(facts.database, Blob{hash.empty() ? sha256(lines) : hash})
       .run();
   Statement(connection, "UPDATE run SET name = ?, started = ?, finished = started")
-      .with(started.empty() ? std::string("unknown") : started.substr(0, 10), timeOf(started))
+      .with(facts.started.empty() ? std::string("unknown") : facts.started.substr(0, 10), timeOf(facts.started))
       .run();
 }
 
@@ -373,44 +369,37 @@ std::string joined(const std::vector<std::string>& words) {
 }  // namespace
 
 std::uint64_t importJsonLines(const std::string& lines, const std::string& path) {
-  std::ifstream file(lines, std::ios::binary);
   std::uint64_t without = 0;
-  std::uint64_t number = 0;
   bool hasAllCalls = false;
   std::string rules;
-  Json head = Json::object();
   std::set<std::pair<std::string, std::string>> documented;
   Store store(path, Store::Mode::write);
   RunWriter run(store, {"", "", ""}, {"", sha256(lines), {}}, "lines");
-  for (std::string line; std::getline(file, line);) {
-    ++number;
-    if (line.empty()) continue;
-    try {
-      const Json json = Json::parse(line);
-      if (json.contains("summary")) {
-        head = json;
-        continue;
-      }
-      ApplicationReport report = reportFrom(json);
-      hasAllCalls = hasAllCalls || !report.content.empty();
-      if (report.content.empty()) report.content = report.sha256;
-      if (report.contentSuffix.empty()) report.contentSuffix = fs::path(report.application).extension().string();
-      if (report.content.empty() && report.failure.empty()) {
-        report.failure = kFromJson;
-        ++without;
-      }
-      if (rules.empty()) rules = joined(report.rules);
-      for (const Finding& finding : report.documented)
-        documented.emplace(finding.call.plugin, finding.call.method);
-      report.isStored = false;
-      run.add(report);
-    } catch (const Json::exception& error) {
-      throw StoreError("'" + lines + "' line " + std::to_string(number) + ": no report: " + error.what());
+  const auto take = [&](ApplicationReport&& report) {
+    hasAllCalls = hasAllCalls || !report.content.empty();
+    if (report.content.empty()) report.content = report.sha256;
+    if (report.contentSuffix.empty()) report.contentSuffix = fs::path(report.application).extension().string();
+    if (report.content.empty() && report.failure.empty()) {
+      report.failure = kFromJson;
+      ++without;
     }
+    if (rules.empty()) rules = joined(report.rules);
+    for (const Finding& finding : report.documented)
+      documented.emplace(finding.call.plugin, finding.call.method);
+    report.isStored = false;
+    run.add(report);
+  };
+  RunFacts facts;
+  try {
+    facts = readReport(lines, take).back().facts;
+  } catch (const StoreError&) {
+    throw;
+  } catch (const std::runtime_error& error) {
+    throw StoreError("'" + lines + "' " + error.what());
   }
   Connection& connection = store.connection();
   Transaction transaction(connection);
-  describeRun(connection, head, lines, hasAllCalls, rules.empty() ? "engine" : rules);
+  describeRun(connection, facts, lines, hasAllCalls, rules.empty() ? "engine" : rules);
   Statement add(connection,
                 "INSERT OR IGNORE INTO documented(database_id, name, plugin) SELECT id, ?, ? FROM database");
   for (const auto& [plugin, name] : documented)

@@ -30,13 +30,27 @@ RepositoryPaths::Map mapOf(const std::vector<std::string>& pairs) {
   return map;
 }
 
+// What a check with these options is.
+RunFacts factsOf(const Options& options) {
+  RunFacts run = thisProgram();
+  run.database = options.database;
+  run.configFile = options.configFile;
+  run.all = options.all;
+  run.hasBaseline = !options.baseline.empty();
+  run.allowIncomplete = options.allowIncomplete;
+  if (Outputs::hasEvidence(options)) addEvidence(run);
+  return run;
+}
+
 }  // namespace
 
-Outputs::Outputs(const Options& options) {
-  WriterOptions writerOptions{
-      options.database, false, options.engineLines, options.all, !options.baseline.empty(), options.allowIncomplete};
-  writerOptions.configFile = options.configFile;
-  if (hasEvidence(options)) addEvidence(writerOptions);
+Outputs::Outputs(const Options& options) : Outputs(options, factsOf(options), {}) {}
+
+Outputs::Outputs(const Options& options, const RunFacts& run, const std::vector<RunFacts>& parts) {
+  WriterOptions writerOptions;
+  writerOptions.run = run;
+  writerOptions.parts = parts;
+  writerOptions.engineLines = options.engineLines;
   writerOptions.trace = options.trace;
   writerOptions.paths = RepositoryPaths(mapOf(options.maps));
   bool isFormatTaken = false;

@@ -13,6 +13,9 @@ class Outputs {
   // Throws UserError if a file cannot be written, or an option does not fit the others.
   explicit Outputs(const Options& options);
 
+  // The same for reports of runs that were made before: of `run`, or of several `parts`, which it says the common of.
+  Outputs(const Options& options, const RunFacts& run, const std::vector<RunFacts>& parts);
+
   // Whether a report is asked for that says what the run was.
   static bool hasEvidence(const Options& options);
 

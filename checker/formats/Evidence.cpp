@@ -7,6 +7,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "APICheckEngine/Facade.h"
 #include "checker/report/Sha256.h"
 
 namespace {
@@ -52,8 +53,15 @@ std::string commandLine() {
 
 }  // namespace
 
-void addEvidence(WriterOptions& options) {
-  options.started = now();
-  options.commandLine = commandLine();
-  options.databaseSha256 = sha256OfFile(options.database);
+RunFacts thisProgram() {
+  RunFacts run;
+  run.tool = TARVO_VERSION;
+  run.engine = FlashEngine_1_00::kEngineVersion;
+  return run;
+}
+
+void addEvidence(RunFacts& run) {
+  run.started = now();
+  run.commandLine = commandLine();
+  run.databaseSha256 = sha256OfFile(run.database);
 }

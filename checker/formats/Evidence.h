@@ -1,7 +1,10 @@
 #pragma once
 
-#include "checker/formats/ReportWriter.h"
+#include "checker/report/Report.h"
+
+// What a run of this program is: its version and the engine's.
+RunFacts thisProgram();
 
 // Fills in what a reader needs to repeat a run: when it started, the command line and the database's digest. What
 // cannot be found out stays empty.
-void addEvidence(WriterOptions& options);
+void addEvidence(RunFacts& run);

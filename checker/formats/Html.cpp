@@ -15,7 +15,6 @@
 #include <string_view>
 #include <vector>
 
-#include "APICheckEngine/Facade.h"
 #include "checker/formats/PageParts.h"
 #include "checker/formats/Wording.h"
 #include "checker/report/Characters.h"
@@ -176,6 +175,17 @@ Json jsonOf(const ApplicationReport& report) {
           {"calls", std::move(calls)}};
 }
 
+// A run of several that a report was put together of: "2026-11-21T22:06:32Z, tarvo-check 1.0.0, database db.xml
+// (SHA-256
+// ...): tarvo-check app.wgt"
+std::string factsText(const RunFacts& run) {
+  std::string text =
+      run.started + (run.started.empty() ? "" : ", ") + "tarvo-check " + run.tool + ", database " + run.database;
+  if (!run.databaseSha256.empty()) text += " (SHA-256 " + run.databaseSha256 + ")";
+  if (!run.commandLine.empty()) text += ": " + run.commandLine;
+  return text;
+}
+
 // JSON that can stand in a page.
 std::string scriptText(const Json& json) {
   std::string text;
@@ -243,14 +253,16 @@ class HtmlWriter : public ReportWriter {
     const auto add = [&](const char* name, const std::string& value) {
       if (!value.empty()) facts.push_back({name, printable(value)});
     };
-    add("Checker", "tarvo-check " TARVO_VERSION);
-    add("Engine", FlashEngine_1_00::kEngineVersion);
-    add("Database", options_.database);
-    add("SHA-256 of the database", options_.databaseSha256);
-    add("Started", options_.started);
-    add("Command line", options_.commandLine);
-    add("Config file", options_.configFile);
-    add("Calls", options_.all ? "all that were found" : "those that the device would report");
+    add("Checker", "tarvo-check " + options_.run.tool);
+    add("Engine", options_.run.engine);
+    add("Database", options_.run.database);
+    add("SHA-256 of the database", options_.run.databaseSha256);
+    add("Started", options_.run.started);
+    add("Command line", options_.run.commandLine);
+    add("Config file", options_.run.configFile);
+    add("Calls", options_.run.all ? "all that were found" : "those that the device would report");
+    for (const RunFacts& part : options_.parts)
+      add("One of its runs", factsText(part));
     return facts;
   }
 

@@ -45,10 +45,10 @@ class JUnitWriter : public ReportWriter {
  public:
   JUnitWriter(std::ostream& out, const WriterOptions& options) : out_(out), options_(options), suite_("testsuite") {
     suite_.SetAttribute("name", "tarvo-check");
-    if (options_.configFile.empty()) return;
+    if (options_.run.configFile.empty()) return;
     TiXmlElement& property = addElement(addElement(suite_, "properties"), "property");
     property.SetAttribute("name", "configFile");
-    property.SetAttribute("value", xmlText(options_.configFile).c_str());
+    property.SetAttribute("value", xmlText(options_.run.configFile).c_str());
   }
 
   void add(const ApplicationReport& report) override {
@@ -56,7 +56,7 @@ class JUnitWriter : public ReportWriter {
     TiXmlElement& testCase = addCase(report.application, report.seconds);
     const Lines lines = linesOn(report);
     if (report.verdict != Verdict::clean) {
-      const bool isSkipped = report.verdict == Verdict::incomplete && options_.allowIncomplete;
+      const bool isSkipped = report.verdict == Verdict::incomplete && options_.run.allowIncomplete;
       const char* failure = report.verdict == Verdict::notChecked ? "error" : "failure";
       TiXmlElement& element = addElement(testCase, isSkipped ? "skipped" : failure);
       element.SetAttribute("message", xmlText(verdictOn(report)).c_str());
@@ -79,7 +79,7 @@ class JUnitWriter : public ReportWriter {
     TiXmlElement& suites = addElement(document, "testsuites");
     setCounts(suites, wasInterrupted);
     setCounts(suite_, wasInterrupted);
-    setCount(suite_, "skipped", options_.allowIncomplete ? totals_.of(Verdict::incomplete) : 0);
+    setCount(suite_, "skipped", options_.run.allowIncomplete ? totals_.of(Verdict::incomplete) : 0);
     suites.InsertEndChild(suite_);
     TiXmlPrinter printer;
     printer.SetIndent("  ");
@@ -121,7 +121,7 @@ class JUnitWriter : public ReportWriter {
   }
 
   void setCounts(TiXmlElement& element, bool wasInterrupted) const {
-    const std::size_t incomplete = options_.allowIncomplete ? 0 : totals_.of(Verdict::incomplete);
+    const std::size_t incomplete = options_.run.allowIncomplete ? 0 : totals_.of(Verdict::incomplete);
     setCount(element, "tests", totals_.applications + (wasInterrupted ? 1 : 0));
     setCount(element, "failures", totals_.of(Verdict::findings) + incomplete);
     setCount(element, "errors", totals_.of(Verdict::notChecked) + (wasInterrupted ? 1 : 0));

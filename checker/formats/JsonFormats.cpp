@@ -5,9 +5,9 @@
 
 #include <algorithm>
 
-#include "APICheckEngine/Facade.h"
 #include "checker/formats/Wording.h"
 #include "checker/report/Characters.h"
+#include "checker/report/JsonText.h"
 #include "checker/report/ReportJson.h"
 
 using Json = nlohmann::ordered_json;
@@ -16,20 +16,28 @@ namespace {
 
 constexpr int kVersion = 1;  // of the format
 
-Json headOf(const WriterOptions& options) {
-  Json json{{"version", kVersion},
-            {"tool", {{"name", "tarvo-check"}, {"version", TARVO_VERSION}}},
-            {"engine", FlashEngine_1_00::kEngineVersion},
-            {"database", options.database},
-            {"options",
-             {{"all", options.all}, {"baseline", options.hasBaseline}, {"allowIncomplete", options.allowIncomplete}}}};
+// What a run was, beside its version.
+Json jsonOf(const RunFacts& facts) {
+  Json json{
+      {"tool", {{"name", "tarvo-check"}, {"version", facts.tool}}},
+      {"engine", facts.engine},
+      {"database", facts.database},
+      {"options", {{"all", facts.all}, {"baseline", facts.hasBaseline}, {"allowIncomplete", facts.allowIncomplete}}}};
   const auto add = [&](const char* name, const std::string& text) {
     if (!text.empty()) json[name] = text;
   };
-  add("databaseSha256", options.databaseSha256);
-  add("configFile", options.configFile);
-  add("started", options.started);
-  add("commandLine", options.commandLine);
+  add("databaseSha256", facts.databaseSha256);
+  add("configFile", facts.configFile);
+  add("started", facts.started);
+  add("commandLine", facts.commandLine);
+  return json;
+}
+
+Json headOf(const WriterOptions& options) {
+  Json json{{"version", kVersion}};
+  json.update(jsonOf(options.run));
+  for (const RunFacts& part : options.parts)
+    json["runs"].push_back(jsonOf(part));
   return json;
 }
 
@@ -51,35 +59,21 @@ Json summaryOf(const Totals& totals, bool wasInterrupted) {
           {"interrupted", wasInterrupted}};
 }
 
-// Replaces bytes that are no characters. A mark counts bytes of the text that it stands in, which become more.
-void makeText(Json& json) {
-  if (json.is_string()) {
-    json = utf8(json.get_ref<const std::string&>());
-  } else if (json.is_object() && json.contains("mark")) {
-    const std::string text = json.at("text");
-    const std::size_t mark = json.at("mark");
-    const std::size_t end = mark + json.at("markLength").get<std::size_t>();
-    const std::string whole = utf8(text);
-    const std::size_t newMark = std::min(utf8(text.substr(0, mark)).size(), whole.size());
-    const std::size_t newEnd = std::clamp(utf8(text.substr(0, end)).size(), newMark, whole.size());
-    json["text"] = whole;
-    json["mark"] = newMark;
-    json["markLength"] = newEnd - newMark;
-  } else if (json.is_structured()) {
-    for (Json& item : json)
-      makeText(item);
-  }
+// What can be read again as it was.
+std::string lossless(Json json, int indent = -1) {
+  makeTextAndRaw(json);
+  return jsonText(std::move(json), indent);
 }
 
 class JsonWriter : public ReportWriter {
  public:
   JsonWriter(std::ostream& out, const WriterOptions& options) : out_(out) {
-    const std::string head = jsonText(headOf(options), 2);
+    const std::string head = lossless(headOf(options), 2);
     out_ << head.substr(0, head.rfind('\n')) << ",\n  \"applications\": [";
   }
 
   void add(const ApplicationReport& report) override {
-    out_ << (totals_.applications == 0 ? "\n    " : ",\n    ") << jsonText(toJson(report), 6);
+    out_ << (totals_.applications == 0 ? "\n    " : ",\n    ") << lossless(toJson(report), 6);
     totals_.add(report);
   }
 
@@ -99,14 +93,14 @@ class JsonLinesWriter : public ReportWriter {
   JsonLinesWriter(std::ostream& out, const WriterOptions& options) : out_(out), last_(headOf(options)) {}
 
   void add(const ApplicationReport& report) override {
-    out_ << jsonText(toJson(report)) << '\n';
+    out_ << lossless(toJson(report)) << '\n';
     out_.flush();  // whoever reads along gets whole lines
     totals_.add(report);
   }
 
   void end(bool wasInterrupted) override {
     last_["summary"] = summaryOf(totals_, wasInterrupted);
-    out_ << jsonText(last_) << '\n';
+    out_ << lossless(last_) << '\n';
     out_.flush();
   }
 

@@ -73,11 +73,11 @@ Json deprecatedRule() {
 }
 
 // What the driver can say: its rules, and its notices.
-Json driver() {
+Json driverOf(const std::string& version) {
   const auto notice = [](const char* id, const char* name, const char* text) {
     return Json{{"id", id}, {"name", name}, {"shortDescription", contentOf(text)}};
   };
-  Json json{{"name", "tarvo-check"}, {"version", TARVO_VERSION}};
+  Json json{{"name", "tarvo-check"}, {"version", version}};
   json["rules"] = Json::array({undocumentedRule(), deprecatedRule()});
   json["notifications"] = Json::array({
       notice(kNotCheckedNotice, "NotChecked", "A part of an application was not looked at."),
@@ -138,7 +138,7 @@ class SarifWriter : public ReportWriter {
   SarifWriter(std::ostream& out, const WriterOptions& options)
       : out_(out), options_(options), artifacts_(options.paths) {
     out_ << "{\n  \"$schema\": \"" << kSchema << "\",\n  \"version\": \"2.1.0\",\n  \"runs\": [\n    {\n"
-         << "      \"tool\": " << jsonText({{"driver", driver()}}, kIndent) << ",\n"
+         << "      \"tool\": " << jsonText({{"driver", driverOf(options.run.tool)}}, kIndent) << ",\n"
          << "      \"columnKind\": \"unicodeCodePoints\",\n      \"results\": [";
   }
 
@@ -169,7 +169,7 @@ class SarifWriter : public ReportWriter {
     }
     Json invocation{{"executionSuccessful", isSuccess_}};
     if (!notices_.empty()) invocation["toolExecutionNotifications"] = notices_;
-    if (!options_.configFile.empty()) invocation["properties"] = {{"configFile", options_.configFile}};
+    if (!options_.run.configFile.empty()) invocation["properties"] = {{"configFile", options_.run.configFile}};
     out_ << (hasResults_ ? "\n      " : "") << "],\n      \"artifacts\": " << jsonText(artifacts_.list(), kIndent)
          << ",\n      \"invocations\": " << jsonText(Json::array({invocation}), kIndent) << "\n    }\n  ]\n}\n";
     out_.flush();
@@ -227,7 +227,7 @@ class SarifWriter : public ReportWriter {
     if (finding.kind == Finding::Kind::deprecated) result.update({{"ruleId", kDeprecatedRule}, {"ruleIndex", 1}});
     result["level"] = finding.status == Finding::Status::noted ? "note" : "error";
     if (!finding.fingerprint.empty()) result["partialFingerprints"] = {{kFingerprint, finding.fingerprint}};
-    if (options_.hasBaseline || finding.status == Finding::Status::known)
+    if (options_.run.hasBaseline || finding.status == Finding::Status::known)
       result["baselineState"] = finding.status == Finding::Status::known ? "unchanged" : "new";
     if (finding.status == Finding::Status::accepted) {
       const std::string why = acceptanceOf(finding);
@@ -248,7 +248,7 @@ class SarifWriter : public ReportWriter {
     result["kind"] = "open";
     result["level"] = "none";
     addFlow(result, item.trace, application);
-    if (options_.hasBaseline) result["baselineState"] = "new";
+    if (options_.run.hasBaseline) result["baselineState"] = "new";
     return result;
   }
 

@@ -8,63 +8,14 @@
 #include "checker/options/Baseline.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
+#include <filesystem>
 #include <stdexcept>
 
 #include "checker/options/Suggestion.h"
 #include "checker/report/Characters.h"
-#include "checker/report/ReportJson.h"
-
-using Json = nlohmann::ordered_json;
+#include "checker/report/ReportFile.h"
 
 namespace {
-
-constexpr int kVersion = 1;  // of the formats that are read
-
-std::string textOf(const std::string& path) {
-  errno = 0;
-  std::ifstream file(path, std::ios::binary);
-  std::string text;
-  char part[4096];
-  while (file.read(part, sizeof part) || file.gcount() > 0)
-    text.append(part, static_cast<std::size_t>(file.gcount()));
-  if (!file.is_open() || file.bad()) {
-    throw std::runtime_error("the baseline '" + path + "' cannot be read: " + std::strerror(errno) +
-                             didYouMeanFile(path));
-  }
-  return text;
-}
-
-bool isReport(const Json& json) {
-  return json.is_object() && json.contains("application");
-}
-
-// The applications of a report in the format json; of jsonl, those lines that are one.
-std::vector<ApplicationReport> reportsIn(const std::string& text) {
-  std::vector<ApplicationReport> reports;
-  const Json whole = Json::parse(text, nullptr, false);
-  if (whole.is_object() && whole.contains("applications")) {
-    if (whole.at("version") != kVersion) throw std::invalid_argument("it is of another version");
-    for (const Json& application : whole.at("applications"))
-      reports.push_back(reportFrom(application));
-    return reports;
-  }
-  bool isJsonl = false;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end = std::min(text.find('\n', at), text.size());
-    const std::string line = text.substr(at, end - at);
-    at = end + 1;
-    if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
-    const Json json = Json::parse(line);
-    isJsonl = isJsonl || isReport(json) || (json.is_object() && json.contains("version"));
-    if (json.value("version", kVersion) != kVersion) throw std::invalid_argument("it is of another version");
-    if (isReport(json)) reports.push_back(reportFrom(json));
-  }
-  if (!isJsonl) throw std::invalid_argument("there is no application in it");
-  return reports;
-}
 
 // The last component of a path, "app.wgt" of "dist/app.wgt" and "www" of "www/".
 std::string fileNameOf(const std::string& path) {
@@ -77,19 +28,20 @@ std::string fileNameOf(const std::string& path) {
 }  // namespace
 
 Baseline::Baseline(const std::string& path) {
-  const std::string text = textOf(path);
-  try {
-    for (const ApplicationReport& report : reportsIn(text)) {
-      Counts counts;
-      for (const Finding& finding : report.findings) {
-        // An exception that is withdrawn must show again.
-        if (finding.status != Finding::Status::accepted) ++counts[identityOf(finding)];
-      }
-      applications_.emplace_back(report.application, std::move(counts));
+  const auto take = [&](ApplicationReport&& report) {
+    Counts counts;
+    for (const Finding& finding : report.findings) {
+      // An exception that is withdrawn must show again.
+      if (finding.status != Finding::Status::accepted) ++counts[identityOf(finding)];
     }
-  } catch (const std::exception& error) {
-    throw std::runtime_error("the baseline '" + path +
-                             "' is no report of this program in the format json or jsonl: " + error.what());
+    applications_.emplace_back(report.application, std::move(counts));
+  };
+  try {
+    (void)readReport(path, take);
+  } catch (const std::runtime_error& error) {
+    std::error_code none;
+    const std::string meant = std::filesystem::exists(path, none) ? "" : didYouMeanFile(path);
+    throw std::runtime_error("the baseline '" + path + "' " + error.what() + meant);
   }
 }
 

@@ -36,7 +36,7 @@ Exit status:
 Of several applications together it is the first of 2, 1, 3 and 0. It is 128 and the signal's number
 if a signal ended the run. explain, disassemble, decompile and types give 0 or 2. database also gives 1, for
 a warning or a difference; judge, if an application changes; merge, for a conflict; lsp, if the
-editor goes without a word.
+editor goes without a word. report gives 0 when all is written.
 
 Examples:
   tarvo-check app.wgt                             one application
@@ -179,6 +179,10 @@ class Parser {
       add("OUT", options_.file, "the store that is made, or gets the others");
       part.add_option("IN", options_.inputs, "stores, and reports as JSON lines")->type_name("");
     }
+    if (row.command == Command::report)
+      part.add_option("IN", options_.inputs, "reports in the format json or jsonl; - is standard input")
+          ->type_name("")
+          ->required();
   }
 
   CLI::Option* declare(CLI::App& part, const OptionRow& row) {

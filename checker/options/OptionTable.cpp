@@ -28,6 +28,7 @@ constexpr unsigned kCatalogue = only(Command::catalogue);
 constexpr unsigned kMerge = only(Command::merge);
 constexpr unsigned kTypes = only(Command::types);
 constexpr unsigned kLsp = only(Command::lsp);
+constexpr unsigned kReport = only(Command::report);
 
 constexpr const char* kWhat = "What is checked";
 constexpr const char* kHow = "How it is checked";
@@ -68,6 +69,7 @@ const std::vector<CommandRow> kCommands{
     {Command::merge, "merge", "make one store of stores and reports as JSON lines"},
     {Command::types, "types", "write the plug-ins and the ids of an application as TypeScript declarations"},
     {Command::lsp, "lsp", "serve an editor with the Language Server Protocol"},
+    {Command::report, "report", "write reports of earlier runs in another format, put together"},
 };
 
 const std::vector<OptionRow> kOptions{
@@ -121,29 +123,29 @@ const std::vector<OptionRow> kOptions{
     {"unpacked", "MIB", kHow, kCheck | kExplain | kTypes | kLsp, true, &WorkerBounds::unpacked, kMaxUnpacked,
      "how much the packages of an application may unpack to", ""},
 
-    {"format", "text|json|jsonl|sarif|junit|html|github|gitlab", kPrinted, kCheck | kJudge, true, &Options::format, 0,
-     "format of the report", ": on standard output, or in --output files whose suffix tells none"},
-    {"output", "FILE", kPrinted, kCheck | kJudge, true, &Options::outputs, 0,
+    {"format", "text|json|jsonl|sarif|junit|html|github|gitlab", kPrinted, kCheck | kJudge | kReport, true,
+     &Options::format, 0, "format of the report", ": on standard output, or in --output files whose suffix tells none"},
+    {"output", "FILE", kPrinted, kCheck | kJudge | kReport, true, &Options::outputs, 0,
      "write a report in the format of the suffix",
      ": .txt, .json, .jsonl, .sarif, .xml (junit) or .html; can be repeated"},
     {"format", "text|json|csv|html", kPrinted, kCatalogue, false, &Options::format, 0, "format of the catalogue", ""},
     {"output", "FILE", kPrinted, kCatalogue, false, &Options::outputs, 0, "write the catalogue to this file",
      ", in the format of the suffix: .txt, .json, .csv or .html"},
     {"output", "FILE", kPrinted, kTypes, false, &Options::outputs, 0, "write the declarations to this file", ""},
-    {"map", "PREFIX=DIR", kPrinted, kCheck, true, &Options::maps, 0,
+    {"map", "PREFIX=DIR", kPrinted, kCheck | kReport, true, &Options::maps, 0,
      "name files below PREFIX as those of this directory, where they are there",
      ": in github, gitlab and SARIF reports; app.wgt!/www=src; can be repeated"},
-    {"engine-lines", "", kPrinted, kCheck, true, &Options::engineLines, 0,
+    {"engine-lines", "", kPrinted, kCheck | kReport, true, &Options::engineLines, 0,
      "print findings as the engine writes them on the device", ""},
-    {"trace", "", kPrinted, kCheck, true, &Options::trace, 0,
+    {"trace", "", kPrinted, kCheck | kReport, true, &Options::trace, 0,
      "print how the plug-in object of each finding came to the call", ""},
     {"log", "", kPrinted, kCheck, true, &Options::log, 0, "print the log of the engine to standard error", ""},
-    {"quiet", "", kPrinted, kCheck | kJudge | kMerge, true, &Options::quiet, 0, "print error messages only",
+    {"quiet", "", kPrinted, kCheck | kJudge | kMerge | kReport, true, &Options::quiet, 0, "print error messages only",
      "; exit status and --output files tell the rest"},
     {"no-progress", "", kPrinted, kCheck, true, &Options::noProgress, 0,
      "do not show on the terminal how far the run is", ""},
-    {"color", "auto|always|never", kPrinted, kCheck | kJudge, true, &Options::color, 0, "whether text is coloured",
-     "; auto: on a terminal, unless NO_COLOR is set"},
+    {"color", "auto|always|never", kPrinted, kCheck | kJudge | kReport, true, &Options::color, 0,
+     "whether text is coloured", "; auto: on a terminal, unless NO_COLOR is set"},
     {"json", "", kPrinted, kFlash | kDatabase | kDiff, false, &Options::json, 0, "print JSON",
      "; of Flash files, bytes are the code points U+0000 to U+00FF"},
 

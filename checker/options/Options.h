@@ -18,7 +18,8 @@ enum class Command {
   catalogue,
   merge,
   types,
-  lsp
+  lsp,
+  report
 };
 
 // What the user asked for, on the command line or in a config file.
@@ -72,7 +73,7 @@ struct Options {
   std::string file;
   bool json = false;
   std::string older, newer;         // databases to compare
-  std::vector<std::string> inputs;  // stores to merge
+  std::vector<std::string> inputs;  // stores to merge, or reports to read
 
   // The options that the command line has, without dashes. They go before those of a config file.
   std::set<std::string> given;

@@ -152,6 +152,28 @@ struct Coverage {
   std::uint64_t bytesRun = 0;
 };
 
+// How often a documented method is called in a file.
+struct DocumentedUse {
+  std::string plugin;
+  std::string method;
+  std::string path;
+  std::uint64_t calls = 0;
+};
+
+// What a run was, as evidence. What is not known is empty.
+struct RunFacts {
+  std::string tool;  // version of tarvo-check
+  std::string engine;
+  std::string database;        // path, as shown
+  std::string databaseSha256;  // in hexadecimal
+  std::string configFile;      // path of the one that options were taken from
+  std::string started;         // date and time, "2026-11-21T22:06:32Z"
+  std::string commandLine;
+  bool all = false;  // whether all calls were asked for
+  bool hasBaseline = false;
+  bool allowIncomplete = false;
+};
+
 struct ApplicationReport {
   std::string application;  // as the user named it
   std::string sha256 = {};  // of its bytes, in hexadecimal; empty for a folder and for what cannot be read
@@ -177,6 +199,10 @@ struct ApplicationReport {
   std::vector<Library> libraries;      // that were recognised
   std::vector<Coverage> coverage;      // of a trial, by file
   std::string browser;                 // name and version of the one that the trial ran in
+
+  // Of a check of all calls: with what two versions are compared.
+  std::vector<DocumentedUse> documentedUses;  // by plug-in, method and path
+  std::vector<std::string> files;             // by their paths, those in packages, too
 
   // For a store, if one asked for it.
   std::string content = {};              // hash of the content, in hexadecimal; of a folder, too

@@ -4,8 +4,11 @@
 
 #include "checker/report/ReportJson.h"
 
+#include <cstdint>
 #include <iterator>
+#include <limits>
 #include <stdexcept>
+#include <string>
 
 using Json = nlohmann::ordered_json;
 
@@ -21,6 +24,26 @@ Named named(const std::string& name, Named last) {
   throw std::invalid_argument("no such value: " + name);
 }
 
+// A number that counts, which a file can have made anything of.
+template <typename Number>
+Number countIn(const Json& json) {
+  constexpr auto kMost = static_cast<std::uint64_t>(std::numeric_limits<Number>::max());
+  const bool isCount = json.is_number_unsigned() || (json.is_number_integer() && json.get<std::int64_t>() >= 0);
+  if (!isCount || json.get<std::uint64_t>() > kMost)
+    throw std::out_of_range("no number from 0 to " + std::to_string(kMost) + ": " + json.dump());
+  return json.get<Number>();
+}
+
+// The same; 0 if it is not there.
+template <typename Number>
+Number countIn(const Json& json, const char* name) {
+  return json.contains(name) ? countIn<Number>(json.at(name)) : Number{0};
+}
+
+Position positionIn(const Json& json) {
+  return {countIn<int>(json, "line"), countIn<int>(json, "column")};
+}
+
 template <typename T>
 Json listOf(const std::vector<T>& items);
 template <typename T>
@@ -31,7 +54,7 @@ Json jsonOf(const SourceLine& line) {
 }
 
 void read(const Json& json, SourceLine& line) {
-  line = {json.at("line"), json.at("text")};
+  line = {countIn<int>(json.at("line")), json.at("text")};
 }
 
 Json jsonOf(const Call& call) {
@@ -56,8 +79,8 @@ Json jsonOf(const Call& call) {
 // All of a call but what stands around it.
 void readCall(const Json& json, Call& call) {
   call.path = json.at("path");
-  call.place = {json.value("line", 0), json.value("column", 0)};
-  call.engineLine = json.value("engineLine", 0);
+  call.place = positionIn(json);
+  call.engineLine = countIn<int>(json, "engineLine");
   call.plugin = json.at("plugin");
   call.method = json.at("method");
   call.found = named(json.at("found"), Call::Found::trial);
@@ -68,8 +91,8 @@ void read(const Json& json, Call& call) {
   readCall(json, call);
   const Json& excerpt = json.at("excerpt");
   read(excerpt, call.excerpt);
-  call.mark = excerpt.at("mark");
-  call.markLength = excerpt.at("markLength");
+  call.mark = countIn<std::size_t>(excerpt.at("mark"));
+  call.markLength = countIn<std::size_t>(excerpt.at("markLength"));
   if (call.mark > call.excerpt.text.size() || call.markLength > call.excerpt.text.size() - call.mark) {
     throw std::out_of_range("the mark of an excerpt lies outside of it");
   }
@@ -85,10 +108,7 @@ Json jsonOf(const TraceStep& step) {
 }
 
 void read(const Json& json, TraceStep& step) {
-  step = {named(json.at("what"), TraceStep::What::call),
-          json.at("text"),
-          json.at("path"),
-          {json.value("line", 0), json.value("column", 0)},
+  step = {named(json.at("what"), TraceStep::What::call), json.at("text"), json.at("path"), positionIn(json),
           json.value("source", "")};
 }
 
@@ -211,7 +231,16 @@ Json jsonOf(const Coverage& file) {
 }
 
 void read(const Json& json, Coverage& file) {
-  file = {json.at("path"), json.at("functions"), json.at("functionsRun"), json.at("bytes"), json.at("bytesRun")};
+  const auto count = [&](const char* name) { return countIn<std::uint64_t>(json.at(name)); };
+  file = {json.at("path"), count("functions"), count("functionsRun"), count("bytes"), count("bytesRun")};
+}
+
+Json jsonOf(const DocumentedUse& use) {
+  return {{"plugin", use.plugin}, {"method", use.method}, {"path", use.path}, {"calls", use.calls}};
+}
+
+void read(const Json& json, DocumentedUse& use) {
+  use = {json.at("plugin"), json.at("method"), json.at("path"), countIn<std::uint64_t>(json.at("calls"))};
 }
 
 Json jsonOf(const std::string& text) {
@@ -244,6 +273,18 @@ std::vector<T> itemsOf(const Json& list) {
   for (std::size_t i = 0; i < items.size(); ++i)
     read(list.at(i), items[i]);
   return items;
+}
+
+Json filesOf(const ApplicationReport& report) {
+  Json list = Json::array();
+  for (const std::string& path : report.files)
+    list.push_back({{"path", path}});
+  return list;
+}
+
+void readFiles(const Json& list, ApplicationReport& report) {
+  for (const Json& file : list)
+    report.files.push_back(file.at("path"));
 }
 
 // Calls of documented methods can be many: nothing that stands around them.
@@ -295,6 +336,8 @@ Json toJson(const ApplicationReport& report) {
   addList(json, "libraries", report.libraries);
   addList(json, "coverage", report.coverage);
   addText(json, "browser", report.browser);
+  addList(json, "documentedUses", report.documentedUses);
+  if (!report.files.empty()) json["files"] = filesOf(report);
   addText(json, "change", report.change);
   addText(json, "content", report.content);
   addText(json, "contentSuffix", report.contentSuffix);
@@ -316,22 +359,24 @@ ApplicationReport reportFrom(const Json& json) {
   report.notChecked = itemsOf<NotChecked>(json.at("notChecked"));
   report.elements = itemsOf<PluginElement>(json.at("elements"));
   report.bindings = itemsOf<Binding>(json.at("bindings"));
-  report.sources = json.at("sources");
-  report.flashFiles = json.at("flashFiles");
+  report.sources = countIn<std::uint64_t>(json.at("sources"));
+  report.flashFiles = countIn<std::uint64_t>(json.at("flashFiles"));
   report.seconds = json.at("seconds");
   readList(json, "excluded", report.excluded);
   readList(json, "rules", report.rules);
-  report.judgedCalls = json.value("judgedCalls", std::uint64_t{0});
-  report.judgedPlugins = json.value("judgedPlugins", std::uint64_t{0});
-  report.behindStops = json.value("behindStops", std::uint64_t{0});
+  report.judgedCalls = countIn<std::uint64_t>(json, "judgedCalls");
+  report.judgedPlugins = countIn<std::uint64_t>(json, "judgedPlugins");
+  report.behindStops = countIn<std::uint64_t>(json, "behindStops");
   report.hasCallsWithoutPlugin = json.value("callsWithoutPlugin", false);
   readList(json, "libraries", report.libraries);
   readList(json, "coverage", report.coverage);
   report.browser = json.value("browser", "");
+  readList(json, "documentedUses", report.documentedUses);
+  if (json.contains("files")) readFiles(json.at("files"), report);
   report.change = json.value("change", "");
   report.content = json.value("content", "");
   report.contentSuffix = json.value("contentSuffix", "");
-  report.size = json.value("size", std::uint64_t{0});
+  report.size = countIn<std::uint64_t>(json, "size");
   if (json.contains("documented")) readDocumented(json.at("documented"), report);
   report.isStored = json.value("stored", false);
   readList(json, "log", report.log);

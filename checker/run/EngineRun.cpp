@@ -354,6 +354,7 @@ Outcome Run::start() {
   Outcome outcome{code,       {},      std::move(lines), std::move(log_),   excluded_.list(),
                   takeGaps(), sources, flashFiles,       std::move(engine), names_};
   outcome.failure = failureOf(code, outcome);
+  outcome.files = std::move(files_);
   return outcome;
 }
 

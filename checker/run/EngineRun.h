@@ -45,6 +45,7 @@ struct Outcome {
   std::uint64_t flashFiles = 0;
   std::unique_ptr<const FlashEngine_1_00::APIAnalysis> engine;  // with its lists
   PathNames names;                                              // for the paths in them
+  std::vector<std::string> files = {};                          // of the application and of its packages, by such paths
 
   Verdict verdict() const { return verdictOf(!failure.empty(), !findingLines.empty(), !notChecked.empty()); }
 };

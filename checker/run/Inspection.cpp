@@ -53,7 +53,10 @@ class CallCollector {
 
   void record(const FoundCall& found) {
     count(found);
-    if (found.verdict == FoundCall::Verdict::documented) return recordDocumented(found);
+    if (found.verdict == FoundCall::Verdict::documented) {
+      uses_[{found.classId, found.method, found.path}].insert(found.call.data());
+      return recordDocumented(found);
+    }
     if (device_.isFull(found.verdict) && listed_.isFull(found.verdict)) {
       isCut_ = true;
       return;
@@ -131,6 +134,16 @@ class CallCollector {
   // Whether there were more than are kept.
   bool isCut(bool all) const { return isCut_ || device_.isCut() || documented_.isCut() || (all && listed_.isCut()); }
 
+  // How often documented methods are called, by plug-in, method and the user's path.
+  std::vector<DocumentedUse> documentedUses(const PathNames& names) const {
+    std::vector<DocumentedUse> uses;
+    for (const auto& [use, calls] : uses_) {
+      const auto& [plugin, method, path] = use;
+      uses.push_back({plugin, method, names.shown(path), calls.size()});
+    }
+    return uses;
+  }
+
   // How many calls were judged, and on how many plug-ins.
   std::uint64_t judgedCalls() const { return judged_.size(); }
   std::uint64_t judgedPlugins() const { return plugins_.size(); }
@@ -200,6 +213,7 @@ class CallCollector {
   bool isCut_ = false;
   std::set<std::pair<std::string, const char*>> judged_;
   std::set<std::string> plugins_;
+  std::map<std::tuple<std::string, std::string, std::string>, std::set<const char*>> uses_;
 };
 
 const char* reasonOf(FoundCall::Verdict verdict) {
@@ -356,6 +370,17 @@ void addObjects(const Outcome& run, ApplicationReport& report) {
   }
 }
 
+// The files that it is made of; a package is not one of its own.
+std::vector<std::string> filesOf(const Outcome& run, const std::string& application) {
+  std::vector<std::string> files;
+  for (const std::string& path : run.files)
+    files.push_back(run.names.shown(path));
+  std::sort(files.begin(), files.end());
+  files.erase(std::unique(files.begin(), files.end()), files.end());
+  if (files.size() > 1) files.erase(std::remove(files.begin(), files.end(), application), files.end());
+  return files;
+}
+
 // Adds what the engine's run came to, but for what is said of a list that is cut.
 void addRun(Outcome& run, const CallCollector& calls, const InspectionOptions& options, ApplicationReport& report) {
   report.failure = run.failure;
@@ -377,6 +402,9 @@ void addRun(Outcome& run, const CallCollector& calls, const InspectionOptions& o
   } else {
     addDeprecated(calls, options, report);
   }
+  if (!options.all || !report.failure.empty()) return;
+  report.documentedUses = calls.documentedUses(run.names);
+  report.files = filesOf(run, report.application);
 }
 
 void inspect(const InspectionOptions& options, ApplicationReport& report) {

@@ -16,6 +16,7 @@
 #include "checker/formats/Evidence.h"
 #include "checker/formats/Wording.h"
 #include "checker/report/Characters.h"
+#include "checker/report/ReportFile.h"
 #include "checker/report/ReportJson.h"
 #include "checker/report/Sha256.h"
 
@@ -89,6 +90,8 @@ ApplicationReport everythingWith(const std::string& text) {
   report.libraries = {{"jQuery" + text, path}};
   report.coverage = {{path, 4, 3, 200, 100}};
   report.browser = "Chromium" + text;
+  report.documentedUses = {{"P" + text, "Set" + text, path, 3}};
+  report.files = {path, "app"};
   conclude(report);
   return report;
 }
@@ -112,6 +115,12 @@ std::string written(Format format, const std::vector<ApplicationReport>& reports
     writer->add(report);
   writer->end(wasInterrupted);
   return out.str();
+}
+
+WriterOptions withDatabase(const std::string& path) {
+  WriterOptions options;
+  options.run.database = path;
+  return options;
 }
 
 std::string textOf(const fs::path& path) {
@@ -216,7 +225,7 @@ TEST(JsonReport, HoldsWhatTheReportHolds) {
 
 TEST(JsonReport, IsOneObjectOrALineForEach) {
   const std::vector<ApplicationReport> reports{everythingWith(kHostile), reportWith("b", {}, {}, "gone")};
-  const Json json = Json::parse(written(Format::json, reports, {"db.xml"}, true));
+  const Json json = Json::parse(written(Format::json, reports, withDatabase("db.xml"), true));
   EXPECT_EQ(json.at("version"), 1);
   EXPECT_EQ(json.at("database"), "db.xml");
   EXPECT_EQ(json.at("applications").size(), 2U);
@@ -228,7 +237,7 @@ TEST(JsonReport, IsOneObjectOrALineForEach) {
   const Call& call = read.findings[0].call;
   EXPECT_EQ(call.excerpt.text.substr(call.mark, call.markLength), "tv.Get" + utf8(kHostile) + "();");
 
-  std::istringstream lines(written(Format::jsonl, reports, {"db.xml"}, true));
+  std::istringstream lines(written(Format::jsonl, reports, withDatabase("db.xml"), true));
   for (std::string line; std::getline(lines, line);) {
     const Json part = Json::parse(line);
     if (lines.peek() == EOF) {
@@ -250,8 +259,11 @@ void takeKeys(const Json& json, std::set<std::string>& keys) {
 TEST(JsonReport, EveryFieldIsDescribed) {
   std::set<std::string> keys;
   WriterOptions options;
-  options.configFile = options.commandLine = options.databaseSha256 = options.started = "x";
-  takeKeys(Json::parse(written(Format::json, {everythingWith(""), reportWith("b", {}, {}, "gone")}, options)), keys);
+  options.run.configFile = options.run.commandLine = options.run.databaseSha256 = options.run.started = "x";
+  options.parts = {options.run, options.run};
+  for (const std::string& text : {std::string(), kHostile})
+    takeKeys(Json::parse(written(Format::json, {everythingWith(text), reportWith("b", {}, {}, "gone")}, options)),
+             keys);
   const fs::path data = fs::path(DATABASE).parent_path();
   const std::string schema = textOf(data / "tarvo-check-report.schema.json");
   const std::string document = textOf(data.parent_path() / "docs/json.md");
@@ -262,9 +274,123 @@ TEST(JsonReport, EveryFieldIsDescribed) {
   }
 }
 
+// What is read from JSON gives, in every format, what the run itself wrote: bytes that are no characters, too.
+TEST(ReportFile, GivesEveryFormatAgain) {
+  WriterOptions options;
+  options.run = {"1.2",
+                 "E",
+                 "db" + kHostile,
+                 std::string(64, 'b'),
+                 "config" + kHostile,
+                 "2026-11-21T22:06:32Z",
+                 "tarvo-check " + kHostile,
+                 true,
+                 true,
+                 true};
+  options.trace = true;
+  WriterOptions engineLines = options;
+  engineLines.engineLines = true;
+  ApplicationReport stopped = everythingWith("\xE9");
+  stopped.behindStops = 4;
+  stopped.findings[0].call.excerpt.text =
+      "\xE9"
+      "a\xC3";  // the mark ends within a character
+  stopped.findings[0].call.mark = 1;
+  stopped.findings[0].call.markLength = 1;
+  const std::vector<ApplicationReport> reports{everythingWith(kHostile), everythingWith("]]>"), stopped,
+                                               reportWith(kHostile, {}, {}, kHostile), reportWith("", {})};
+  for (const Format from : {Format::json, Format::jsonl}) {
+    for (const bool wasInterrupted : {false, true}) {
+      std::vector<ApplicationReport> again;
+      const std::vector<ReportedRun> runs =
+          readReportText(written(from, reports, options, wasInterrupted),
+                         [&](ApplicationReport&& report) { again.push_back(std::move(report)); });
+      ASSERT_EQ(runs.size(), 1U);
+      EXPECT_TRUE(runs[0].isWhole);
+      EXPECT_EQ(runs[0].wasInterrupted, wasInterrupted);
+      WriterOptions read = options;
+      read.run = runs[0].facts;
+      for (const char* name : {"text", "sarif", "json", "jsonl", "junit", "html", "github", "gitlab"}) {
+        const Format format = *formatNamed(name);
+        EXPECT_EQ(written(format, again, read, wasInterrupted), written(format, reports, options, wasInterrupted))
+            << name;
+      }
+      EXPECT_EQ(written(Format::text, again, engineLines), written(Format::text, reports, engineLines));
+    }
+  }
+}
+
+TEST(ReportFile, SaysWhatIsWrongAndWhere) {
+  const std::string line = written(Format::jsonl, {everythingWith("\xE9")});
+  const std::string whole = written(Format::json, {everythingWith("\xE9")});
+  const auto with = [&](const std::string& old, const std::string& now) {
+    std::string text = line;
+    text.replace(text.find(old), old.size(), now);
+    return text;
+  };
+  struct Row {
+    std::string text;
+    std::string says;
+  };
+  for (const Row& row : std::vector<Row>{
+           {"", "line 1, byte 1: "},
+           {whole.substr(0, whole.size() / 2), "syntax error"},
+           {line.substr(0, line.size() / 2), "line 1, byte "},
+           {line + "{\"application\": 1}\n", "line 3, byte 18: "},
+           {line + "\n\n  {\n", "line 5, byte "},
+           {std::string(1'000'000, '['), "byte 34: it is nested too deep"},
+           {"{\"version\":1,\"applications\":" + std::string(1'000'000, '['), "it is nested too deep"},
+           {"{\"version\":2,\"applications\":[]}", "line 1, byte 13: it is of version 2; this program reads version 1"},
+           {"{\n \"version\": \"2.1.0\", \"runs\": []}", "line 2, byte 19: it is of version \"2.1.0\""},
+           {"{\"version\":1,\"tool\":{\"name\":\"x\"}}", "another program"},
+           {"{\"version\":1,\"applications\":{\"a\":1}}", "no list"},
+           {"{\"a\":1}", "neither an application nor a run"},
+           {"[1]", "no object"},
+           {"\xFF", "line 1, byte 1: "},
+           {with("\"path\":\"617070e9", "\"path\":\"617070ea78"), "does not fit 'path'"},
+           {with("\"path\":\"617070e9", "\"path\":\"617070g9"), "does not fit 'path'"},
+           {with("\"path\":\"617070e9", "\"nobody\":\"617070e9"), "key 'nobody' not found"},
+           {with("\"line\":7", "\"line\":-7"), "no number from 0 to 2147483647: -7"},
+           {with("\"line\":7", "\"line\":1e30"), "no number"},
+           {with("\"line\":7", "\"line\":99999999999"), "no number"},
+           {with("\"mark\":3", "\"mark\":300"), ""},
+           {with("\"verdict\":\"findings\"", "\"verdict\":\"good\""), "no such value: good"},
+       }) {
+    try {
+      (void)readReportText(row.text, [](ApplicationReport&&) {});
+      ADD_FAILURE() << row.text.substr(0, 200);
+    } catch (const std::runtime_error& error) {
+      EXPECT_NE(std::string(error.what()).find(row.says), std::string::npos) << error.what();
+      EXPECT_NE(std::string(error.what()).find("is no report of this program"), std::string::npos) << error.what();
+    }
+  }
+}
+
+TEST(ReportFile, TellsWhatSeveralRunsHaveInCommon) {
+  RunFacts first{"1.2", "E", "a.xml", "aa", "c", "2026-11-21T22:06:32Z", "x", true, false, true};
+  RunFacts second{"1.3", "E", "b.xml", "bb", "c", "2026-11-20T22:06:32Z", "y", true, true, false};
+  const RunFacts both = together({first, second, first});
+  EXPECT_EQ(both.tool, "1.2, 1.3");
+  EXPECT_EQ(both.engine, "E");
+  EXPECT_EQ(both.database, "a.xml, b.xml");
+  EXPECT_EQ(both.databaseSha256 + both.commandLine, "");
+  EXPECT_EQ(both.configFile, "c");
+  EXPECT_EQ(both.started, second.started);
+  EXPECT_TRUE(both.all && both.hasBaseline && !both.allowIncomplete);
+
+  // Files of several runs that were joined; the last one ended too early.
+  const std::string line = written(Format::jsonl, {reportWith("a", {})});
+  std::size_t applications = 0;
+  const std::vector<ReportedRun> runs =
+      readReportText(line + line + line.substr(0, line.find('\n')), [&](ApplicationReport&&) { ++applications; });
+  EXPECT_EQ(applications, 3U);
+  ASSERT_EQ(runs.size(), 3U);
+  EXPECT_TRUE(runs[1].isWhole && !runs[2].isWhole);
+}
+
 TEST(Sarif, PlacesResultsInPackages) {
   WriterOptions options;
-  options.hasBaseline = true;
+  options.run.hasBaseline = true;
   const std::vector<ApplicationReport> reports{everythingWith(kHostile), reportWith("/x y!/b.js", {}, {}, "gone")};
   const Json run = Json::parse(written(Format::sarif, reports, options)).at("runs").at(0);
   const Json& artifacts = run.at("artifacts");
@@ -325,7 +451,7 @@ TEST(JUnit, HasACaseForEachApplication) {
            {true, true, {"system-out", "skipped", "failure", "error", "error"}, 1, 2, 1},
        }) {
     WriterOptions options;
-    options.allowIncomplete = row.allowIncomplete;
+    options.run.allowIncomplete = row.allowIncomplete;
     TiXmlDocument document;
     document.Parse(written(Format::junit, reports, options, row.wasInterrupted).c_str());
     ASSERT_FALSE(document.Error()) << document.ErrorDesc();
@@ -368,7 +494,7 @@ TEST(Markup, IsTheSameForHostileTexts) {
     return skeleton;
   };
   const auto pageWith = [](Format format, const std::string& text) {
-    return written(format, {everythingWith(text), reportWith("b", {}, {}, text)}, {"db" + text}, true);
+    return written(format, {everythingWith(text), reportWith("b", {}, {}, text)}, withDatabase("db" + text), true);
   };
   const std::string xml = pageWith(Format::junit, kHostile + "&#x41;");
   const auto inOneKindOfQuotes = [&](const std::string& text) {
@@ -410,9 +536,9 @@ TEST(Outputs, ShowNothingThatIsNotSeen) {
   };
   for (const char* name : {"text", "json", "jsonl", "sarif", "junit", "html", "github", "gitlab"}) {
     const ApplicationReport all = everythingWith(kHostile);
-    WriterOptions options{kHostile};
+    WriterOptions options = withDatabase(kHostile);
     options.trace = true;
-    options.commandLine = options.configFile = kHostile;
+    options.run.commandLine = options.run.configFile = kHostile;
     rows.push_back(
         {name, written(*formatNamed(name), {all, reportWith(kHostile, {}, {}, kHostile)}, options, true), 0});
   }
@@ -613,13 +739,13 @@ TEST(Sarif, ATraceIsACodeFlow) {
 }
 
 TEST(Evidence, SaysWhatTheRunWas) {
-  WriterOptions options{DATABASE};
-  addEvidence(options);
-  EXPECT_EQ(options.databaseSha256, sha256OfFile(DATABASE));
-  EXPECT_EQ(options.started.size(), std::string("2026-11-21T22:06:32Z").size());
-  EXPECT_NE(options.commandLine.find("checker-tests"), std::string::npos);
+  WriterOptions options = withDatabase(DATABASE);
+  addEvidence(options.run);
+  EXPECT_EQ(options.run.databaseSha256, sha256OfFile(DATABASE));
+  EXPECT_EQ(options.run.started.size(), std::string("2026-11-21T22:06:32Z").size());
+  EXPECT_NE(options.run.commandLine.find("checker-tests"), std::string::npos);
   const std::string report = written(Format::json, {}, options);
-  for (const std::string& part : {options.databaseSha256, options.started})
+  for (const std::string& part : {options.run.databaseSha256, options.run.started})
     EXPECT_NE(report.find(part), std::string::npos);
 }
 
