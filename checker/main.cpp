@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "checker/commands/CheckCommand.h"
+#include "checker/commands/CompareCommand.h"
 #include "checker/commands/DatabaseCommand.h"
 #include "checker/commands/ExplainCommand.h"
 #include "checker/commands/FlashCommand.h"
@@ -34,6 +35,7 @@ constexpr Row kRows[] = {
     {Command::types, typesCommand},
     {Command::lsp, lspCommand},
     {Command::report, reportCommand},
+    {Command::compare, compareCommand},
 };
 
 }  // namespace

@@ -1,7 +1,7 @@
 # What `cmake --install` puts where, in three components, which are the three Debian packages too:
 #
 #   library      the shared library, and the database at its fixed path
-#   checker      tarvo-check with a database of its own, schema of its reports, manual page and completions
+#   checker      tarvo-check with a database of its own, schemas of its reports, manual page and completions
 #   development  headers, files for find_package and pkg-config, manual page
 #
 # The library has no version in its name, and its SONAME is that name: hosts load libtarvo-api-check-engine.so, hosts
@@ -42,6 +42,7 @@ file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/man)
 if(NOT TARVO_HOST_LIBRARY)
   install(TARGETS tarvo-check RUNTIME COMPONENT checker)
   install(FILES data/APIAnalEngineDB.xml data/tarvo-check-report.schema.json
+                data/tarvo-check-comparison.schema.json
           DESTINATION ${CMAKE_INSTALL_DATADIR}/tarvo COMPONENT checker)
   tarvo_manual(${CMAKE_SOURCE_DIR}/docs/man/tarvo-check.1 checker)
 

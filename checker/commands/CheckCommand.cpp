@@ -211,7 +211,57 @@ TrialOptions trialOptions(const Options& options) {
   throw UserError("no browser at '" + options.browser + "'" + didYouMeanFile(options.browser));
 }
 
+InspectionOptions inspectionOf(const Options& options, const Accepted& accepted, bool hasEvidence) {
+  InspectionOptions inspection{options.database,
+                               seesAll(options, accepted),
+                               options.log,
+                               accepted.names,
+                               options.bounds.unpacked,
+                               hasEvidence,
+                               trialOptions(options),
+                               {options.flow, options.possible, options.perPlugin}};
+  inspection.exclusions = Exclusions(options.excludes, options.excludeInPackages);
+  inspection.deprecations = Deprecations(listDatabase(options.database), options.denyDeprecated);
+  return inspection;
+}
+
+// Hands reports on, with what is accepted in them.
+class Handover : public RunListener {
+ public:
+  Handover(AcceptedCalls accepted, const std::function<void(ApplicationReport&&)>& take)
+      : accepted_(std::move(accepted)), take_(take) {}
+
+  bool take(const std::string& application, WorkerResult result) override {
+    ApplicationReport report = reportOf(application, result);
+    accepted_.apply(report);
+    take_(std::move(report));
+    return true;
+  }
+
+  void showState(const RunState& /*state*/) override {}
+
+ private:
+  AcceptedCalls accepted_;
+  const std::function<void(ApplicationReport&&)>& take_;
+};
+
 }  // namespace
+
+int checkAll(const Options& options, const std::function<void(ApplicationReport&&)>& take) {
+  requireSoundDatabase(options);
+  const Applications applications = applicationsOf(options);
+  Accepted accepted = readAccepted(options.accept, options.acceptFiles);
+  const InspectionOptions inspection = inspectionOf(options, accepted, true);
+  WorkerBounds bounds = options.bounds;
+  bounds.besides = trialSeconds(inspection.trial);
+  Handover handover(std::move(accepted.calls), take);
+  const Work work = [&](const std::string& application) {
+    return bytesOf(reportOn(application, applications, inspection));
+  };
+  const Signals signals;
+  const int signal = workOnEach(applications.names, options.jobs, bounds, work, signals, handover);
+  return signal == 0 ? 0 : kSignalled + signal;
+}
 
 int checkCommand(const Options& given) {
   Options options = given;
@@ -226,14 +276,9 @@ int checkCommand(const Options& given) {
   const Applications applications = applicationsOf(options);
   const Accepted accepted = readAccepted(options.accept, options.acceptFiles);
   if (!options.quiet) printLines(accepted.calls.expired());
-  const TrialOptions trial = trialOptions(options);
-  const FlowOptions flow{options.flow, options.possible, options.perPlugin};
-  InspectionOptions inspection{options.database,        seesAll(options, accepted),    options.log, accepted.names,
-                               options.bounds.unpacked, Outputs::hasEvidence(options), trial,       flow};
-  inspection.exclusions = Exclusions(options.excludes, options.excludeInPackages);
-  inspection.deprecations = Deprecations(listDatabase(options.database), options.denyDeprecated);
+  InspectionOptions inspection = inspectionOf(options, accepted, Outputs::hasEvidence(options));
   WorkerBounds bounds = options.bounds;
-  bounds.besides = trialSeconds(trial);
+  bounds.besides = trialSeconds(inspection.trial);
   std::optional<StoreRun> store;
   if (!options.store.empty()) {
     store.emplace(options, inspection);

@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "checker/formats/CatalogueFormats.h"
+#include "checker/formats/Markup.h"
 #include "checker/formats/Wording.h"
-#include "checker/report/Characters.h"
 
 using store::Catalogue;
 using store::MethodTally;
@@ -58,16 +58,6 @@ table { width: 100%; border-collapse: collapse; font-size: .9rem; } td, th { pad
 <body>
 <h1>Catalogue</h1>
 )";
-
-// `text` between tags: visible, and nothing in it is markup.
-std::string markup(const std::string& text) {
-  std::string escaped;
-  for (const char c : printable(text)) {
-    const char* entity = c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : c == '"' ? "&quot;" : nullptr;
-    escaped += entity == nullptr ? std::string(1, c) : entity;
-  }
-  return escaped;
-}
 
 double share(std::uint64_t part, std::uint64_t whole) {
   return whole == 0 ? 0 : static_cast<double>(part) / static_cast<double>(whole) * kWidth;

@@ -36,7 +36,8 @@ Exit status:
 Of several applications together it is the first of 2, 1, 3 and 0. It is 128 and the signal's number
 if a signal ended the run. explain, disassemble, decompile and types give 0 or 2. database also gives 1, for
 a warning or a difference; judge, if an application changes; merge, for a conflict; lsp, if the
-editor goes without a word. report gives 0 when all is written.
+editor goes without a word. report gives 0 when all is written; compare gives 1 for a new finding and 3 for a
+part that is newly not looked at.
 
 Examples:
   tarvo-check app.wgt                             one application
@@ -183,6 +184,10 @@ class Parser {
       part.add_option("IN", options_.inputs, "reports in the format json or jsonl; - is standard input")
           ->type_name("")
           ->required();
+    if (row.command == Command::compare) {
+      add("OLD", options_.older, "application, directory of packages, or report (.json, .jsonl)");
+      add("NEW", options_.newer, "the same of what takes its place");
+    }
   }
 
   CLI::Option* declare(CLI::App& part, const OptionRow& row) {

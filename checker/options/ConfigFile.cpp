@@ -56,7 +56,9 @@ class UnderCheck {
   explicit UnderCheck(const Options& options) {
     for (const std::string& application : options.applications)
       add(application);
-    if (!options.file.empty()) add(options.file);
+    for (const std::string& file : {options.file, options.older, options.newer}) {
+      if (!file.empty()) add(file);
+    }
   }
 
   // Why a config file of that name, which may be a link to `target`, may belong to an application; empty if it does

@@ -19,7 +19,8 @@ enum class Command {
   merge,
   types,
   lsp,
-  report
+  report,
+  compare
 };
 
 // What the user asked for, on the command line or in a config file.
@@ -72,7 +73,7 @@ struct Options {
   // Of the commands other than the check.
   std::string file;
   bool json = false;
-  std::string older, newer;         // databases to compare
+  std::string older, newer;         // databases to compare, or applications and reports
   std::vector<std::string> inputs;  // stores to merge, or reports to read
 
   // The options that the command line has, without dashes. They go before those of a config file.

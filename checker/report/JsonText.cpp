@@ -65,7 +65,7 @@ void makeText(Json& json, bool keepsRaw) {
 
 // The bytes that `raw` has for the text called `name`.
 std::string bytesOf(const Json& json, const std::string& name, const Json& raw) {
-  const std::string bytes = store::bytesOfHex(raw.get<std::string>());
+  std::string bytes = store::bytesOfHex(raw.get<std::string>());
   if (utf8(bytes) != json.at(name)) throw std::invalid_argument("the field 'raw' does not fit '" + name + "'");
   return bytes;
 }

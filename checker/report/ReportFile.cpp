@@ -196,7 +196,8 @@ class Reader {
 
 std::string textOf(const std::string& path) {
   std::error_code error;
-  if (std::filesystem::is_directory(path, error)) throw std::runtime_error("cannot be read: it is a directory");
+  if (std::filesystem::is_directory(path, error))
+    throw std::runtime_error(std::string("cannot be read: ") + std::strerror(EISDIR));
   errno = 0;
   std::ifstream file(path, std::ios::binary);
   std::string text{std::istreambuf_iterator<char>(file), {}};

@@ -348,6 +348,14 @@ Json toJson(const ApplicationReport& report) {
   return json;
 }
 
+Json toJson(const Finding& finding) {
+  return jsonOf(finding);
+}
+
+Json toJson(const NotChecked& item) {
+  return jsonOf(item);
+}
+
 ApplicationReport reportFrom(const Json& json) {
   ApplicationReport report;
   report.application = json.at("application");

@@ -72,7 +72,7 @@ TEST_F(ReportCommand, LeavesNothingBehindWhenAnInputIsBad) {
   for (const Row& row :
        {Row{"cut.jsonl", "'cut.jsonl' is cut off: "}, Row{"half.json", "'half.json' is no report of this"},
         Row{"nome.json", "'nome.json' cannot be read: No such file or directory"},
-        Row{"a.jso", "did you mean 'a.json'?"}, Row{"www", "'www' cannot be read: it is a directory"},
+        Row{"a.jso", "did you mean 'a.json'?"}, Row{"www", "'www' cannot be read: Is a directory"},
         Row{"www/a.js", "line 1, byte "}}) {
     const Output output = report(std::string("--output old.txt --output new.html --format sarif a.json ") + row.input);
     EXPECT_EQ(output.status, 2) << row.input;

@@ -11,9 +11,10 @@ const [schemaFile, sarifSchemaFile, directory] = process.argv.slice(2);
 const read = (name) => fs.readFileSync(path.join(directory, name));
 const parse = (bytes) => JSON.parse(new TextDecoder('utf-8', {fatal: true}).decode(bytes));
 
-const validator = (options, schema) => {
+const validator = (options, schema, ...others) => {
   const ajv = new Ajv({allErrors: true, ...options});
   addFormats(ajv);
+  for (const other of others) ajv.addSchema(other);
   ajv.addSchema(schema, 'schema');
   return (pointer, value, what) => {
     const validate = ajv.getSchema('schema' + pointer);
@@ -48,6 +49,23 @@ lines.forEach((line, i) => {
 });
 validate('#/$defs/lastLine', last, 'the last line of report.jsonl');
 assert.strictEqual(lines.length, report.summary.applications);
+
+// Comparisons: of the report with itself, and with another version.
+const comparisonSchema = parse(fs.readFileSync(path.join(path.dirname(schemaFile), 'tarvo-check-comparison.schema.json')));
+const closed = structuredClone(comparisonSchema);
+closed.unevaluatedProperties = false;
+for (const definition of Object.values(closed.$defs)) {
+  if (definition.type === 'object') definition.unevaluatedProperties = false;
+}
+const validateComparison = validator({strict: true, strictRequired: false}, closed, strict(schema));
+const comparisons = ['comparison.json', 'changes.json'].map((name) => {
+  const comparison = parse(read(name));
+  validateComparison('', comparison, name);
+  return comparison;
+});
+assert.deepStrictEqual([comparisons[0].summary.new, comparisons[0].summary.gone, comparisons[0].summary.moved], [0, 0, 0]);
+const changes = new Set(comparisons[1].compared.flatMap(({findings}) => findings.map(({change}) => change)));
+assert.deepStrictEqual([...changes].sort(), ['gone', 'moved', 'new']);
 
 // A mark counts bytes.
 for (const {findings, undetermined} of report.applications) {
@@ -85,6 +103,11 @@ assert(other.findings.some(({kind, status}) => kind === 'deprecated' && status =
 
 // The page's policy names the script and the style that stand in it.
 const page = read('report.html').toString();
+for (const name of ['comparison.html', 'changes.html']) {
+  const text = read(name).toString();
+  const hash = crypto.createHash('sha256').update(text.match(/<style>([^]*?)<\/style>/)[1]).digest('base64');
+  assert(text.includes(`style-src 'sha256-${hash}'`) && !text.includes('<script'), name);
+}
 for (const [element, directive] of [['style', 'style-src'], ['script', 'script-src']]) {
   const [, text] = page.match(new RegExp(`<${element}>([^]*?)</${element}>`));
   const hash = crypto.createHash('sha256').update(text).digest('base64');
