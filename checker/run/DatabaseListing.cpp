@@ -55,8 +55,9 @@ std::string inSmallLetters(std::string text) {
 bool canBeCalled(const std::string& name) {
   const std::size_t begin = name.find_first_not_of('\'');
   if (begin == std::string::npos) return false;
-  const std::string word = name.substr(begin, name.find_last_not_of('\'') + 1 - begin);
-  return word.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_") == std::string::npos;
+  const std::string inner = name.substr(begin, name.find_last_not_of('\'') + 1 - begin);
+  return inner.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_") ==
+         std::string::npos;
 }
 
 bool isFunction(const TiXmlNode& node) {
@@ -73,7 +74,7 @@ void readDeprecation(const TiXmlElement& element, DatabaseFunction& function) {
   if (element.Attribute("deprecated") == nullptr) return;
   const std::string value = attributeOf(element, "deprecated");
   const auto isOneOf = [small = inSmallLetters(value)](std::initializer_list<const char*> words) {
-    return std::any_of(words.begin(), words.end(), [&](const char* word) { return small == word; });
+    return std::any_of(words.begin(), words.end(), [&](const char* each) { return small == each; });
   };
   function.isDeprecated = !isOneOf({"false", "no", "0"});
   if (function.isDeprecated && !isOneOf({"", "true", "yes", "1"})) function.deprecatedSince = value;

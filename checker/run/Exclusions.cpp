@@ -20,6 +20,7 @@ Exclusions::Exclusions(const std::vector<std::string>& globs, bool isInPackages)
 }
 
 std::string_view Exclusions::excludedPart(std::string_view path) const {
+  if (isEmpty()) return {};
   const PathGlob::Parts parts = PathGlob::partsOf(path);
   std::size_t fewest = 0;
   for (const PathGlob& glob : globs_) {
