@@ -346,10 +346,10 @@ Number timeOf(const std::string& text) {
 
 // The last line says what the run was.
 void describeRun(Connection& connection, const RunFacts& facts, const std::string& lines, bool hasAllCalls,
-                 const std::string& rules) {
+                 const std::vector<std::string>& rules) {
   const std::string hash = bytesOfHex(facts.databaseSha256);
   Statement(connection, "UPDATE settings SET tool = ?, engine = ?, options = ?")
-      .with(facts.tool, facts.engine, "rules=" + rules + (hasAllCalls ? "" : " calls=undocumented"))
+      .with(facts.tool, facts.engine, optionsOf(rules) + (hasAllCalls ? "" : " calls=undocumented"))
       .run();
   Statement(connection, "UPDATE database SET path = ?, sha256 = ?")
       .with(facts.database, Blob{hash.empty() ? sha256(lines) : hash})
@@ -359,19 +359,12 @@ void describeRun(Connection& connection, const RunFacts& facts, const std::strin
       .run();
 }
 
-std::string joined(const std::vector<std::string>& words) {
-  std::string text;
-  for (const std::string& word : words)
-    text += (text.empty() ? "" : ",") + word;
-  return text;
-}
-
 }  // namespace
 
 std::uint64_t importJsonLines(const std::string& lines, const std::string& path) {
   std::uint64_t without = 0;
   bool hasAllCalls = false;
-  std::string rules;
+  std::vector<std::string> rules;
   std::set<std::pair<std::string, std::string>> documented;
   Store store(path, Store::Mode::write);
   RunWriter run(store, {"", "", ""}, {"", sha256(lines), {}}, "lines");
@@ -383,7 +376,7 @@ std::uint64_t importJsonLines(const std::string& lines, const std::string& path)
       report.failure = kFromJson;
       ++without;
     }
-    if (rules.empty()) rules = joined(report.rules);
+    if (rules.empty()) rules = report.rules;
     for (const Finding& finding : report.documented)
       documented.emplace(finding.call.plugin, finding.call.method);
     report.isStored = false;
@@ -399,7 +392,8 @@ std::uint64_t importJsonLines(const std::string& lines, const std::string& path)
   }
   Connection& connection = store.connection();
   Transaction transaction(connection);
-  describeRun(connection, facts, lines, hasAllCalls, rules.empty() ? "engine" : rules);
+  if (rules.empty()) rules = {"engine"};
+  describeRun(connection, facts, lines, hasAllCalls, rules);
   Statement add(connection,
                 "INSERT OR IGNORE INTO documented(database_id, name, plugin) SELECT id, ?, ? FROM database");
   for (const auto& [plugin, name] : documented)

@@ -46,6 +46,13 @@ std::int64_t now() {
   return std::chrono::duration_cast<std::chrono::seconds>(std::chrono::system_clock::now().time_since_epoch()).count();
 }
 
+std::string optionsOf(const std::vector<std::string>& rules) {
+  std::string text;
+  for (const std::string& rule : rules)
+    text += (text.empty() ? "rules=" : ",") + rule;
+  return text;
+}
+
 // ---- the store -----------------------------------------------------------------------------------------------------
 
 Store::Store(const std::string& path, Mode mode, int patience)

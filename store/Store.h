@@ -31,6 +31,9 @@ struct Settings {
   std::string options;  // that change what is found
 };
 
+// The `options` of a check by these rules: "rules=engine".
+std::string optionsOf(const std::vector<std::string>& rules);
+
 // An API database: what verdicts are made by.
 struct Database {
   std::string path;

@@ -71,9 +71,11 @@ int printFromWorker(const Options& options, const std::function<CommandOutput(co
                     std::ostream& out) {
   WorkerBounds bounds = options.bounds;
   bounds.sent = bounds.memory;  // it cannot be more
+  PathList file;
+  file.add(options.file);
   Printer printer(out);
   const Signals signals;
   const int signal = workOnEach(
-      {options.file}, 1, bounds, [&](const std::string& file) { return bytesOf(work(file)); }, signals, printer);
+      file, 1, bounds, [&](const std::string& name) { return bytesOf(work(name)); }, signals, printer);
   return signal != 0 ? kSignalled + signal : printer.status();
 }

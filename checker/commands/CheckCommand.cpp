@@ -9,12 +9,10 @@
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <iostream>
-#include <iterator>
 #include <map>
 #include <memory>
 #include <optional>
@@ -48,19 +46,24 @@ constexpr int kSignalled = 128;
 
 // What is checked, in order.
 struct Applications {
-  std::vector<std::string> names;
+  PathList names;
   std::map<std::string, std::string> refused;  // of these, those that are not looked at, with the reason
 };
 
-// The applications as named, with those of a pile in its place.
+// The applications as named, with those of a pile in its place; of these, the ones in this part.
 Applications applicationsOf(const Options& options) {
   Applications all;
-  for (const std::string& name : options.applications) {
+  const store::Shard shard = options.shard.empty() ? store::Shard{} : store::shardOf(options.shard);
+  const auto add = [&](const std::string& name) {
+    if (shard.has(name)) all.names.add(name);
+  };
+  PathList::Reader named(*options.named);
+  for (std::string name; named.next(name);) {
     std::error_code error;
     const bool isDirectory = !options.asOne && std::filesystem::is_directory(name, error);
     Pile pile = isDirectory ? pileIn(name) : Pile{};
     if (pile.applications.empty()) {
-      all.names.push_back(name);
+      add(name);
       continue;
     }
     if (!options.quiet) {
@@ -69,13 +72,9 @@ Applications applicationsOf(const Options& options) {
                        " and no web source of its own: each is checked as an application; --as-one checks all as one")
                 << '\n';
     }
-    std::move(pile.applications.begin(), pile.applications.end(), std::back_inserter(all.names));
+    for (const std::string& application : pile.applications)
+      add(application);
     all.refused.merge(pile.refused);
-  }
-  if (!options.shard.empty()) {
-    const store::Shard shard = store::shardOf(options.shard);
-    const auto isElsewhere = [&](const std::string& name) { return !shard.has(name); };
-    all.names.erase(std::remove_if(all.names.begin(), all.names.end(), isElsewhere), all.names.end());
   }
   return all;
 }

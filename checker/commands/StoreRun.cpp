@@ -18,10 +18,7 @@ const std::vector<std::string> kRules{"engine"};
 
 // All that changes what is found in some content; not what makes that it cannot be checked, which is tried again.
 store::Settings settingsOf() {
-  std::string rules;
-  for (const std::string& rule : kRules)
-    rules += (rules.empty() ? "rules=" : ",") + rule;
-  return {TARVO_VERSION, FlashEngine_1_00::kEngineVersion, rules};
+  return {TARVO_VERSION, FlashEngine_1_00::kEngineVersion, store::optionsOf(kRules)};
 }
 
 void setContent(ApplicationReport& report, const store::Content& content) {

@@ -7,15 +7,17 @@
 
 #include "checker/options/Applications.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <iterator>
+#include <string_view>
 
 #include "checker/options/Suggestion.h"
 #include "checker/options/UserError.h"
@@ -24,29 +26,65 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t kSignature = 4;  // bytes
+constexpr std::size_t kSignature = 4;        // bytes
+constexpr std::size_t kLongestPath = 65536;  // far more than a system takes
 
-// The paths in `text`: a NUL behind each, or one a line.
-std::vector<std::string> pathsIn(const std::string& text) {
-  const bool hasNuls = text.find('\0') != std::string::npos;
-  std::vector<std::string> paths;
-  for (std::size_t start = 0; start < text.size();) {
-    const std::size_t end = std::min(text.find(hasNuls ? '\0' : '\n', start), text.size());
-    std::string path = text.substr(start, end - start);
-    if (!hasNuls && !path.empty() && path.back() == '\r') path.pop_back();
-    if (!path.empty()) paths.push_back(path);
-    start = end + 1;
+// The bytes of a list, some KiB at a time.
+class ListFile {
+ public:
+  explicit ListFile(const std::string& name) : name_(name) {
+    std::error_code error;
+    if (name == "-") {
+      number_ = STDIN_FILENO;
+    } else if (!fs::is_directory(name, error)) {
+      file_ = FlashEngine_1_00::Descriptor(open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+      number_ = file_.number();
+    }
+    if (number_ < 0) throw UserError("cannot read the list '" + name + "'" + didYouMeanFile(name));
   }
-  return paths;
-}
 
-std::vector<std::string> readList(const std::string& list) {
-  std::ifstream file;
-  std::error_code error;
-  if (list != "-" && !fs::is_directory(list, error)) file.open(list, std::ios::binary);
-  if (list != "-" && !file.is_open()) throw UserError("cannot read the list '" + list + "'" + didYouMeanFile(list));
-  std::istream& stream = list == "-" ? std::cin : file;
-  return pathsIn({std::istreambuf_iterator<char>(stream), {}});
+  // Appends what comes next to `text`, after a wait if there is none yet. Returns false at the end.
+  bool read(std::string& text) const {
+    std::array<char, 65536> part{};
+    ssize_t count = 0;
+    do {
+      count = ::read(number_, part.data(), part.size());
+    } while (count < 0 && errno == EINTR);
+    if (count < 0) throw UserError("cannot read the list '" + name_ + "': " + std::strerror(errno));
+    text.append(part.data(), static_cast<std::size_t>(count));
+    return count > 0;
+  }
+
+ private:
+  std::string name_;
+  FlashEngine_1_00::Descriptor file_{};
+  int number_ = -1;
+};
+
+// Adds the paths in a list: a NUL behind each, or one a line. The first KiB tell which: no path is longer. A NUL ends a
+// path in both.
+void addList(const std::string& name, PathList& paths) {
+  const ListFile file(name);
+  std::string text;
+  bool isMore = true;
+  while (isMore && text.size() < kLongestPath)
+    isMore = file.read(text);
+  const bool hasNuls = text.find('\0') != std::string::npos;
+  const std::string_view ends = hasNuls ? std::string_view("\0", 1) : std::string_view("\0\n", 2);
+  const auto take = [&](std::string_view path) {
+    if (!hasNuls && !path.empty() && path.back() == '\r') path.remove_suffix(1);
+    if (!path.empty()) paths.add(path);
+  };
+  for (;;) {
+    std::size_t start = 0;
+    for (std::size_t end = 0; (end = text.find_first_of(ends, start)) != std::string::npos; start = end + 1)
+      take(std::string_view(text).substr(start, end - start));
+    text.erase(0, start);
+    if (text.size() > kLongestPath) throw UserError("'" + name + "' is no list: a line of it is too long for a path");
+    if (!isMore) break;
+    isMore = file.read(text);
+  }
+  take(text);
 }
 
 std::string extensionOf(const fs::path& path) {
@@ -72,25 +110,21 @@ bool isInside(const fs::path& path, const fs::path& directory) {
 
 }  // namespace
 
-std::vector<std::string> namedApplications(const Options& options) {
-  std::vector<std::string> applications;
-  bool hasLists = false;
-  const auto addList = [&](const std::string& list) {
-    hasLists = true;
-    for (std::string& path : readList(list))
-      applications.push_back(std::move(path));
-  };
+PathList namedApplications(const Options& options) {
+  PathList paths;
+  bool hasLists = !options.lists.empty();
   for (const std::string& application : options.applications) {
     if (application == "-") {
-      addList("-");
+      hasLists = true;
+      addList(application, paths);
     } else {
-      applications.push_back(application);
+      paths.add(application);
     }
   }
   for (const std::string& list : options.lists)
-    addList(list);
-  if (hasLists && applications.empty()) throw UserError("the list names no application");
-  return applications;
+    addList(list, paths);
+  if (hasLists && paths.size() == 0) throw UserError("the list names no application");
+  return paths;
 }
 
 bool isPackage(const std::string& path) {

@@ -5,12 +5,14 @@
 #include <vector>
 
 #include "checker/options/Options.h"
+#include "checker/options/PathList.h"
 
 // Which applications a check is about.
 
 // The applications that the command line names, then those in its lists; "-" among them stands for a list on standard
-// input. Throws UserError if a list cannot be read, or if there are lists and no application.
-std::vector<std::string> namedApplications(const Options& options);
+// input. A list may be longer than memory. Throws UserError if one cannot be read, or if there are lists and no
+// application.
+PathList namedApplications(const Options& options);
 
 // Whether the file begins as a package does. The engine goes by that, and by no name.
 bool isPackage(const std::string& path);

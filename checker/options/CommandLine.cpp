@@ -254,14 +254,14 @@ std::optional<int> read(Parser& parser, int argc, const char* const* argv, Optio
   if (!isCheck && !options.applications.empty()) throw CLI::ExtrasError(options.applications);
   if (isCheck) {
     refuseMisspeltCommand(options, parser.app());
-    options.applications = namedApplications(options);
+    options.named = std::make_shared<const PathList>(namedApplications(options));
   }
   readConfig(options);
   if (options.printConfig) {
     std::cout << configText(options);
     return kDone;
   }
-  if (isCheck && options.applications.empty()) throw CLI::RequiredError("APPLICATION");
+  if (isCheck && options.named->size() == 0) throw CLI::RequiredError("APPLICATION");
   return std::nullopt;
 }
 

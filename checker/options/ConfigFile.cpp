@@ -19,7 +19,6 @@
 #include <cstring>
 #include <filesystem>
 #include <iostream>
-#include <optional>
 #include <sstream>
 
 #include "APICheckEngine/Facade.h"
@@ -50,47 +49,31 @@ fs::path realPath(const fs::path& path) {
   return error ? fs::absolute(path).lexically_normal() : real;
 }
 
-// What is checked, by its real path.
-class UnderCheck {
- public:
-  explicit UnderCheck(const Options& options) {
-    for (const std::string& application : options.applications)
-      add(application);
-    for (const std::string& file : {options.file, options.older, options.newer}) {
-      if (!file.empty()) add(file);
-    }
-  }
+// Why a config file of that name, which may be a link to `target`, may belong to the application of that name; empty if
+// it does not.
+std::string reasonAgainst(const fs::path& file, const fs::path& target, const std::string& application) {
+  const fs::path home = realPath(application);  // the directory, or the file itself
+  if (home.empty()) return {};
+  if (isInside(file, home) || isInside(target, home)) return "it lies in the application '" + application + "'";
+  std::error_code error;
+  // A single file, of an application that is not known.
+  const bool isBeside = isInside(home, file.parent_path()) && fs::is_regular_file(home, error) &&
+                        !isCalledPackage(application) && !isPackage(application);
+  return isBeside ? "'" + application + "' may be a part of the application that it lies in" : "";
+}
 
-  // Why a config file of that name, which may be a link to `target`, may belong to an application; empty if it does
-  // not.
-  std::string reasonAgainst(const fs::path& file, const fs::path& target) const {
-    for (const Application& application : applications_) {
-      const fs::path& home = application.home;
-      if (home.empty()) continue;
-      const bool isBeside = application.isSource && isInside(home, file.parent_path());
-      if (isInside(file, home) || isInside(target, home))
-        return "it lies in the application '" + application.name + "'";
-      if (isBeside) return "'" + application.name + "' may be a part of the application that it lies in";
-    }
-    return {};
-  }
-
- private:
-  struct Application {
-    std::string name;
-    fs::path home;  // the directory, or the file itself
-    bool isSource;  // a single file, of an application that is not known
-  };
-
-  void add(const std::string& name) {
-    std::error_code error;
-    const fs::path real = realPath(name);
-    applications_.push_back(
-        {name, real, fs::is_regular_file(real, error) && !isCalledPackage(name) && !isPackage(name)});
-  }
-
-  std::vector<Application> applications_;
-};
+// The same for all that is checked.
+std::string reasonAgainst(const fs::path& file, const Options& options) {
+  const fs::path target = realPath(file);
+  std::string reason;
+  for (const std::string& each : {options.file, options.older, options.newer})
+    if (reason.empty() && !each.empty()) reason = reasonAgainst(file, target, each);
+  if (options.named == nullptr) return reason;
+  PathList::Reader all(*options.named);
+  for (std::string application; reason.empty() && all.next(application);)
+    reason = reasonAgainst(file, target, application);
+  return reason;
+}
 
 // A config file that was opened.
 struct OpenFile {
@@ -126,15 +109,13 @@ struct Found {
 // `tell` is called with each line about a file that is passed over.
 template <typename Tell>
 Found nearestConfig(const Options& options, const Tell& tell) {
-  std::optional<UnderCheck> underCheck;  // costs a look at every application
   std::error_code error;
   for (fs::path directory = fs::current_path(error); !error; directory = directory.parent_path()) {
     fs::path file = directory / kConfigName;
     struct stat link {};
     if (lstat(file.c_str(), &link) == 0) {
       OpenFile opened = openFile(file);
-      if (!underCheck) underCheck.emplace(options);
-      std::string reason = underCheck->reasonAgainst(file, realPath(file));
+      std::string reason = reasonAgainst(file, options);
       if (reason.empty()) reason = reasonAgainst(file, opened);
       if (reason.empty()) return {std::move(file), std::move(opened)};
       tell("not used: " + file.string() + ": " + reason);

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "checker/options/PathList.h"
 #include "checker/options/WorkerBounds.h"
 
 // What the program does.
@@ -28,8 +30,9 @@ struct Options {
   Command command = Command::check;
 
   std::string database;
-  std::vector<std::string> applications;  // as named, those of `lists` among them
+  std::vector<std::string> applications;  // in the command line; "-" is a list
   std::vector<std::string> lists;         // files that name applications
+  std::shared_ptr<const PathList> named;  // all that are named, in their order
   bool asOne = false;
   bool all = false;
   std::vector<std::string> excludes;  // globs

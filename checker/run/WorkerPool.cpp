@@ -24,9 +24,10 @@ constexpr std::size_t kMaxWaitingBytes = std::size_t{256} << 20;
 
 class Pool {
  public:
-  Pool(const std::vector<std::string>& applications, unsigned jobs, const WorkerBounds& bounds, const Work& work,
+  Pool(const PathList& applications, unsigned jobs, const WorkerBounds& bounds, const Work& work,
        const Signals& signals, RunListener& listener)
-      : applications_(applications),
+      : size_(applications.size()),
+        names_(applications),
         jobs_(jobs),
         bounds_(bounds),
         work_(work),
@@ -34,7 +35,7 @@ class Pool {
         listener_(listener) {}
 
   int run() {
-    while (endedBy_ == 0 && turn_ < applications_.size()) {
+    while (endedBy_ == 0 && turn_ < size_) {
       startMore();
       showState();
       waitForNews();
@@ -54,20 +55,40 @@ class Pool {
     Worker worker;
   };
 
+  struct Done {
+    std::string application;
+    WorkerResult result;
+
+    std::size_t bytes() const { return sizeof *this + application.size() + result.sent.size(); }
+  };
+
   void startMore() {
-    while (running_.size() < jobs_ && next_ < applications_.size() && waitingBytes_ <= kMaxWaitingBytes) {
+    while (running_.size() < jobs_ && waitingBytes_ <= kMaxWaitingBytes && hasNext()) {
       try {
-        running_.emplace_back(next_, applications_[next_], *this);
+        running_.emplace_back(next_, nextName_, *this);
       } catch (const std::system_error& error) {
         if (!running_.empty()) return;  // there may be room when one of these has ended
-        results_[next_] = {"", std::string("no process can be started for it: ") + error.what(), 0};
+        keep(next_, {nextName_, {"", std::string("no process can be started for it: ") + error.what(), 0}});
       }
       ++next_;
+      isNextRead_ = false;
     }
   }
 
+  bool hasNext() {
+    if (!isNextRead_) isNextRead_ = names_.next(nextName_);
+    return isNextRead_;
+  }
+
+  // Until its turn comes.
+  void keep(std::size_t index, Done done) {
+    waitingBytes_ += done.bytes();
+    results_.emplace(index, std::move(done));
+    ++done_;
+  }
+
   void showState() {
-    listener_.showState({done_, applications_.size(), running_.empty() ? "" : running_.front().worker.application()});
+    listener_.showState({done_, size_, running_.empty() ? "" : running_.front().worker.application()});
   }
 
   // Waits until a worker sends something, a signal comes, or a time is up.
@@ -96,10 +117,7 @@ class Pool {
         ++one;
         continue;
       }
-      WorkerResult result = one->worker.takeResult();
-      waitingBytes_ += result.sent.size();
-      results_[one->index] = std::move(result);
-      ++done_;
+      keep(one->index, {one->worker.application(), one->worker.takeResult()});
       one = running_.erase(one);
     }
   }
@@ -112,10 +130,9 @@ class Pool {
   }
 
   void deliverFirst() {
-    const auto first = results_.begin();
-    waitingBytes_ -= first->second.sent.size();
-    if (!listener_.take(applications_[first->first], std::move(first->second))) endedBy_ = SIGPIPE;
-    results_.erase(first);
+    Done done = std::move(results_.extract(results_.begin()).mapped());
+    waitingBytes_ -= done.bytes();
+    if (!listener_.take(done.application, std::move(done.result))) endedBy_ = SIGPIPE;
   }
 
   // Ends the workers, and waits until their directories are gone, but no longer than until the user asks again.
@@ -136,16 +153,19 @@ class Pool {
     endedBy_ = endedBy;
   }
 
-  const std::vector<std::string>& applications_;
+  const std::size_t size_;
+  PathList::Reader names_;
   const unsigned jobs_;
   const WorkerBounds bounds_;
   const Work& work_;
   const Signals& signals_;
   RunListener& listener_;
-  std::list<Running> running_;                   // the one that was started first stands first
-  std::map<std::size_t, WorkerResult> results_;  // that wait for their turn, by the index of the application
-  std::size_t next_ = 0;                         // to be started
-  std::size_t turn_ = 0;                         // to be delivered
+  std::list<Running> running_;           // the one that was started first stands first
+  std::map<std::size_t, Done> results_;  // that wait for their turn, by the index of the application
+  std::string nextName_;                 // to be started, if it is read
+  bool isNextRead_ = false;
+  std::size_t next_ = 0;  // its index
+  std::size_t turn_ = 0;  // to be delivered
   std::size_t done_ = 0;
   std::size_t waitingBytes_ = 0;  // in results_
   int endedBy_ = 0;               // the signal that ended the run
@@ -153,7 +173,7 @@ class Pool {
 
 }  // namespace
 
-int workOnEach(const std::vector<std::string>& applications, unsigned jobs, const WorkerBounds& bounds,
-               const Work& work, const Signals& signals, RunListener& listener) {
+int workOnEach(const PathList& applications, unsigned jobs, const WorkerBounds& bounds, const Work& work,
+               const Signals& signals, RunListener& listener) {
   return Pool(applications, jobs, bounds, work, signals, listener).run();
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
+#include "checker/options/PathList.h"
 #include "checker/report/Progress.h"
 #include "checker/run/Worker.h"
 
@@ -20,6 +20,6 @@ class RunListener {
 
 // Works on each application in a worker, `jobs` at once. Returns when all workers and their directories are gone: 0
 // when all are done, else the signal that ended the run, SIGPIPE where the listener did. Results that were there by
-// then are all taken.
-int workOnEach(const std::vector<std::string>& applications, unsigned jobs, const WorkerBounds& bounds,
-               const Work& work, const Signals& signals, RunListener& listener);
+// then are all taken. What it takes in memory does not grow with their number.
+int workOnEach(const PathList& applications, unsigned jobs, const WorkerBounds& bounds, const Work& work,
+               const Signals& signals, RunListener& listener);

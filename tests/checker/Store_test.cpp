@@ -3,6 +3,8 @@
 #include <sqlite3.h>
 
 #include "CheckerFixture.h"
+#include "checker/commands/StoreRun.h"
+#include "store/Content.h"
 
 namespace {
 
@@ -113,6 +115,36 @@ TEST_F(StoreChecker, PartsOfAListMakeTheWhole) {
   EXPECT_EQ(value("SELECT count(*) FROM applications"), "6");
   EXPECT_EQ(check("--shard 4/3 app0").status, 2);
   EXPECT_EQ(check("merge s none").status, 2);
+}
+
+TEST_F(StoreChecker, AnApplicationThatChangesWhileItIsReadIsTold) {
+  Options options;
+  options.store = "s";
+  options.database = DATABASE;
+  StoreRun run(options, {DATABASE});
+  const auto report = [&](const std::string& name, const std::function<void()>& meanwhile) {
+    return run.inspect(name, [&] {
+      meanwhile();
+      return ApplicationReport();
+    });
+  };
+  const std::string before = store::hexOf(store::contentOf("a")->sha256);
+  const ApplicationReport quiet = report("a", [] {});
+  EXPECT_EQ(quiet.failure, "");
+  EXPECT_EQ(quiet.content, before);
+  for (const std::function<void()>& change : std::vector<std::function<void()>>{
+           [] { writePage("a", "GetModel"); },
+           [] { write("a/more.js", ""); },
+           [] { fs::remove("a/more.js"); },
+           // Back again, by when it is hashed; what was read in between is not known.
+           [] { fs::last_write_time("a/main.js", fs::last_write_time("a/main.js") + std::chrono::seconds(1)); },
+           [] { fs::remove_all("a"); },
+       }) {
+    const ApplicationReport told = report("a", change);
+    EXPECT_EQ(told.failure, "it changed while it was read");
+    EXPECT_EQ(told.verdict, Verdict::notChecked);
+    EXPECT_EQ(told.content, "") << "it is tried again";
+  }
 }
 
 TEST_F(StoreChecker, AStoreThatCannotBeWrittenEndsTheRun) {
