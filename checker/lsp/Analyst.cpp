@@ -114,35 +114,44 @@ Analyst::Result Analyst::failed(const std::string& reason) {
   return {"", reason};
 }
 
+// The process is gone, or has closed its end.
+std::optional<Analyst::Result> Analyst::takeEnd() {
+  int status = 0;
+  (void)kill(process_, SIGKILL);  // if it only closed its end; for one that is ending this is too late
+  while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {
+  }
+  process_ = -1;
+  const std::string reason = failureOf(status, bounds_);
+  const bool wasFresh = isFresh_;
+  Result result = failed(reason.empty() ? "the process that checks it ended" : reason);
+  if (wasFresh) return result;
+  ask(request_.substr(kLength));
+  return std::nullopt;
+}
+
+// The answer, once it is whole.
+std::optional<Analyst::Result> Analyst::takeAnswer() {
+  if (received_.size() < kLength) return std::nullopt;
+  const std::uint64_t length = lengthOf(received_);
+  if (length > std::uint64_t{bounds_.sent} << 20) return failed("its report is too large");
+  if (received_.size() < kLength + length) return std::nullopt;
+  if (received_.size() > kLength + length) return failed("its report has another length");
+  isBusy_ = false;
+  isFresh_ = false;
+  return Result{received_.substr(kLength), ""};
+}
+
 std::optional<Analyst::Result> Analyst::poll() {
   send();
   std::array<char, 65536> buffer{};
-  for (ssize_t count; (count = read(channel_, buffer.data(), buffer.size())) != -1 || errno == EINTR;) {
-    if (count < 0) continue;
-    if (count == 0) {
-      int status = 0;
-      (void)kill(process_, SIGKILL);  // if it only closed its end; for one that is ending this is too late
-      while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {
-      }
-      process_ = -1;
-      const std::string reason = failureOf(status, bounds_);
-      const bool wasFresh = isFresh_;
-      const Result result = failed(reason.empty() ? "the process that checks it ended" : reason);
-      if (wasFresh) return result;
-      ask(request_.substr(kLength));
-      return std::nullopt;
-    }
+  for (;;) {
+    const ssize_t count = read(channel_, buffer.data(), buffer.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0 && (errno == EAGAIN || errno == EWOULDBLOCK)) break;
+    if (count <= 0) return takeEnd();
     received_.append(buffer.data(), static_cast<std::size_t>(count));
-    const std::size_t most = std::size_t{bounds_.sent} << 20;
-    const bool hasLength = received_.size() >= kLength;
-    if (received_.size() > most || (hasLength && lengthOf(received_) > most)) return failed("its report is too large");
-    if (hasLength && received_.size() > kLength + lengthOf(received_)) return failed("its report has another length");
-    if (!hasLength || received_.size() < kLength + lengthOf(received_)) continue;
-    isBusy_ = false;
-    isFresh_ = false;
-    return Result{received_.substr(kLength), ""};
+    if (auto result = takeAnswer()) return result;
   }
-  if (errno != EAGAIN && errno != EWOULDBLOCK) return failed("its report cannot be read");
   if (Clock::now() < deadline_) return std::nullopt;
   return failed("it takes longer than the " + std::to_string(bounds_.timeout) + " s of --timeout");
 }

@@ -49,6 +49,8 @@ class Analyst {
   int serve(int channel) const;
   void end();
   void send();
+  std::optional<Result> takeEnd();
+  std::optional<Result> takeAnswer();
   Result failed(const std::string& reason);
 
   WorkerBounds bounds_;
