@@ -70,6 +70,17 @@ std::size_t Coverage::add(const Json& scripts, const Places& places) {
   return fresh;
 }
 
+std::vector<std::pair<int, int>> Coverage::notRun(const Script& script, const std::string& path) const {
+  std::vector<std::pair<int, int>> ranges;
+  const auto ofFile = files_.find(path);
+  if (ofFile == files_.end()) return ranges;
+  const auto functions = ofFile->second.find({script.line, script.column});
+  if (functions == ofFile->second.end()) return ranges;
+  for (const auto& [range, hasRun] : functions->second)
+    if (!hasRun) ranges.emplace_back(range.first, -range.second);
+  return ranges;
+}
+
 std::vector<FileCoverage> Coverage::files(const std::vector<File>& all) const {
   std::map<std::string, FileCoverage> byPath;
   for (const File& file : all)

@@ -15,6 +15,10 @@ class Coverage {
   // Adds the `result` list of `Profiler.takePreciseCoverage`. Returns how many functions ran that had not before.
   std::size_t add(const Json& scripts, const Places& places);
 
+  // Where the functions of a script stand that have not run: begin and end, as the browser counts. Outer ones are in
+  // front of their inner ones.
+  std::vector<std::pair<int, int>> notRun(const Script& script, const std::string& path) const;
+
   // By file. `server`'s script files that no page has loaded have bytes, and none that ran.
   std::vector<FileCoverage> files(const std::vector<File>& all) const;
 

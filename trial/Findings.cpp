@@ -57,7 +57,7 @@ Frame Findings::written(const std::string& method, const Frame& user) {
   return written_[key] = writtenPlace(files_, method, place);
 }
 
-void Findings::add(const Message& message, const Json& callFrames, const Places& places) {
+void Findings::add(const Message& message, const Json& callFrames, const Places& places, bool isForced) {
   const bool isUnknown = message.kind == Message::Kind::unknown;
   Call call;
   call.plugin = message.first;
@@ -65,6 +65,7 @@ void Findings::add(const Message& message, const Json& callFrames, const Places&
   call.arguments = shown(message.arguments);
   call.trace = places.frames(callFrames, isUnknown ? std::string() : message.method);
   call.place = placeOf(call.trace);
+  call.isForced = isForced;
   const bool isElsewhere = call.trace.empty() || call.trace.front().isMade || isLibrary(call.place.path);
   if (isElsewhere && !call.place.isSpelled && !isUnknown) {
     const Frame place = written(call.method, call.trace.empty() ? Frame() : call.trace.front());
@@ -81,9 +82,11 @@ void Findings::add(const Message& message, const Json& callFrames, const Places&
     isCut_ = true;
     return;
   }
-  // Of several with different arguments the smallest is shown: which one comes first is chance.
   const auto [known, isNew] = calls.emplace(std::move(key), call);
-  if (!isNew && call.arguments < known->second.arguments) known->second = call;
+  if (isNew) return;
+  // Of several with different arguments the smallest is shown: which one comes first is chance.
+  const auto rank = [](const Call& one) { return std::tie(one.isForced, one.arguments); };
+  if (rank(call) < rank(known->second)) known->second = call;
 }
 
 std::vector<Call> Findings::calls() const {

@@ -29,7 +29,9 @@ class Findings {
   // `files` outlive it.
   Findings(std::string mark, const std::vector<File>& files) : mark_(std::move(mark)), files_(files) {}
 
-  void add(const Message& message, const Json& callFrames, const Places& places);
+  // `isForced`: the trial has called functions in that page that never ran. A call that is seen without that, too, is
+  // none of those; and what such a function takes for a name says nothing about names that cannot be determined.
+  void add(const Message& message, const Json& callFrames, const Places& places, bool isForced = false);
 
   // Sorted by place, then by method, so that two runs give the same. Without those whose name is what is left of one
   // that could not be determined when nothing is put in: "Get" beside "Get…".

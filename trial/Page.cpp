@@ -25,7 +25,10 @@ constexpr int kMaxEnded = 25;
 constexpr int kMaxUnanswered = 4;
 constexpr int kMaxFailures = 40;  // of steps in a row; each that is ended is one
 constexpr int kMaxRounds = 6;
-constexpr int kMinRounds = 3;             // without long timers, with them, and with what those have made
+constexpr int kMinRounds = 3;     // without long timers, with them, and with what those have made
+constexpr int kForcedRounds = 2;  // before functions that never ran are called
+constexpr int kMaxPasses = 4;     // of calling them
+constexpr auto kPrepare = milliseconds(6000);
 constexpr int kMaxDocuments = 24;         // of frames in a page
 constexpr std::size_t kMaxDrivers = 40;   // of a page: frames that are written by code count, too
 constexpr std::size_t kMaxSessions = 12;  // of a page
@@ -33,7 +36,8 @@ constexpr std::size_t kMaxSessions = 12;  // of a page
 // What a driver says there was too much of.
 constexpr std::pair<unsigned, const char*> kCuts[] = {{1, "it has more elements than are tried"},
                                                       {2, "it gave plug-ins more functions than are called"},
-                                                      {4, "it called more methods than are recorded"}};
+                                                      {4, "it called more methods than are recorded"},
+                                                      {8, "it has more functions that never ran than are called"}};
 
 // How long a script may run: the first ones may only be slow.
 milliseconds patience(int ended) {
@@ -75,9 +79,10 @@ void Page::sendTo(const std::string& session, const std::string& method, const J
 
 // ---- opening -------------------------------------------------------------------------------------------------------
 
-void Page::open(const std::string& path, Clock::time_point deadline) {
+void Page::open(const std::string& path, Clock::time_point deadline, bool isForced) {
   path_ = path;
   deadline_ = deadline;
+  isForced_ = isForced;
   round_ = 0;
   documents_ = 0;
   ended_ = 0;
@@ -205,11 +210,11 @@ void Page::serve(const std::string& session, const Json& params) {
     const bool isOwn = textOf(params, "frameId") == target_;
     const File* file = shared_.server->fileOf(url);
     if (isOwn && (hasLoaded_ || file == nullptr || file->path != path_)) {
-      if (file != nullptr) shared_.foundPage(file->path);
+      if (file != nullptr && !uncalled_) shared_.foundPage(file->path);
       return fail("Aborted");
     }
     if (!isOwn && ++documents_ > kMaxDocuments) {
-      if (documents_ == kMaxDocuments + 1) shared_.incomplete(path_, "it has more frames than are loaded");
+      if (documents_ == kMaxDocuments + 1) miss("it has more frames than are loaded");
       return fail("Aborted");
     }
     hasLoaded_ = hasLoaded_ || isOwn;
@@ -235,7 +240,7 @@ void Page::hear(const std::string& session, const Json& params) {
     return;
   const std::string text = textOf(arguments->front(), "value");
   if (text == shared_.secret + "driver" && arguments->size() == 2) {
-    if (drivers_.size() >= kMaxDrivers) return shared_.incomplete(path_, "it has more frames than are driven");
+    if (drivers_.size() >= kMaxDrivers) return miss("it has more frames than are driven");
     const auto context = params.find("executionContextId");
     const std::string object = textOf(arguments->at(1), "objectId");
     if (context != params.end() && context->is_number_integer() && !object.empty())
@@ -244,13 +249,14 @@ void Page::hear(const std::string& session, const Json& params) {
   }
   const Message message = messageOf(text, shared_.secret);
   if (message.kind == Message::Kind::navigation) {
-    if (const File* file = shared_.server->fileOf(message.first)) shared_.foundPage(file->path);
+    const File* file = shared_.server->fileOf(message.first);
+    if (file != nullptr && !uncalled_) shared_.foundPage(file->path);
   } else if (message.kind == Message::Kind::broken) {
-    shared_.incomplete(path_, "it has made " + message.first + " useless, as if to hide what it calls");
-  } else if (message.kind != Message::Kind::none) {
+    miss("it has made " + message.first + " useless, as if to hide what it calls");
+  } else if (message.kind == Message::Kind::call || (message.kind == Message::Kind::unknown && !uncalled_)) {
     const Json& stack = objectIn(params, "stackTrace");
     const auto frames = stack.find("callFrames");
-    shared_.findings->add(message, frames != stack.end() ? *frames : Json::array(), places_);
+    shared_.findings->add(message, frames != stack.end() ? *frames : Json::array(), places_, uncalled_.has_value());
   }
 }
 
@@ -279,11 +285,11 @@ void Page::beginRound() {
   stateSince_ = Clock::now();
   driven_ = 0;
   if (drivers_.empty()) return measure(true);
-  ask("begin");
+  ask(uncalled_ ? "begin uncalled" : "begin");
 }
 
 void Page::nextFrame() {
-  if (++driven_ < drivers_.size()) return ask("begin");
+  if (++driven_ < drivers_.size()) return ask(uncalled_ ? "begin uncalled" : "begin");
   ++round_;
   settle(kQuietRound);
 }
@@ -317,7 +323,7 @@ void Page::answered(const std::string& state) {
   unsigned cut = 0;
   words >> isMore >> fired >> waiting >> kept >> told >> cut;
   for (const auto& [bit, reason] : kCuts)
-    if ((cut & bit) != 0) shared_.incomplete(path_, reason);
+    if ((cut & bit) != 0) miss(reason);
   if (state_ == State::settling) {
     const bool isQuiet = !words.fail() && fired == lastFired_ && Clock::now() - lastRequest_ > 2 * kPoll;
     quietPolls_ = isQuiet ? quietPolls_ + (waiting == 0 ? 2 : 1) : 0;
@@ -338,6 +344,7 @@ void Page::answered(const std::string& state) {
 }
 
 void Page::measure(bool isLast) {
+  if (uncalled_) return isLast ? close() : callUncalled();
   state_ = State::measuring;
   stateSince_ = Clock::now();
   askedAt_ = stateSince_;
@@ -349,9 +356,27 @@ void Page::measure(bool isLast) {
            unanswered_ = 0;
            const std::size_t fresh = shared_.coverage->add(result.value("result", Json()), places_);
            const bool isEnough = round_ >= kMaxRounds || (fresh == 0 && round_ >= kMinRounds);
+           if (isForced_ && !isLast && round_ >= kForcedRounds) return callUncalled();
            if (isLast || isEnough) return finish();
            beginRound();
          });
+}
+
+// From here on, whatever the page calls says nothing about what the application does by itself.
+void Page::callUncalled() {
+  if (!uncalled_) uncalled_.emplace(*shared_.protocol, places_, *shared_.coverage);
+  if (++passes_ > kMaxPasses) return close();
+  state_ = State::preparing;
+  stateSince_ = Clock::now();
+  uncalled_->prepare(session_, drivers_, [this](bool isMore) {
+    if (state_ != State::preparing) return;
+    if (!isMore) return close();
+    beginRound();
+  });
+}
+
+void Page::miss(const std::string& reason) {
+  shared_.incomplete(path_, uncalled_ ? "not all functions that never ran were called" : reason);
 }
 
 // ---- time ----------------------------------------------------------------------------------------------------------
@@ -395,11 +420,15 @@ void Page::tick() {
     return;
   }
   if (now >= deadline_ && state_ != State::measuring) {
-    shared_.incomplete(path_, reasonForTime());
+    miss(reasonForTime());
     if (state_ == State::opening || !hasLoaded_) return close();
     askedAt_.reset();
     endScripts();
     return measure(true);
+  }
+  if (state_ == State::preparing && inState > kPrepare) {
+    miss({});
+    return close();
   }
   if (state_ == State::opening && inState > kOpen) return giveUp("the browser opened no page");
   if (state_ == State::loading && hasRunFor(kLoad, stateSince_)) {
@@ -411,13 +440,14 @@ void Page::tick() {
   }
   if (askedAt_ && hasRunFor(patience(ended_), *askedAt_)) {
     if (++unanswered_ > kMaxUnanswered || ended_ > kMaxEnded) {
-      shared_.incomplete(path_, "its scripts run without end");
+      miss("its scripts run without end");
       return close();
     }
     askedAt_ = now;
     if (unanswered_ == 1) {
       ++ended_;
-      shared_.incomplete(path_, "a script ran too long, and was ended");
+      // What gets arguments that nobody knows may well do that.
+      if (!uncalled_) miss("a script ran too long, and was ended");
     }
     endScripts();
     return;
@@ -427,13 +457,13 @@ void Page::tick() {
 
 void Page::giveUp(const std::string& reason) {
   if (state_ == State::done || state_ == State::closing) return;
-  if (state_ != State::idle) shared_.incomplete(path_, reason);
+  if (state_ != State::idle) miss(reason);
   close();
 }
 
 // A page in which scripts ran too long, or that is out of time, is not gone on with.
 void Page::finish() {
-  if (ended_ > 0 || Clock::now() >= deadline_) return close();
+  if (isForced_ || ended_ > 0 || Clock::now() >= deadline_) return close();
   state_ = State::idle;
   ++asked_;
 }
@@ -441,6 +471,7 @@ void Page::finish() {
 void Page::close() {
   askedAt_.reset();
   ++asked_;
+  if (uncalled_) uncalled_->end();
   state_ = State::closing;
   stateSince_ = Clock::now();
   if (context_.empty()) {

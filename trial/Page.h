@@ -13,6 +13,7 @@
 #include "trial/PackageServer.h"
 #include "trial/Places.h"
 #include "trial/Protocol.h"
+#include "trial/Uncalled.h"
 
 namespace trial {
 
@@ -42,8 +43,9 @@ class Page {
   Page(const Page&) = delete;
   Page& operator=(const Page&) = delete;
 
-  // The tab is new, or idle.
-  void open(const std::string& path, Clock::time_point deadline);
+  // The tab is new, or idle. `isForced`: functions that never ran, here or elsewhere, are called after a round, and the
+  // tab is closed.
+  void open(const std::string& path, Clock::time_point deadline, bool isForced);
 
   // Whether the session is one of this page's; then it takes the event.
   bool take(const std::string& session, const std::string& method, const Json& params);
@@ -66,14 +68,7 @@ class Page {
   World world() const { return world_; }
 
  private:
-  enum class State { opening, loading, settling, driving, measuring, idle, closing, done };
-
-  // The driver of a frame.
-  struct Driver {
-    std::string session;
-    std::int64_t context = 0;
-    std::string object;
-  };
+  enum class State { opening, loading, settling, driving, measuring, preparing, idle, closing, done };
 
   void send(const std::string& method, const Json& params) { sendTo(session_, method, params); }
   void sendTo(const std::string& session, const std::string& method, const Json& params,
@@ -93,6 +88,8 @@ class Page {
   void ask(const std::string& command);
   void answered(const std::string& state);
   void measure(bool isLast);
+  void callUncalled();
+  void miss(const std::string& reason);
   void finish();
   void close();
   void endScripts();
@@ -128,6 +125,9 @@ class Page {
   std::uint64_t lastFired_ = 0;
   int quietPolls_ = 0;
   int failures_ = 0;  // of steps, in a row
+  bool isForced_ = false;
+  std::optional<Uncalled> uncalled_;  // once functions that never ran are called
+  int passes_ = 0;                    // of that
   bool isStuck_ = false;
 };
 

@@ -231,7 +231,7 @@ void Places::add(const Json& params) {
   const std::string id = textOf(params, "scriptId");
   if (id.empty() || scripts_.size() >= kMaxScripts) return;
   scripts_[id] = {textOf(params, "embedderName"), numberOf(params, "startLine"), numberOf(params, "startColumn"),
-                  framesOf(params)};
+                  numberOf(params, "executionContextId"), framesOf(params)};
 }
 
 const Script* Places::find(const std::string& id) const {

@@ -14,7 +14,8 @@ struct Script {
   std::string url;  // of the file or page that it stands in; empty for code that was made by code
   int line = 0;     // where it begins, from 0
   int column = 0;
-  std::vector<Json> made;  // the stack that made it, innermost first; empty for one that the page loaded
+  std::int64_t context = 0;  // that it runs in
+  std::vector<Json> made;    // the stack that made it, innermost first; empty for one that the page loaded
 };
 
 // The scripts of one session, and where their code stands in the files of the application.
@@ -29,6 +30,9 @@ class Places {
 
   // Null if it is not known.
   const Script* find(const std::string& id) const;
+
+  // All of them, by their identifiers.
+  const std::map<std::string, Script>& scripts() const { return scripts_; }
 
   // The frames of a stack in files of the application, innermost first, at most 20. Code that was made stands where it
   // was made. `method` is what was called: a line of a page that does not hold it is not believed if the code was made.

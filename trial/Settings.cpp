@@ -96,7 +96,7 @@ std::string recorderScript(const Input& input, const Settings& settings, const s
   std::string keyList;
   for (const std::string& key : keys)
     keyList += (keyList.empty() ? "" : ",") + key;
-  return std::string("(function (settings) {'use strict';\n") + kRecorder + kDriver +
+  return std::string("(function recorder(settings) {'use strict';\n") + kRecorder + kUncalled + kDriver +
          "\n})({__proto__: null, secret: " + dumped(settings.secret) + ", mark: " + dumped(settings.mark) +
          ", world: " + (settings.world == World::unreachable ? "0" : "1") + ", plugins: " + dumped(input.classIds) +
          ", extension: " + dumped(input.extension) + ", documented: " + documented + ", keys: [" + keyList + "]});";

@@ -50,6 +50,7 @@ struct Lane {
   World world;
   std::deque<std::string> waiting;
   Page* page = nullptr;
+  bool isForced = false;  // its pages have been run; now functions are called that never ran
 };
 
 class Trial {
@@ -172,9 +173,15 @@ class Trial {
   bool isEnough() {
     for (const Lane& lane : lanes_)
       if (!lane.waiting.empty() || (lane.page != nullptr && !lane.page->isSettled())) return false;
-    if (hasRest_) return true;
-    addRest();
-    return lanes_.front().waiting.empty();
+    if (!hasRest_) addRest();
+    if (lanes_.front().waiting.empty() && options_.callsUncalled && !lanes_.back().isForced) forceAll();
+    return lanes_.back().waiting.empty();
+  }
+
+  // Each page once more, in the world where everything answers.
+  void forceAll() {
+    lanes_.back().isForced = true;
+    lanes_.back().waiting.assign(result_.pages.begin(), result_.pages.end());
   }
 
   void turn() {
@@ -206,7 +213,7 @@ class Trial {
     }
     const std::string path = lane.waiting.front();
     lane.waiting.pop_front();
-    lane.page->open(path, std::min(deadline_, Clock::now() + seconds(options_.secondsPerPage)));
+    lane.page->open(path, std::min(deadline_, Clock::now() + seconds(options_.secondsPerPage)), lane.isForced);
   }
 
   void dropWaiting(const std::string& reason) {
@@ -286,7 +293,7 @@ class Trial {
   std::set<std::string> loaded_;  // as pages or frames
   bool hasRest_ = false;
   std::vector<std::unique_ptr<Page>> pages_;  // they stay: answers come late
-  std::array<Lane, 2> lanes_{{{World::unreachable, {}, nullptr}, {World::made, {}, nullptr}}};
+  std::array<Lane, 2> lanes_{{{World::unreachable, {}}, {World::made, {}}}};
   std::optional<Browser> browser_;
   std::optional<Protocol> protocol_;
 };

@@ -30,6 +30,7 @@ struct Options {
   std::string directory;         // empty, and the caller's to remove
   unsigned secondsPerPage = 20;  // three times that for all pages
   unsigned memory = 1024;        // MiB that all processes of the browser may take together
+  bool callsUncalled = false;    // also calls functions that never ran, after all else
 };
 
 // A place in a file as it was shipped; both numbers count from 1, columns in characters of UTF-8.
@@ -51,6 +52,7 @@ struct Call {
   // code that was made, where its text stands. No path: unknown.
   Frame place;
   std::vector<Frame> trace;  // innermost first
+  bool isForced = false;     // seen only after the trial itself had called functions that never ran
 };
 
 struct Incomplete {

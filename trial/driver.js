@@ -28,6 +28,7 @@ const maxEvents = 15000;   // of one round
 const maxAlike = 150;      // elements of one name and class, and with the same handlers in their tags
 const stepTime = 40;
 const maxHangs = 5;        // of one phase: the time is for the others, too
+const maxUncalledHangs = 15;
 
 // The types of events that anybody listens to.
 const listened = {__proto__: null};
@@ -357,7 +358,8 @@ const nextProbe = () => {
 };
 probes[''] = () => true;
 
-const phases = [nextElement, nextKey, nextWindowEvent, nextCallback, nextProbe];
+const eventPhases = [nextElement, nextKey, nextWindowEvent, nextCallback, nextProbe];
+let phases = eventPhases;
 
 const nextPhase = () => {
   ++phase;
@@ -372,17 +374,35 @@ const refresh = () => {
 const state = () =>
   (phase < phases.length ? '1 ' : '0 ') + fired + ' ' + waiting + ' ' + kept.length + ' ' + told + ' ' + (untold > 0 ? cut | 4 : cut);
 
-const driver = (command, argument) => {
+const begin = (given) => {
+  phases = given;
+  phase = position = part = events = hangs = 0;
+  isInStep = false;
+};
+
+const driver = (command, argument, other) => {
   refresh();
+  switch (command) {
+    case 'function prototype': return functionPrototype;
+    case 'object prototype': return objectPrototypeOfPage;
+    case 'want': return want(argument, other);
+    case 'in memory':
+      inMemory = {__proto__: null, functions: argument, objects: other};
+      return undefined;
+    default:
+  }
   if (command === 'begin') {
     round = argument;
     if (round > 0) release();
-    phase = position = part = events = hangs = 0;
-    isInStep = false;
+    begin(eventPhases);
     alike = {__proto__: null};
     elements = queryAll(pageDocument, '*');
+  } else if (command === 'begin uncalled') {
+    begin(uncalledPhases);
+    beginUncalled();
   } else if (command === 'step') {
-    if (isInStep && ++hangs >= maxHangs) nextPhase();  // nothing but being ended leaves a step in the middle
+    if (isInStep && ++hangs >= (phases === eventPhases ? maxHangs : maxUncalledHangs))
+      nextPhase();  // nothing but being ended leaves a step in the middle
     const begun = realNow(clock);
     isInStep = true;
     while (phase < phases.length && realNow(clock) - begun < stepTime) {

@@ -1,4 +1,5 @@
-// Records calls on plug-in objects. Runs first in every frame, inside a function of its own, in front of driver.js.
+// Records calls on plug-in objects. Runs first in every frame, inside a function of its own, `recorder`, in front of
+// uncalled.js and driver.js.
 //
 // The page is untrusted: whatever it patches must change nothing here. So all built-ins that are used are captured
 // first; none is looked up later; handlers and descriptors have no prototype; no array is walked by its iterator; and

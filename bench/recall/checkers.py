@@ -20,6 +20,7 @@ CONFIGURATIONS = [
     ("flow", ["--flow"]),
     ("flow --possible", ["--flow", "--possible"]),
     ("engine, trial", ["--device", "--trial"]),
+    ("engine, trial, uncalled", ["--device", "--trial", "--trial-uncalled"]),
     ("flow, trial", ["--flow", "--trial"]),
 ]
 

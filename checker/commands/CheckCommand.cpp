@@ -200,7 +200,8 @@ class Run : public RunListener {
 
 // Throws UserError if there is no browser for a trial that was asked for.
 TrialOptions trialOptions(const Options& options) {
-  TrialOptions trial{options.trial, options.browser, options.trialSeconds, options.bounds.memory};
+  TrialOptions trial{options.trial, options.browser, options.trialSeconds, options.bounds.memory,
+                     options.trialUncalled};
   if (!trial.isOn) return trial;
   trial.browser = trial::findBrowser(options.browser);
   if (!trial.browser.empty()) return trial;

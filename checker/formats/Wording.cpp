@@ -29,7 +29,7 @@ std::string remarksOn(const Call& call) {
 
 // Whether a rule found a call that the engine's rules do not find.
 bool isAddition(Call::Found found) {
-  return found == Call::Found::flow || found == Call::Found::trial;
+  return found >= Call::Found::flow;
 }
 
 // Whether there is anything to say about a call that the device's host does not get.
@@ -131,7 +131,8 @@ std::string placeOf(const Call& call) {
 }
 
 const char* wordFor(Call::Found found) {
-  static constexpr const char* kWords[] = {"variable", "look-up", "Flash variable", "Flash look-up", "flow", "trial"};
+  static constexpr const char* kWords[] = {"variable", "look-up", "Flash variable",        "Flash look-up",
+                                           "flow",     "trial",   "trial of uncalled code"};
   return kWords[static_cast<std::size_t>(found)];
 }
 
@@ -190,6 +191,8 @@ std::vector<std::string> explanationsOf(const Finding& finding) {
       "Flash look-up: in a Flash movie, the plug-in is looked up where the method is called.",
       "flow: the object was followed through the application; the rules of the device do not find this call.",
       "trial: a browser that ran the application made this call; the rules of the device do not find it.",
+      "trial of uncalled code: the trial itself called functions that never ran, and then this call was made. Nobody "
+      "showed that the application calls them; the rules of the device do not find it.",
   };
   static constexpr const char* kConfidence[] = {
       "possible: a value of this name may be the plug-in; it is shown and does not count.",

@@ -114,6 +114,8 @@ const std::vector<OptionRow> kOptions{
      "with --flow, count methods that are documented for another plug-in only", ""},
     {"trial", "", kWhat, kCheck | kCompare, true, &Options::trial, 0,
      "also run the pages in a real browser, and report what they call", ""},
+    {"trial-uncalled", "", kWhat, kCheck | kCompare, true, &Options::trialUncalled, 0,
+     "with --trial, also call functions that never ran", "; what that finds is marked, and not confirmed"},
     {"browser", "FILE", kWhat, kCheck | kCompare, false, &Options::browser, 0, "run them in this Chromium",
      ", not in the chromium of the PATH"},
     {"trial-seconds", "SECONDS", kWhat, kCheck | kCompare, true, &Options::trialSeconds, kMaxTrialSeconds,

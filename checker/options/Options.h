@@ -48,6 +48,7 @@ struct Options {
 
   bool trial = false;  // run the pages in a browser, too
   std::string browser;
+  bool trialUncalled = false;  // call functions that never ran in it, too
   unsigned trialSeconds = 20;
 
   std::string store;  // file that results are kept in

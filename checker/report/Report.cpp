@@ -69,7 +69,8 @@ const char* nameOf(Verdict verdict) {
 }
 
 const char* nameOf(Call::Found found) {
-  static constexpr const char* kNames[] = {"variable", "look-up", "flash-variable", "flash-look-up", "flow", "trial"};
+  static constexpr const char* kNames[] = {"variable", "look-up", "flash-variable", "flash-look-up",
+                                           "flow",     "trial",   "trial-uncalled"};
   return kNames[static_cast<std::size_t>(found)];
 }
 

@@ -45,7 +45,15 @@ struct SourceLine {
 // A call on a plug-in object.
 struct Call {
   // The rule that found it: four of the engine, then flow analysis and a trial run, for calls that only they found.
-  enum class Found { variable, lookUp, flashVariable, flashLookUp, flow, trial };
+  enum class Found {
+    variable,
+    lookUp,
+    flashVariable,
+    flashLookUp,
+    flow,
+    trial,
+    trialUncalled,  // the trial called functions that never ran: nobody showed that the application does
+  };
 
   std::string path;
   Position place;      // of the first byte of `code`
@@ -235,7 +243,7 @@ std::size_t countDeprecated(const ApplicationReport& report, Finding::Status sta
 // "clean", "incomplete", "findings", "could not check"
 const char* nameOf(Verdict verdict);
 
-// "variable", "look-up", "flash-variable", "flash-look-up", "flow", "trial"
+// "variable", "look-up", "flash-variable", "flash-look-up", "flow", "trial", "trial-uncalled"
 const char* nameOf(Call::Found found);
 
 // "reported", "accepted", "known", "noted"

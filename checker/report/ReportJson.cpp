@@ -83,7 +83,7 @@ void readCall(const Json& json, Call& call) {
   call.engineLine = countIn<int>(json, "engineLine");
   call.plugin = json.at("plugin");
   call.method = json.at("method");
-  call.found = named(json.at("found"), Call::Found::trial);
+  call.found = named(json.at("found"), Call::Found::trialUncalled);
   call.code = json.at("code");
 }
 

@@ -29,7 +29,7 @@ Call callOf(const trial::Call& seen, const ReportedFiles& files) {
   Call call;
   call.plugin = seen.plugin;
   call.method = seen.method;
-  call.found = Call::Found::trial;
+  call.found = seen.isForced ? Call::Found::trialUncalled : Call::Found::trial;
   files.place(seen.place.path, positionOf(seen.place), call);
   return call;
 }
@@ -43,6 +43,8 @@ std::vector<TraceStep> traceOf(const trial::Call& seen, const ReportedFiles& fil
     const Position place = positionOf(*frame);
     steps.push_back({TraceStep::What::call, text, files.shown(frame->path), place, files.lineAt(frame->path, place)});
   }
+  if (seen.isForced && !steps.empty())
+    steps.front().text += ", called by the trial: nobody showed that the application calls it";
   return steps;
 }
 
@@ -54,8 +56,9 @@ bool isOf(const Finding& finding, const Call& seen) {
   return seen.place.line >= call.place.line && seen.place.line <= call.place.line + lines;
 }
 
+// What only calls of the trial's own led to confirms nothing.
 void confirm(Finding& finding, const trial::Call& seen, const ReportedFiles& files) {
-  finding.confidence = Finding::Confidence::confirmed;
+  if (!seen.isForced) finding.confidence = Finding::Confidence::confirmed;
   if (finding.arguments.empty()) finding.arguments = seen.arguments;
   if (finding.trace.empty()) finding.trace = traceOf(seen, files);
 }
@@ -121,7 +124,7 @@ void addTrial(const trial::Result& result, const ReportedFiles& files, const std
     bool isKnown = false;
     for (Finding& finding : report.findings) {
       if (!isOf(finding, call)) continue;
-      confirm(finding, seen, files);
+      if (!seen.isForced) confirm(finding, seen, files);
       isKnown = true;
     }
     if (isKnown) continue;
@@ -183,7 +186,8 @@ void TrialRun::run(const TrialOptions& options, const std::set<std::string>& acc
   input.extension = FlashEngine_1_00::kExtensionPlugin;
   input.documented = currentMethods(deprecations);
   const PrivateDirectory directory;
-  trial::Result result = trial::run(input, {options.browser, directory.path(), options.seconds, options.memory});
+  trial::Result result =
+      trial::run(input, {options.browser, directory.path(), options.seconds, options.memory, options.callsUncalled});
   dropDocumented(deprecations, result);
   ReportedFiles files;
   for (std::size_t i = 0; i < taken.size(); ++i)

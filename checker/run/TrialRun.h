@@ -13,9 +13,10 @@
 
 struct TrialOptions {
   bool isOn = false;
-  std::string browser;     // empty: chromium of the PATH
-  unsigned seconds = 20;   // for a page; three times that for the application
-  unsigned memory = 1024;  // MiB for all processes of the browser together; the worker's own is bounded besides
+  std::string browser;         // empty: chromium of the PATH
+  unsigned seconds = 20;       // for a page; three times that for the application
+  unsigned memory = 1024;      // MiB for all processes of the browser together; the worker's own is bounded besides
+  bool callsUncalled = false;  // functions that never ran, too
 };
 
 // Seconds that a trial may take on top of what a check takes: the pages, and starting and ending the browser.

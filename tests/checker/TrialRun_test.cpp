@@ -66,6 +66,23 @@ TEST(TrialRun, ConfirmsAndAdds) {
   EXPECT_EQ(report.rules.back(), "trial");
 }
 
+// What only the trial's own calls led to is a finding, marked, and confirms nothing.
+TEST(TrialRun, CallsOfUncalledCodeAreMarked) {
+  ApplicationReport report = withEngineFinding();
+  trial::Result result;
+  result.calls = {seen("Get", 2, 14), seen("New", 4, 6)};
+  for (trial::Call& call : result.calls)
+    call.isForced = true;
+  addTrial(result, files(), {}, report);
+  ASSERT_EQ(report.findings.size(), 2U);
+  EXPECT_EQ(report.findings[0].confidence, Finding::Confidence::likely);
+  EXPECT_EQ(report.findings[0].call.found, Call::Found::variable);
+  EXPECT_TRUE(report.findings[0].trace.empty());
+  EXPECT_EQ(report.findings[1].confidence, Finding::Confidence::likely);
+  EXPECT_EQ(report.findings[1].call.found, Call::Found::trialUncalled);
+  EXPECT_NE(report.findings[1].trace.front().text.find("nobody showed"), std::string::npos);
+}
+
 TEST(TrialRun, OnlyAdds) {
   ApplicationReport report = withEngineFinding();
   trial::Result result;

@@ -407,6 +407,53 @@ TEST(ChromiumCoverage, TellsWhatNeverRan) {
   EXPECT_EQ(result.coverage[0].bytes - result.coverage[0].bytesRun, 30U);
 }
 
+// Functions that never ran, and those of the last page, which nothing but such a function goes to.
+constexpr const char* kUncalled =
+    "var tuner = document.getElementById('tuner');\n"
+    "function plain(a) { tuner.A1(a); tuner['Get' + a](); }\n"
+    "var app = {dev: tuner, method: function () { this.dev.A2(); }, get it() { return this.dev.A3(); }};\n"
+    "class Base { constructor() { this.d = tuner; tuner.A4(); } run() { this.d.A5(); } }\n"
+    "class Derived extends Base { more() { this.d.A6(); } }\n"
+    "(function () { function closure() { return function inner() { tuner.A7(); }; } window.kept = [closure]; })();\n"
+    "function later() { setTimeout(function () { tuner.A8(); }, 1000); location.href = 'alone.html'; }\n"
+    "function hangs() { tuner.A9(); for (;;) ; }\n"
+    "function behind() { tuner.A10(); both(); return tuner; }\n"
+    "function* steps() { tuner.A11(); }\n"
+    "function both() { tuner.B1(); } both();\n";
+
+TEST(ChromiumUncalled, IsCalledWhenThatIsAskedForAndMarked) {
+  const auto page = [](const char* script) { return kObjects + std::string("<script src=") + script + "></script>"; };
+  trial::Input input = applicationOf(page("a.js"), {{"www/a.js", kUncalled},
+                                                    {"www/alone.html", kObjects + scriptOf("tuner.C1();")},
+                                                    {"www/jquery.js", "function f() { tuner.D1(); }"},
+                                                    {"www/library.html", page("jquery.js")}});
+  const auto found = [&](bool callsUncalled) {
+    const TrialDirectory directory;
+    trial::Options options;
+    options.directory = directory.path();
+    options.secondsPerPage = 60;
+    options.callsUncalled = callsUncalled;
+    const trial::Result result = trial::run(input, options);
+    EXPECT_EQ(incompleteOf(result), "");
+    EXPECT_TRUE(result.undetermined.empty());
+    std::pair<std::set<std::string>, std::set<std::string>> methods;
+    for (const trial::Call& call : result.calls)
+      (call.isForced ? methods.second : methods.first).insert(call.method);
+    std::uint64_t functions = 0;
+    for (const trial::FileCoverage& file : result.coverage)
+      functions += file.functionsRun;
+    return std::make_tuple(methods.first, methods.second, functions);
+  };
+  const std::set<std::string> called{"B1", "C1"};
+  const auto [first, none, functions] = found(false);
+  EXPECT_EQ(first, called);
+  EXPECT_TRUE(none.empty());
+  const auto [second, forced, functionsAgain] = found(true);
+  EXPECT_EQ(second, called);
+  EXPECT_EQ(forced, (std::set<std::string>{"A1", "A10", "A11", "A2", "A3", "A4", "A5", "A6", "A7", "A8", "A9"}));
+  EXPECT_EQ(functionsAgain, functions);  // what the trial called is no part of what ran
+}
+
 TEST(ChromiumProcesses, AreIsolatedAndGoWithTheirParent) {
   const TrialDirectory directory;
   int ends[2];

@@ -1,5 +1,5 @@
-// trial-program FOLDER DATABASE [SECONDS] [BROWSER]: a trial run of the application in a folder, as JSON on standard
-// output. For the group of tests with a real browser, and for measuring.
+// trial-program FOLDER DATABASE [SECONDS] [BROWSER] [uncalled]: a trial run of the application in a folder, as JSON on
+// standard output. For the group of tests with a real browser, and for measuring.
 
 #include <cstdlib>
 #include <filesystem>
@@ -36,9 +36,9 @@ trial::Json asJson(const trial::Call& call) {
   trial::Json trace = trial::Json::array();
   for (const trial::Frame& frame : call.trace)
     trace.push_back(frame.path + ':' + std::to_string(frame.line) + ':' + std::to_string(frame.column));
-  return {{"plugin", call.plugin},    {"method", call.method},   {"arguments", call.arguments},
-          {"path", call.place.path},  {"line", call.place.line}, {"column", call.place.column},
-          {"trace", std::move(trace)}};
+  return {{"plugin", call.plugin},     {"method", call.method},   {"arguments", call.arguments},
+          {"path", call.place.path},   {"line", call.place.line}, {"column", call.place.column},
+          {"trace", std::move(trace)}, {"forced", call.isForced}};
 }
 
 }  // namespace
@@ -62,6 +62,7 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape): a test'
   trial::Options options;
   if (argc > 3) options.secondsPerPage = static_cast<unsigned>(std::strtoul(argv[3], nullptr, 10));
   if (argc > 4) options.browser = argv[4];
+  options.callsUncalled = argc > 5;
   std::string directory = (fs::temp_directory_path() / "trial-XXXXXX").string();
   if (mkdtemp(directory.data()) == nullptr) return 2;
   options.directory = directory;
