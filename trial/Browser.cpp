@@ -144,6 +144,7 @@ const std::vector<std::string>& arguments() {
       "--block-new-web-contents",
       "--deny-permission-prompts",
       "--mute-audio",
+      "--autoplay-policy=no-user-gesture-required",
       "--password-store=basic",
       "--use-mock-keychain",
       "--no-pings",

@@ -13,6 +13,10 @@ namespace trial {
 namespace {
 
 // Reserved: no name server knows it.
+// One pixel.
+constexpr char kImage[] = {'G', 'I',    'F',    '8',    '9', 'a',    1, 0, 1, 0,   '\x80', 0, 0,   0, 0,
+                           0,   '\xff', '\xff', '\xff', '!', '\xf9', 4, 1, 0, 0,   0,      0, ',', 0, 0,
+                           0,   0,      1,      0,      1,   0,      0, 2, 2, 'D', 1,      0, ';'};
 constexpr std::string_view kOrigin = "http://application.invalid";
 
 struct Suffix {
@@ -174,6 +178,8 @@ Response PackageServer::answer(const std::string& url, const std::string& method
       response = served("application/json", '"' + mark_ + '"');
     } else if (type == "Document") {
       response = served("text/html", "");
+    } else if (type == "Image") {
+      response = served("image/gif", std::string(std::begin(kImage), std::end(kImage)));
     }
   }
   allowAll(response);

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <set>
+#include <sstream>
 
 #include "trial/Places.h"
 #include "trial/Protocol.h"
@@ -20,11 +21,16 @@ namespace {
 
 // Of a remote control, in the numbers that televisions have in common: arrows and enter, back, digits, letters for
 // colours, transport, channels and volume.
-constexpr int kRemote[] = {13,  37,  38,  39,  40, 8,  27, 461, 10009, 403, 404, 405, 406, 48,  49,  50,  51,
-                           52,  53,  54,  55,  56, 57, 33, 34,  32,    19,  412, 413, 415, 417, 427, 428, 447,
-                           448, 449, 457, 458, 36, 35, 77, 73,  82,    71,  89,  66,  112, 113, 9,   46};
+constexpr int kRemote[] = {13,  37,  38, 39, 40, 8,  27, 461, 10009, 403, 404, 405, 406, 48,  49,  50,  51,  52,
+                           53,  54,  55, 56, 57, 33, 34, 32,  19,    412, 413, 415, 417, 427, 428, 447, 448, 449,
+                           457, 458, 36, 35, 77, 73, 82, 71,  89,    66,  112, 113, 9,   46,  176, 177, 178, 179};
 constexpr std::size_t kMaxKeys = 160;
 constexpr std::size_t kMaxKeyName = 24;
+constexpr std::size_t kMinSequence = 3;
+constexpr std::size_t kMaxSequence = 12;
+constexpr std::size_t kMaxSequences = 20;
+constexpr std::size_t kMaxWords = 40;
+constexpr const char* kModifiers[] = {"shiftKey", "ctrlKey", "altKey", "metaKey"};
 
 std::string dumped(const Json& value) {
   return value.dump(-1, ' ', true, Json::error_handler_t::replace);
@@ -42,6 +48,84 @@ bool isCompared(const std::string& text, std::size_t at) {
   const char before = text[at - 1];
   if (before == '=' || before == ':' || before == ',' || before == '[' || before == '{') return true;
   return at >= 4 && text.compare(at - 4, 4, "case") == 0;
+}
+
+// Where the text ends that is quoted from `at` on; npos if that is not in the same line.
+std::size_t endOfQuoted(const std::string& text, std::size_t at) {
+  const char ends[] = {text[at], '\\', '\n', '\0'};
+  std::size_t end = text.find_first_of(ends, at + 1);
+  while (end != std::string::npos && text[end] == '\\')
+    end = text.find_first_of(ends, end + 2);
+  return end != std::string::npos && text[end] == text[at] ? end : std::string::npos;
+}
+
+// The word in quotes that begins at `at`; empty if it is none, or too long.
+std::string quotedWord(const std::string& text, std::size_t at) {
+  const std::size_t end = endOfQuoted(text, at);
+  if (end == std::string::npos || end - at - 1 > kMaxKeyName) return {};
+  return text.substr(at + 1, end - at - 1);
+}
+
+// Whether what begins at `at` stands behind "case", "==" or "!==", or is what somebody listens to: on("ready").
+bool isAwaited(const std::string& text, std::size_t at) {
+  while (at > 0 && std::isspace(static_cast<unsigned char>(text[at - 1])) != 0)
+    --at;
+  if (at < 4) return false;
+  return text.compare(at - 4, 4, "case") == 0 || text.compare(at - 2, 2, "==") == 0 ||
+         text.compare(at - 3, 3, "on(") == 0;
+}
+
+void addOnce(std::vector<std::string>& list, const std::string& text, std::size_t most) {
+  if (list.size() < most && std::find(list.begin(), list.end(), text) == list.end()) list.push_back(text);
+}
+
+// The digits of '1379' as the codes of their keys; empty if it is no such text.
+std::string keysOfDigits(const std::string& word) {
+  if (word.size() < kMinSequence || word.size() > kMaxSequence ||
+      !std::all_of(word.begin(), word.end(), [](unsigned char c) { return std::isdigit(c) != 0; }))
+    return {};
+  std::string codes;
+  for (const char digit : word)
+    codes += (codes.empty() ? "" : ",") + std::to_string(static_cast<int>(digit));
+  return '[' + codes + ']';
+}
+
+// [38,38,40] as it stands at `at`; empty if it holds anything but numbers that keys may have.
+std::string keysOfList(const std::string& text, std::size_t at) {
+  const std::size_t end = text.find_first_not_of("0123456789, ", at + 1);
+  if (end == std::string::npos || text[end] != ']' || end - at > 8 * kMaxSequence) return {};
+  std::istringstream numbers(text.substr(at + 1, end - at - 1));
+  std::string codes;
+  std::size_t count = 0;
+  for (std::string number; std::getline(numbers, number, ','); ++count) {
+    const long code = std::strtol(number.c_str(), nullptr, 10);
+    if (code < 8 || code > 20000) return {};
+    codes += (codes.empty() ? "" : ",") + std::to_string(code);
+  }
+  return count < kMinSequence || count > kMaxSequence ? std::string() : '[' + codes + ']';
+}
+
+void addSequencesAndWords(const std::string& text, Vocabulary& vocabulary) {
+  const auto isWordCharacter = [](char c) { return isWordByte(c) || c == '-' || c == '.' || c == ':'; };
+  for (std::size_t i = text.find_first_of("'\"["); i != std::string::npos; i = text.find_first_of("'\"[", i + 1)) {
+    std::string sequence;
+    if (text[i] == '[') {
+      sequence = keysOfList(text, i);
+    } else {
+      const std::string word = quotedWord(text, i);
+      sequence = keysOfDigits(word);
+      if (!word.empty() && std::all_of(word.begin(), word.end(), isWordCharacter) && isAwaited(text, i))
+        addOnce(vocabulary.words, dumped(word), kMaxWords);
+    }
+    if (!sequence.empty()) addOnce(vocabulary.sequences, sequence, kMaxSequences);
+  }
+}
+
+std::string listOf(const std::vector<std::string>& texts) {
+  std::string list;
+  for (const std::string& text : texts)
+    list += (list.empty() ? "" : ",") + text;
+  return '[' + list + ']';
 }
 
 class Keys {
@@ -67,14 +151,15 @@ class Keys {
   // Names behind "case" or a comparison: "ArrowLeft".
   void addNames(const std::string& text) {
     for (std::size_t i = text.find_first_of("'\""); i != std::string::npos; i = text.find_first_of("'\"", i + 1)) {
-      const std::size_t end = text.find(text[i], i + 1);
-      if (end == std::string::npos) return;
+      const std::size_t end = endOfQuoted(text, i);
+      if (end == std::string::npos) continue;
       const std::string name = text.substr(i + 1, std::min(end - i - 1, kMaxKeyName + 1));
       const bool isName = !name.empty() && name.size() <= kMaxKeyName &&
                           std::isupper(static_cast<unsigned char>(name[0])) != 0 &&
                           std::all_of(name.begin(), name.end(), isWordByte);
-      const bool isCase = isCompared(text, i) && (text.find_last_of(",:[{", i) != i - 1 || i == 0);
-      if (isName && isCase) add('"' + name + '"');
+      const bool isValue = isCompared(text, i) && (text.find_last_of(",:[{", i) != i - 1 || i == 0);
+      const bool isCharacter = name.size() == 1 && name[0] > ' ' && name[0] <= '~' && isAwaited(text, i);
+      if ((isName && isValue) || isCharacter) add(dumped(name));
       i = end;
     }
   }
@@ -88,22 +173,22 @@ class Keys {
 
 }  // namespace
 
-std::string recorderScript(const Input& input, const Settings& settings, const std::vector<std::string>& keys) {
+std::string recorderScript(const Input& input, const Settings& settings, const Vocabulary& vocabulary) {
   std::string documented = "{\"__proto__\":null";
   for (const std::string& method : input.documented)
     if (method != "__proto__") documented += ',' + dumped(method) + ":1";
   documented += '}';
-  std::string keyList;
-  for (const std::string& key : keys)
-    keyList += (keyList.empty() ? "" : ",") + key;
   return std::string("(function recorder(settings) {'use strict';\n") + kRecorder + kUncalled + kDriver +
          "\n})({__proto__: null, secret: " + dumped(settings.secret) + ", mark: " + dumped(settings.mark) +
          ", world: " + (settings.world == World::unreachable ? "0" : "1") + ", plugins: " + dumped(input.classIds) +
-         ", extension: " + dumped(input.extension) + ", documented: " + documented + ", keys: [" + keyList + "]});";
+         ", extension: " + dumped(input.extension) + ", documented: " + documented +
+         ", keys: " + listOf(vocabulary.keys) + ", sequences: " + listOf(vocabulary.sequences) +
+         ", modifiers: " + listOf(vocabulary.modifiers) + ", words: " + listOf(vocabulary.words) + "});";
 }
 
-std::vector<std::string> keysOf(const std::vector<File>& files) {
+Vocabulary vocabularyOf(const std::vector<File>& files) {
   Keys keys;
+  Vocabulary vocabulary;
   for (const int key : kRemote)
     keys.add(std::to_string(key));
   const auto isCode = [](const File& file) {
@@ -113,7 +198,14 @@ std::vector<std::string> keysOf(const std::vector<File>& files) {
     if (isCode(file) && !isLibrary(file.path) && file.bytes.find("key") != std::string::npos) keys.addNames(file.bytes);
   for (const File& file : files)
     if (isCode(file) && !isLibrary(file.path) && file.bytes.find("ey") != std::string::npos) keys.addFrom(file.bytes);
-  return keys.take();
+  vocabulary.keys = keys.take();
+  for (const File& file : files) {
+    if (!isCode(file) || isLibrary(file.path)) continue;
+    addSequencesAndWords(file.bytes, vocabulary);
+    for (const char* modifier : kModifiers)
+      if (file.bytes.find(modifier) != std::string::npos) addOnce(vocabulary.modifiers, dumped(modifier), 4);
+  }
+  return vocabulary;
 }
 
 }  // namespace trial

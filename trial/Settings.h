@@ -14,11 +14,18 @@ struct Settings {
   World world = World::unreachable;
 };
 
-// The script that runs first in every frame: recorder and driver, in a function of their own, with these settings.
-std::string recorderScript(const Input& input, const Settings& settings, const std::vector<std::string>& keys);
+// What the application may wait for, as texts of script: 13, "Enter", [38,38,40].
+struct Vocabulary {
+  std::vector<std::string> keys;       // of a remote control, and what scripts compare with; at most 160
+  std::vector<std::string> sequences;  // of keys, as a hidden menu wants them; at most 20
+  std::vector<std::string> modifiers;  // of key events: "shiftKey"
+  std::vector<std::string> words;      // that scripts compare with; at most 40
+};
 
-// The keys that the application may wait for: those of a remote control, and the numbers and names that its scripts
-// compare with, as texts of script: "13", "\"Enter\"". At most 160.
-std::vector<std::string> keysOf(const std::vector<File>& files);
+// The script that runs first in every frame: recorder and driver, in a function of their own, with these settings.
+std::string recorderScript(const Input& input, const Settings& settings, const Vocabulary& vocabulary);
+
+// Found by how it is written, in pages and scripts that are no libraries.
+Vocabulary vocabularyOf(const std::vector<File>& files);
 
 }  // namespace trial

@@ -33,7 +33,6 @@ constexpr std::size_t kMaxProcesses = 40;
 constexpr int kMaxEndedRenderers = 4;
 constexpr std::size_t kMaxPages = 30;
 constexpr std::size_t kMaxIncomplete = 100;
-constexpr int kPagesOfTime = 3;
 
 std::string randomWord() {
   std::array<unsigned char, 8> bytes{};
@@ -132,14 +131,14 @@ class Trial {
   }
 
   void prepare() {
-    keys_ = keysOf(input_.files);
+    vocabulary_ = vocabularyOf(input_.files);
     shared_.protocol = &*protocol_;
     shared_.server = &server_;
     shared_.findings = &findings_;
     shared_.coverage = &coverage_;
     shared_.secret = secret_;
     shared_.mark = mark_;
-    shared_.recorder = [this](World world) { return recorderScript(input_, {secret_, mark_, world}, keys_); };
+    shared_.recorder = [this](World world) { return recorderScript(input_, {secret_, mark_, world}, vocabulary_); };
     shared_.processorTimes = [this] {
       std::map<int, double> times;
       for (const pid_t renderer : renderers_)
@@ -280,7 +279,7 @@ class Trial {
   PackageServer server_;
   Findings findings_;
   Coverage coverage_;
-  std::vector<std::string> keys_;
+  Vocabulary vocabulary_;
   Shared shared_;
   Clock::time_point start_;
   Clock::time_point deadline_;

@@ -25,12 +25,15 @@ struct Input {
   std::set<std::string> documented;     // methods, of whatever plug-in
 };
 
+// All pages of an application together have so many times the time of one.
+constexpr unsigned kPagesOfTime = 3;
+
 struct Options {
-  std::string browser;           // empty: chromium of the PATH
-  std::string directory;         // empty, and the caller's to remove
-  unsigned secondsPerPage = 20;  // three times that for all pages
-  unsigned memory = 1024;        // MiB that all processes of the browser may take together
-  bool callsUncalled = false;    // also calls functions that never ran, after all else
+  std::string browser;    // empty: chromium of the PATH
+  std::string directory;  // empty, and the caller's to remove
+  unsigned secondsPerPage = 20;
+  unsigned memory = 1024;      // MiB that all processes of the browser may take together
+  bool callsUncalled = false;  // also calls functions that never ran, after all else
 };
 
 // A place in a file as it was shipped; both numbers count from 1, columns in characters of UTF-8.

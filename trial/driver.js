@@ -16,6 +16,18 @@ const NativeStorage = StorageEvent;
 const NativePop = PopStateEvent;
 const NativeClipboard = ClipboardEvent;
 const NativeTransfer = DataTransfer;
+const NativePointer = PointerEvent;
+const NativeWheel = WheelEvent;
+const NativeDrag = DragEvent;
+const NativeTouch = page.Touch;
+const NativeTouchEvent = page.TouchEvent;
+const boxOf = uncurried(Element.prototype.getBoundingClientRect);
+const [leftOf, topOf, rightOf, bottomOf] = ['left', 'top', 'right', 'bottom'].map(
+  (name) => getterOf(DOMRectReadOnly.prototype, name));
+const scrollTo = uncurried(page.scrollTo);
+const queryRoot = uncurried(DocumentFragment.prototype.querySelectorAll);
+const charCodeAt = uncurried(String.prototype.charCodeAt);
+const upper = uncurried(String.prototype.toUpperCase);
 const setData = uncurried(DataTransfer.prototype.setData);
 const getInput = getterOf(HTMLInputElement.prototype, 'value');
 const setInput = uncurried(getOwnPropertyDescriptor(HTMLInputElement.prototype, 'value').set);
@@ -48,19 +60,28 @@ const asTable = (text) => {
   for (const word of text.split(' ')) table[word] = 1;
   return table;
 };
-const mouseTypes = ('mouseover mouseenter mousemove pointerover pointerenter pointerdown mousedown pointerup mouseup ' +
-                    'click dblclick contextmenu mouseout mouseleave').split(' ');
+const mouseTypes = ('mouseover mouseenter mousemove pointerover pointerenter pointerdown mousedown pointermove ' +
+                    'mousemove pointerup mouseup click dblclick contextmenu mouseout mouseleave pointerout ' +
+                    'pointerleave').split(' ');
 const plainTypes = ('focus focusin select input change submit reset search invalid toggle touchstart touchmove touchend ' +
-  'dragstart drag dragenter dragover drop dragend wheel mousewheel scroll error play playing pause ended timeupdate ' +
-  'loadedmetadata canplay stalled waiting volumechange animationend webkitAnimationEnd transitionend ' +
+  'dragstart drag dragenter dragover dragleave drop dragend wheel mousewheel scroll error play playing pause ended timeupdate ' +
+  'loadedmetadata canplay stalled waiting volumechange loadeddata seeking seeked canplaythrough durationchange ' +
+  'ratechange emptied suspend animationend webkitAnimationEnd transitionend ' +
   'webkitTransitionEnd copy cut paste blur focusout').split(' ');
 const keyTypes = ['keydown', 'keypress', 'keyup'];
 const windowTypes = ('resize scroll focus hashchange popstate message storage online offline visibilitychange pageshow ' +
   'orientationchange error unhandledrejection deviceready blur beforeunload pagehide unload').split(' ');
 const own = asTable(mouseTypes.concat(plainTypes, keyTypes, windowTypes, ['load', 'DOMContentLoaded',
   'readystatechange', 'abort', 'progress', 'loadend', 'loadstart']).join(' '));
-const notBubbling = asTable('focus blur mouseenter mouseleave pointerenter error scroll play playing pause ended ' +
-  'timeupdate loadedmetadata canplay stalled waiting volumechange toggle invalid');
+const onlyMedia = asTable('loadeddata seeking seeked canplaythrough durationchange ratechange emptied suspend');
+const media = asTable('video audio');
+const drags = asTable('dragstart drag dragenter dragover dragleave drop dragend');
+const wheels = asTable('wheel mousewheel');
+const touches = asTable('touchstart touchmove touchend');
+const presses = asTable('keydown mousedown pointerdown touchstart');
+const notBubbling = asTable('focus blur mouseenter mouseleave pointerenter pointerleave error scroll play playing pause ended ' +
+  'timeupdate loadedmetadata canplay stalled waiting volumechange toggle invalid loadeddata seeking seeked ' +
+  'canplaythrough durationchange ratechange emptied suspend');
 const clickable = asTable('a button input label option area summary');
 const failing = asTable('img script object embed video audio iframe link');
 
@@ -86,25 +107,73 @@ const kindOf = (element, name) => {
   return {__proto__: null, key, hasOwn};
 };
 
+// Who holds a key or a button for long sees what its timer does: the next event waits for that.
+const pressTime = 45;
+const maxPresses = 6;  // of keys, and of all else
+const pressed = {__proto__: null, keys: 0, others: 0};
+let pressedUntil = 0;
+
 let events = 0;
-const fireAt = (target, event) => {
+const fireAt = (target, event, type) => {
   ++events;
+  const timers = longTimers;
   try {
     dispatch(target, event);
   } catch (error) { /* a target that is none */ }
+  const kind = type === 'keydown' ? 'keys' : 'others';
+  if (longTimers === timers || !(type in presses) || pressed[kind] >= maxPresses) return;
+  ++pressed[kind];
+  pressedUntil = realNow(clock) + pressTime;
 };
 
 const pasted = asTable('copy cut paste');
-const plainEvent = (type) => {
-  if (!(type in pasted))
-    return new NativeEvent(type, {__proto__: null, bubbles: !(type in notBubbling), cancelable: true});
+let x = 10;  // where the pointer is
+let y = 10;
+let sign = 1;  // the direction of what moves, in this round
+let dragged = null;
+
+const touchEvent = (type, target) => {
+  const touch = new NativeTouch({__proto__: null, identifier: 1, target, clientX: x, clientY: y, pageX: x, pageY: y,
+                                 screenX: x, screenY: y});
+  const down = type === 'touchend' ? [] : [touch];
+  return new NativeTouchEvent(type, {__proto__: null, bubbles: true, cancelable: true, touches: down,
+                                     targetTouches: down, changedTouches: [touch]});
+};
+
+const plainEvent = (type, target) => {
+  const usual = {__proto__: null, bubbles: !(type in notBubbling), cancelable: true, clientX: x, clientY: y};
+  if (type in touches && NativeTouch && NativeTouchEvent) {
+    try {
+      return touchEvent(type, target);
+    } catch (error) { /* the page has changed what lists are read with */ }
+  }
+  if (type in wheels) return new NativeWheel(type, {__proto__: usual, deltaY: 100 * sign});
+  if (type in drags) {
+    if (dragged === null) {
+      dragged = new NativeTransfer();
+      setData(dragged, 'text', settings.mark);
+    }
+    return new NativeDrag(type, {__proto__: usual, dataTransfer: dragged});
+  }
+  if (!(type in pasted)) return new NativeEvent(type, usual);
   const clipboardData = new NativeTransfer();
   setData(clipboardData, 'text', settings.mark);
   return new NativeClipboard(type, {__proto__: null, bubbles: true, cancelable: true, clipboardData});
 };
-const mouseEvent = (type) => new NativeMouse(type, {
-  __proto__: null, bubbles: !(type in notBubbling), cancelable: true, view: page, button: 0, clientX: 10, clientY: 10,
-  detail: 1});
+const mouseEvent = (type) => {
+  const how = {
+    __proto__: null, bubbles: !(type in notBubbling), cancelable: true, view: page, button: 0, clientX: x, clientY: y,
+    screenX: x, screenY: y, detail: 1, pointerId: 1, isPrimary: true, pointerType: sign > 0 ? 'mouse' : 'touch'};
+  return startsWith(type, 'pointer') ? new NativePointer(type, how) : new NativeMouse(type, how);
+};
+
+// The middle of an element; in every second round, its right end.
+const pointAt = (element) => {
+  const box = boxOf(element);
+  x = floor(sign > 0 ? (leftOf(box) + rightOf(box)) / 2 : rightOf(box) - 1);
+  y = floor((topOf(box) + bottomOf(box)) / 2);
+};
+const moved = 60;
 
 const keyNames = {
   __proto__: null, 8: 'Backspace', 9: 'Tab', 13: 'Enter', 27: 'Escape', 32: ' ', 33: 'PageUp', 34: 'PageDown', 35: 'End',
@@ -112,7 +181,8 @@ const keyNames = {
   114: 'F3', 115: 'F4', 403: 'ColorF0Red', 404: 'ColorF1Green', 405: 'ColorF2Yellow', 406: 'ColorF3Blue',
   412: 'MediaRewind', 413: 'MediaStop', 415: 'MediaPlay', 417: 'MediaFastForward', 19: 'Pause', 427: 'ChannelUp',
   428: 'ChannelDown', 447: 'AudioVolumeUp', 448: 'AudioVolumeDown', 449: 'AudioVolumeMute', 457: 'Info', 458: 'Guide',
-  461: 'GoBack', 10009: 'XF86Back',
+  461: 'GoBack', 10009: 'XF86Back', 176: 'MediaTrackNext', 177: 'MediaTrackPrevious', 178: 'MediaStop',
+  179: 'MediaPlayPause',
 };
 const fromCharCode = String.fromCharCode;
 const nameOfKey = (code) => {
@@ -121,13 +191,23 @@ const nameOfKey = (code) => {
   if (code >= 65 && code <= 90) return fromCharCode(code + 32);
   return 'Unidentified';
 };
-const keyEvent = (type, key) => {
+const placeOfKey = (name, code) => {
+  if (code >= 65 && code <= 90) return 'Key' + upper(name);
+  if (code >= 48 && code <= 57) return 'Digit' + name;
+  return name === ' ' ? 'Space' : name;
+};
+const keyEvent = (type, key, modifier) => {
   const isCode = typeof key === 'number';
   const name = isCode ? nameOfKey(key) : key;
-  const code = isCode ? key : 0;
-  return new NativeKeyboard(type, {
-    __proto__: null, bubbles: true, cancelable: true, view: page, key: name, code: name, keyCode: code, which: code,
-    charCode: type === 'keypress' ? code : 0});
+  const isCharacter = name.length === 1;
+  let code = isCode ? key : isCharacter ? charCodeAt(upper(name), 0) : 0;
+  const place = placeOfKey(name, code);
+  if (type === 'keypress' && isCharacter) code = charCodeAt(name, 0);
+  const how = {
+    __proto__: null, bubbles: true, cancelable: true, view: page, key: name, code: place, keyCode: code, which: code,
+    charCode: type === 'keypress' ? code : 0};
+  if (modifier !== undefined) how[modifier] = true;
+  return new NativeKeyboard(type, how);
 };
 
 // ---- one round, as a position in it ------------------------------------------------------------------------------------
@@ -140,11 +220,16 @@ let cut = 0;       // what there was more of than is tried: 1 elements, 2 callba
 let hangs = 0;     // steps of that phase that were ended
 let isInStep = false;
 let elements = null;
+let others = [];   // that stand in shadows, or nowhere
+const maxOthers = 5000;
 let alike = {__proto__: null};
 
 const isWanted = (element, name, type) => {
   if (hasHandler(element, type)) return true;
   if (type === 'error' && !(name in failing)) return false;
+  if (type in onlyMedia && !(name in media)) return false;
+  // What was pressed here may be followed by the whole page.
+  if (pointed === element && (hasHandler(pageDocument, type) || hasHandler(page, type))) return true;
   return type in listened;
 };
 
@@ -156,12 +241,14 @@ const fillIn = (element, name) => {
     setArea(element, settings.mark);
   } else if (settings.world === 1 && name === 'input') {
     const type = inputType(element);
+    if ((type === 'number' || type === 'range') && round === 1) setInput(element, '9');
     if ((type === 'text' || type === 'search' || type === 'url' || type === 'hidden' || type === 'password') &&
         (getInput(element) === '' || round === 1))
       setInput(element, settings.mark);
   }
 };
 
+let pointed = null;
 const elementTypes = mouseTypes.concat(plainTypes);
 // The next event for an element; false behind the last.
 const nextForElement = (element) => {
@@ -181,8 +268,14 @@ const nextForElement = (element) => {
   while (part < elementTypes.length) {
     const type = elementTypes[part++];
     const isMouse = part <= mouseTypes.length;
+    if (type === 'pointermove' || type === 'touchmove') x += moved * sign;
+    if (type === 'click') x -= moved * sign;
     if ((type === 'click' && name in clickable) || isWanted(element, name, type)) {
-      fireAt(element, isMouse ? mouseEvent(type) : plainEvent(type));
+      if (pointed !== element) {
+        pointed = element;
+        pointAt(element);
+      }
+      fireAt(element, isMouse ? mouseEvent(type) : plainEvent(type, element), type);
       return true;
     }
   }
@@ -201,13 +294,23 @@ const nextForElement = (element) => {
   return false;
 };
 
+const findElements = () => {
+  elements = queryAll(pageDocument, '*');
+  others = [];
+  for (let i = 0; i < roots.length; ++i) {
+    const inRoot = queryRoot(roots[i], '*');
+    for (let j = 0; j < listLength(inRoot) && others.length < maxOthers; ++j) push(others, listItem(inRoot, j));
+  }
+  for (let i = 0; i < loose.length; ++i) push(others, loose[i]);
+};
+
 const nextElement = () => {
-  if (elements === null || position >= listLength(elements)) return false;
+  if (elements === null || position >= listLength(elements) + others.length) return false;
   if (events > maxEvents) {
     cut |= 1;
     return false;
   }
-  const element = listItem(elements, position);
+  const element = position < listLength(elements) ? listItem(elements, position) : others[position - listLength(elements)];
   let isMore = false;
   try {
     isMore = nextForElement(element);
@@ -229,12 +332,24 @@ const wantsKeys = () => {
   return false;
 };
 
+const keyTarget = () => activeElement(pageDocument) || bodyOf(pageDocument) || pageDocument;
+
 const nextKey = () => {
-  const keys = settings.keys;
+  const {keys, modifiers} = settings;
   const at = position++;
-  if (at >= keys.length * 3 || !wantsKeys()) return false;
-  const target = activeElement(pageDocument) || bodyOf(pageDocument) || pageDocument;
-  fireAt(target, keyEvent(keyTypes[at % 3], keys[floor(at / 3)]));
+  if (!wantsKeys()) return false;
+  const pass = floor(at / (3 * keys.length));  // one with each modifier, then the sequences
+  if (pass <= (round === 1 ? modifiers.length : 0)) {
+    const type = keyTypes[at % 3];
+    fireAt(keyTarget(), keyEvent(type, keys[floor(at / 3) % keys.length], pass === 0 ? undefined : modifiers[pass - 1]),
+           pass === 0 && round > 0 ? type : '');
+    return true;
+  }
+  const sequence = settings.sequences[at - 3 * keys.length * pass];
+  if (round !== 1 || sequence === undefined) return false;
+  for (let i = 0; i < sequence.length; ++i) {
+    for (let j = 0; j < 3; ++j) fireAt(keyTarget(), keyEvent(keyTypes[j], sequence[i]), '');
+  }
   return true;
 };
 
@@ -248,9 +363,23 @@ const windowEvent = (type) => {
     case 'popstate':
       return new NativePop(type, {__proto__: null, state: round % 2 === 0 ? null : unknownValue(0, true)});
     default:
-      return type in own ? new NativeEvent(type, {__proto__: null, cancelable: true})
+      return type in own ? new NativeEvent(type, {__proto__: null, cancelable: true, bubbles: type in isAtDocument})
                          : new NativeCustom(type, {__proto__: null, bubbles: true, cancelable: true,
                                                    detail: unknownValue(0, true)});
+  }
+};
+
+// What another page says: whatever is asked for is that word.
+const messageOf = (word) => new NativeMessage('message', {
+  __proto__: null, origin: 'null', source: page,
+  data: new NativeProxy({}, {__proto__: null, get: (_, key) => (typeof key === 'symbol' ? undefined : word)})});
+
+const give = (word, run) => {
+  given = toText(word);
+  try {
+    run(word);
+  } finally {
+    given = undefined;
   }
 };
 
@@ -260,6 +389,11 @@ const nextWindowEvent = () => {
   if (at < windowTypes.length) {
     const type = windowTypes[at];
     const isHeard = type in listened || hasHandler(page, type) || hasHandler(pageDocument, type);
+    if (type === 'scroll') scrollTo(page, 0, sign > 0 ? 0 : 1000000);
+    if (isHeard && type === 'message' && round === 1) {
+      for (let i = 0; i < settings.words.length; ++i)
+        give(settings.words[i], (word) => fireAt(page, messageOf(word)));
+    }
     if (isHeard && type !== 'error') fireAt(type in isAtDocument ? pageDocument : page, windowEvent(type));
     return true;
   }
@@ -287,6 +421,7 @@ const named = (name) => {
   return value;
 };
 
+const maxTalked = 40;  // functions that hear all words
 const calledBefore = {__proto__: null};  // how often, by position
 const nextCallback = () => {
   const at = position++;
@@ -301,7 +436,13 @@ const nextCallback = () => {
     if (before === 0) {
       apply(callback, page, [unknownValue(0, true), unknownValue(0, true), unknownValue(0, true)]);
     } else {
-      apply(callback, page, [before - 1, before - 1, before - 1]);
+      give(before - 1, (number) => apply(callback, page, [number, number, number]));
+    }
+    // What a plug-in may say: words that scripts compare with, and small numbers.
+    if (before !== 1 || at >= maxTalked) return true;
+    const {words} = settings;
+    for (let i = 0; i < words.length + 16; ++i) {
+      give(i < words.length ? words[i] : i - words.length, (word) => callQuietly(callback, page, [word, word, word]));
     }
   } catch (error) { /* its own fault */ }
   return true;
@@ -394,9 +535,11 @@ const driver = (command, argument, other) => {
   if (command === 'begin') {
     round = argument;
     if (round > 0) release();
+    sign = round % 2 === 0 ? 1 : -1;
+    pointed = null;
     begin(eventPhases);
     alike = {__proto__: null};
-    elements = queryAll(pageDocument, '*');
+    findElements();
   } else if (command === 'begin uncalled') {
     begin(uncalledPhases);
     beginUncalled();
@@ -405,7 +548,7 @@ const driver = (command, argument, other) => {
       nextPhase();  // nothing but being ended leaves a step in the middle
     const begun = realNow(clock);
     isInStep = true;
-    while (phase < phases.length && realNow(clock) - begun < stepTime) {
+    while (phase < phases.length && realNow(clock) >= pressedUntil && realNow(clock) - begun < stepTime) {
       if (!phases[phase]()) nextPhase();
     }
     isInStep = false;

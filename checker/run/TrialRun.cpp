@@ -17,7 +17,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr unsigned kPagesOfTime = 3;
 constexpr unsigned kAround = 30;  // seconds: starting and ending
 constexpr const char* kUnknownName = "its name comes from the network, the user or a plug-in";
 
@@ -80,7 +79,7 @@ std::vector<std::string> contentsOf(const std::string& config) {
 }  // namespace
 
 unsigned trialSeconds(const TrialOptions& options) {
-  return options.isOn ? kPagesOfTime * options.seconds + kAround : 0;
+  return options.isOn ? trial::kPagesOfTime * options.seconds + kAround : 0;
 }
 
 std::vector<std::string> startPages(const std::vector<trial::File>& files) {

@@ -87,6 +87,29 @@ const std::vector<Recorded> kRecorded{
                   "tuner.OnReady = function () { tuner.D9(); }; tuner.Open({done: function () { tuner.D10(); }});"
                   "window.onunload = function () { tuner.D11(); };"),
      {"D1", "D10", "D11", "D2", "D3", "D4", "D5", "D6", "D7", "D8", "D9"}},
+    {"OtherWaysOfUse",
+     "<div id=box draggable=true style='width: 90px; height: 3000px'>x</div><video id=v></video><tv-menu></tv-menu>" +
+         scriptOf(
+             "box.addEventListener('touchstart', function (e) { if (e.touches[0].clientX > 0) tuner.J1(); });"
+             "box.addEventListener('dragstart', function (e) { e.dataTransfer.setData('text', 'own'); });"
+             "box.addEventListener('drop', function (e) { if (e.dataTransfer.getData('text') === 'own') tuner.J2(); });"
+             "box.addEventListener('wheel', function (e) { if (e.deltaY < 0) tuner.J3(); });"
+             "box.onmousedown = function (e) { document.onmousemove = function (m) {"
+             "if (m.clientX !== e.clientX) tuner.J4(); }; };"
+             "v.addEventListener('seeked', function () { tuner.J5(); });"
+             "customElements.define('tv-menu', class extends HTMLElement { connectedCallback() {"
+             "var r = this.attachShadow({mode: 'closed'}); r.innerHTML = '<i>x</i>';"
+             "r.firstChild.onclick = function () { tuner.J6(); }; } });"
+             "var t, last = ''; document.addEventListener('keydown', function (e) {"
+             "if (e.keyCode === 13) t = setTimeout(function () { tuner.J7(); }, 1500);"
+             "if (e.ctrlKey && e.key === 's') tuner.J8();"
+             "last = (last + e.key).slice(-4); if (last === '1379') tuner.J9(); });"
+             "document.addEventListener('keyup', function () { clearTimeout(t); });"
+             "tuner.OnEvent = function (type) { if (type === 'muted') tuner.J10(); tuner['On' + type](); };"
+             "addEventListener('scroll', function () { if (scrollY > 50) tuner.J11(); });"
+             "new Audio().onended = function () { tuner.J12(); };"),
+     {"J1", "J10", "J11", "J12", "J2", "J3", "J4", "J5", "J6", "J7", "J8", "J9"},
+     1},
     {"LaterCode",
      scriptOf("setTimeout(function () { tuner.E1(); }, 3600000); setTimeout('tuner.E2()', 10);"
               "Promise.resolve().then(function () { tuner.E3(); }); requestAnimationFrame(function () { tuner.E4(); });"
@@ -195,7 +218,8 @@ class HostilePage : public testing::TestWithParam<Hostile> {};
 TEST_P(HostilePage, StaysWithinItsBounds) {
   const trial::Result result = runPage(GetParam().body, {}, GetParam().seconds);
   EXPECT_EQ(result.failure, "");
-  EXPECT_LT(result.seconds, GetParam().seconds * 3 + 8);
+  // The bounds and what a machine takes that has much else to do; without bounds these pages never end.
+  EXPECT_LT(result.seconds, GetParam().seconds * trial::kPagesOfTime + 60);
   EXPECT_LT(result.memory, std::uint64_t{3} << 30);
   const auto methods = methodsOf(result.calls);
   for (const std::string& call : GetParam().calls)

@@ -62,11 +62,19 @@ TEST_F(Package, WorldsAnswerAsTheyAre) {
   EXPECT_EQ(answer("callback=x", "Script", World::made), "200 ");
 }
 
-TEST(Keys, AreThoseThatScriptsCompareWith) {
-  const auto keys =
-      trial::keysOf({{"a.js",
-                      "var keys = {BACK: 0x1F4, X: 3, Y: 1.5}; if (e.keyCode === 7001) ; case 'Play':"
-                      "a = b + 8888; f('NoKey'); a[99999999999999999999]; if (e.key == \"ColorRed\") ;"}});
+TEST(Vocabulary, IsWhatScriptsCompareWith) {
+  const trial::Vocabulary vocabulary = trial::vocabularyOf(
+      {{"a.js",
+        "if (e.ctrlKey && code == '1379') f([38, 38,40], [1, 2, 3], [1e3, x, 3]); g('12', \"ab\", e.key === 's');"
+        "switch (type) { case 'volume:up': case'it\\'s': } if (e !== \"muted\" && 'left' == e) ;"
+        "var keys = {BACK: 0x1F4, X: 3, Y: 1.5}; if (e.keyCode === 7001) ; case 'Play':"
+        "a = b + 8888; f('NoKey'); a[99999999999999999999]; if (e.key == \"ColorRed\") ;"}});
+  const auto& keys = vocabulary.keys;
+  EXPECT_EQ(vocabulary.sequences, (std::vector<std::string>{"[49,51,55,57]", "[38,38,40]"}));
+  EXPECT_EQ(vocabulary.modifiers, (std::vector<std::string>{"\"ctrlKey\""}));
+  EXPECT_EQ(vocabulary.words,
+            (std::vector<std::string>{"\"1379\"", "\"s\"", "\"volume:up\"", "\"muted\"", "\"Play\"", "\"ColorRed\""}));
+  EXPECT_EQ(std::count(keys.begin(), keys.end(), "\"s\""), 1);
   const auto has = [&](const char* key) { return std::count(keys.begin(), keys.end(), key); };
   EXPECT_EQ(has("500"), 1);
   EXPECT_EQ(has("7001"), 1);
@@ -80,7 +88,7 @@ TEST(Keys, AreThoseThatScriptsCompareWith) {
 TEST(RecorderScript, HoldsNamesAsData) {
   trial::Input input = applicationOf("");
   input.documented = {"a\"};alert(1)//", "__proto__", "\xff"};
-  const std::string script = trial::recorderScript(input, {"secret", "mark", World::made}, {"13"});
+  const std::string script = trial::recorderScript(input, {"secret", "mark", World::made}, {{"13"}, {}, {}, {}});
   EXPECT_NE(script.find(R"("a\"};alert(1)//":1)"), std::string::npos);
   EXPECT_EQ(script.find("\"__proto__\":1"), std::string::npos);
 }

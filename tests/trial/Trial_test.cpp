@@ -51,7 +51,7 @@ TEST_P(FakeBrowser, IsTold) {
   for (const trial::Incomplete& one : result.incomplete)
     incomplete += one.page + ": " + one.reason + '\n';
   EXPECT_TRUE(holds(incomplete, GetParam().incomplete)) << incomplete;
-  EXPECT_LT(result.seconds, 25);
+  EXPECT_LT(result.seconds, 90);  // the bounds come to some 25; who waits for one of these waits for 100
 }
 
 INSTANTIATE_TEST_SUITE_P(
