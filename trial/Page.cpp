@@ -144,7 +144,9 @@ void Page::prepare(const std::string& session) {
 void Page::navigate() {
   std::string url = shared_.server->urlOf(path_);
   // What only the user's address would say carries the mark.
-  if (world_ == World::made) url += '?' + shared_.mark + '#' + shared_.mark;
+  if (world_ == World::made) url += '?' + shared_.mark;
+  if (isForced_) url += '&';  // the tab may have that page: the same address with a fragment would load nothing
+  if (world_ == World::made) url += '#' + shared_.mark;
   state_ = State::loading;
   stateSince_ = Clock::now();
   sendTo(session_, "Page.navigate", {{"url", url}}, [](const Json&, const std::string&) {});
@@ -252,7 +254,7 @@ void Page::hear(const std::string& session, const Json& params) {
     const File* file = shared_.server->fileOf(message.first);
     if (file != nullptr && !uncalled_) shared_.foundPage(file->path);
   } else if (message.kind == Message::Kind::broken) {
-    miss("it has made " + message.first + " useless, as if to hide what it calls");
+    if (!isForced_) miss("it has made " + message.first + " useless, as if to hide what it calls");
   } else if (message.kind == Message::Kind::call || (message.kind == Message::Kind::unknown && !uncalled_)) {
     const Json& stack = objectIn(params, "stackTrace");
     const auto frames = stack.find("callFrames");
@@ -376,7 +378,7 @@ void Page::callUncalled() {
 }
 
 void Page::miss(const std::string& reason) {
-  shared_.incomplete(path_, uncalled_ ? "not all functions that never ran were called" : reason);
+  shared_.incomplete(path_, isForced_ ? "not all functions that never ran were called" : reason);
 }
 
 // ---- time ----------------------------------------------------------------------------------------------------------
@@ -447,7 +449,7 @@ void Page::tick() {
     if (unanswered_ == 1) {
       ++ended_;
       // What gets arguments that nobody knows may well do that.
-      if (!uncalled_) miss("a script ran too long, and was ended");
+      if (!isForced_) miss("a script ran too long, and was ended");
     }
     endScripts();
     return;

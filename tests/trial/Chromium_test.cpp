@@ -458,7 +458,7 @@ TEST(ChromiumUncalled, IsCalledWhenThatIsAskedForAndMarked) {
     options.secondsPerPage = 60;
     options.callsUncalled = callsUncalled;
     const trial::Result result = trial::run(input, options);
-    EXPECT_EQ(incompleteOf(result), "");
+    EXPECT_EQ(result.failure, "");
     EXPECT_TRUE(result.undetermined.empty());
     std::pair<std::set<std::string>, std::set<std::string>> methods;
     for (const trial::Call& call : result.calls)
@@ -476,6 +476,18 @@ TEST(ChromiumUncalled, IsCalledWhenThatIsAskedForAndMarked) {
   EXPECT_EQ(second, called);
   EXPECT_EQ(forced, (std::set<std::string>{"A1", "A10", "A11", "A2", "A3", "A4", "A5", "A6", "A7", "A8", "A9"}));
   EXPECT_EQ(functionsAgain, functions);  // what the trial called is no part of what ran
+}
+
+// The tab that it is called in has that page already.
+TEST(ChromiumUncalled, IsCalledInTheOnlyPage) {
+  const TrialDirectory directory;
+  trial::Options options;
+  options.directory = directory.path();
+  options.secondsPerPage = 60;
+  options.callsUncalled = true;
+  const trial::Result result = trial::run(applicationOf(pageOf(scriptOf("function f() { tuner.A1(); }"))), options);
+  EXPECT_EQ(incompleteOf(result), "");
+  EXPECT_EQ(methodsOf(result.calls), (std::multiset<std::string>{"A1"}));
 }
 
 TEST(ChromiumProcesses, AreIsolatedAndGoWithTheirParent) {
