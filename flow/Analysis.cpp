@@ -6,11 +6,23 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <utility>
 
 #include "flow/ParseCache.h"
 #include "flow/Words.h"
 
 namespace flow {
+namespace {
+
+// A movie's variables are no globals of the page.
+constexpr const char* kMovieHead =
+    "(function (flash, ExternalInterface, getURL, setInterval, _root, _global, _level0) {";
+constexpr const char* kMovieTail =
+    "})(__tarvoMovie.flash, __tarvoMovie.ExternalInterface, __tarvoMovie.getURL, __tarvoMovie.setInterval, window, "
+    "window, window);";
+constexpr std::size_t kMaxMoviePages = 8;  // that run a movie which none names
+
+}  // namespace
 
 Analysis::Analysis(std::vector<File> given, const Database& documented, const Limits& bounds, const Extras& wanted)
     : files(std::make_move_iterator(given.begin()), std::make_move_iterator(given.end())),
@@ -44,7 +56,7 @@ Result Analysis::run() {
   if (!hasPlugin) return std::move(result);
   prepare();
   runPages();
-  for (int round = 0; round < 12 && !solver.isSpent(); ++round) {
+  for (int round = 0; round < 16 && !solver.isSpent(); ++round) {
     solver.run();
     bool isMore = linkGlobals();
     if (!isMore) isMore = linkForeignIds();
@@ -62,6 +74,7 @@ Result Analysis::run() {
     if (!isMore) {
       const std::size_t before = units.size() + realms.size();
       runUnreached();
+      runMovies();
       isMore = units.size() + realms.size() != before;
     }
     if (!isMore) break;
@@ -85,6 +98,10 @@ void Analysis::loadFiles() {
 void Analysis::prepare() {
   for (std::uint32_t i = 0; i < files.size(); ++i) {
     File& file = files[i];
+    if (file.isMovie) {
+      file.bytes = kMovieHead + file.bytes + kMovieTail;
+      continue;
+    }
     if (!looksLikePage(file.path, file.bytes)) {
       if (isScriptPath(file.path)) {
         bool isSame = true;
@@ -120,6 +137,46 @@ void Analysis::runPages() {
   linkTopPages();
 }
 
+// Movies that may come to a plug-in, by what they say themselves, by what they ask their page, or by what that gives
+// them: each in the pages that name it. Where none does, script shows it, in any.
+void Analysis::runMovies() {
+  if (std::exchange(haveMoviesRun_, true)) return;
+  const auto says = [](const File& file, const char* word) { return file.bytes.find(word) != std::string::npos; };
+  const bool isGiven = std::any_of(files.begin(), files.end(),
+                                   [&](const File& file) { return !file.isMovie && says(file, ".SetVariable("); });
+  const auto isAboutPlugins = [&](const File& movie) {
+    return isGiven || says(movie, "\ngetURL(") || says(movie, "ExternalInterface.") ||
+           namesPlugin(movie.bytes, database.identifiers) || namesAny(movie.bytes, pluginIds);
+  };
+  const std::size_t count = std::min(pages.size(), kMaxMoviePages);
+  for (std::uint32_t i = 0; i < files.size(); ++i) {
+    if (!files[i].isMovie || !isAboutPlugins(files[i])) continue;
+    const std::string name = files[i].path.substr(files[i].path.rfind('/') + 1);
+    const auto isNamed = [&](std::uint32_t page) {
+      return files[pages[page].file].bytes.find(name) != std::string::npos;
+    };
+    bool isNamedAtAll = false;
+    for (std::uint32_t page = 0; page < pages.size(); ++page) {
+      if (!isNamed(page)) continue;
+      isNamedAtAll = true;
+      runMovie(i, page);
+    }
+    for (std::uint32_t page = 0; page < count && !isNamedAtAll; ++page)
+      runMovie(i, page);
+  }
+}
+
+void Analysis::runMovie(std::uint32_t file, std::uint32_t realm) {
+  const ObjectId shown = newObject(Class::array, {});
+  solver.add(property(realms[realm].window, names.of("__tarvoMovies")).node, shown);
+  for (const ObjectId element : realms[realm].plugins)
+    if (elements[objects[element].a].plugins.empty()) solver.add(starNode(shown), element);
+  loadModels(realm, "\x01movie");
+  filesRun.insert(file);
+  const std::uint32_t unit = unitOfFile(file, false);
+  if (unit != kNone) runScript(unit, realm, single(realms[realm].window));
+}
+
 // Which script files are read at all.
 void Analysis::chooseScripts() {
   std::vector<Script> scripts;
@@ -134,6 +191,8 @@ void Analysis::chooseScripts() {
   }
   for (const Page& page : pages)
     scripts.push_back({files[page.file].bytes, true, false, {}});
+  for (const File& file : files)
+    if (file.isMovie) scripts.push_back({file.bytes, true, false, {}});
   const std::vector<Relevance> found = relevanceOf(scripts, database.identifiers, pluginIds);
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     relevances[numbers[i]] = found[i];

@@ -330,6 +330,8 @@ class Analysis {
   void prepare();
   void loadFiles();
   void runPages();
+  void runMovies();
+  void runMovie(std::uint32_t file, std::uint32_t realm);
   void chooseScripts();
   void runUnreached();
   bool enterUncalled();
@@ -338,6 +340,7 @@ class Analysis {
   void finish();
   void addUnit(Unit& unit, bool isModule);
   std::size_t parsedBytes_ = 0;
+  bool haveMoviesRun_ = false;
   friend struct ReportMaker;
 };
 

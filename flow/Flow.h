@@ -16,6 +16,10 @@ namespace flow {
 struct File {
   std::string path;  // within the application, with '/'
   std::string bytes;
+  // Its bytes are what the script of a Flash movie says, in the language of pages. It has a world of its own in each
+  // page that shows it, and what a player gives it: getURL, ExternalInterface, _root. What it does not declare, the
+  // page may have set.
+  bool isMovie = false;
 };
 
 // The documented API: class identifiers with the methods that are documented for each.

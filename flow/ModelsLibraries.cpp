@@ -33,6 +33,7 @@ const Model kModels[] = {
     {"react", "react.", kReact},
     {"react", "@license React", kReact},
     {"react", "preact", kReact},
+    {"movie", "\x01movie", kMovie},
 };
 
 NodeId arg(Analysis& a, const CallInfo& info, std::size_t index) {

@@ -25,8 +25,8 @@ bool isSourceExtension(const std::string& small) {
   return std::any_of(std::begin(kSourceExtensions), std::end(kSourceExtensions), isSmall);
 }
 
-// Whether a file begins as a Flash file does: with a signature, and a version that is no character of a text, or with a
-// character that is none further on in its binary header. A player does not mind the version.
+}  // namespace
+
 bool beginsAsFlash(std::string_view head) {
   constexpr std::size_t kVersion = 3;
   if (head.size() <= kVersion || std::string_view("FCZ").find(head[0]) == std::string_view::npos) return false;
@@ -37,8 +37,6 @@ bool beginsAsFlash(std::string_view head) {
   return static_cast<unsigned char>(head[kVersion]) < ' ' ||
          std::any_of(head.begin() + kVersion, head.end(), isControl);
 }
-
-}  // namespace
 
 std::vector<std::string> fileGaps(const std::string& path) {
   // The engine knows an extension in small or in capital letters, not in both.

@@ -11,6 +11,10 @@
 #include "checker/report/Excerpts.h"
 #include "checker/run/DatabaseListing.h"
 #ifdef TARVO_FLOW
+#include "checker/run/FileGaps.h"
+#include "checker/run/FlashHints.h"
+#include "checker/run/FlashMovie.h"
+#include "checker/run/GapReasons.h"
 #include "flow/Flow.h"
 #endif
 
@@ -22,9 +26,9 @@ namespace {
 
 // What the analysis reads: others are films, pictures and the like.
 bool isRead(const std::string& path) {
-  static const char* const kOther[] = {".png", ".jpg", ".jpeg", ".gif", ".webp", ".bmp",  ".ico", ".mp4",  ".mp3",
-                                       ".wav", ".ogg", ".webm", ".ts",  ".swf",  ".ttf",  ".otf", ".woff", ".woff2",
-                                       ".eot", ".zip", ".wgt",  ".pdf", ".so",   ".wasm", ".map", ".css"};
+  static const char* const kOther[] = {".png", ".jpg", ".jpeg", ".gif", ".webp", ".bmp", ".ico",  ".mp4",   ".mp3",
+                                       ".wav", ".ogg", ".webm", ".ts",  ".ttf",  ".otf", ".woff", ".woff2", ".eot",
+                                       ".zip", ".wgt", ".pdf",  ".so",  ".wasm", ".map", ".css"};
   std::string extension = fs::path(path).extension().string();
   std::transform(extension.begin(), extension.end(), extension.begin(),
                  [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
@@ -67,11 +71,10 @@ std::vector<TraceStep> traceOf(const std::vector<flow::TraceStep>& from, const R
   return steps;
 }
 
-// Whether a finding of the engine is this call: its place is that of the receiver.
+// Whether a finding of the engine is this call: its place is that of the receiver. In Flash files there are no places.
 bool isSame(const Finding& finding, const flow::FoundCall& call, const ReportedFiles& files) {
-  return finding.call.method == call.method && finding.call.place.line != 0 &&
-         finding.call.path == files.shown(call.place.path) &&
-         (finding.call.place.line == call.place.line || finding.call.place.line == call.methodPlace.line);
+  if (finding.call.method != call.method || finding.call.path != files.shown(call.place.path)) return false;
+  return finding.call.place.line == call.place.line || finding.call.place.line == call.methodPlace.line;
 }
 
 Call callAt(const flow::Place& place, const std::string& code, const ReportedFiles& files) {
@@ -185,8 +188,8 @@ void addResult(const flow::Result& result, const ReportedFiles& files, const Wis
     undetermined.call.plugin = open.plugin;
     undetermined.reason = open.reason;
     if (open.isOnPlugin) {
-      report.notChecked.push_back({undetermined.call.path, "in line " + std::to_string(open.place.line) +
-                                                               ", a method is called whose name cannot be told"});
+      const std::string where = open.place.line == 0 ? "" : "in line " + std::to_string(open.place.line) + ", ";
+      report.notChecked.push_back({undetermined.call.path, where + "a method is called whose name cannot be told"});
     }
     report.undetermined.push_back(std::move(undetermined));
   }
@@ -207,10 +210,61 @@ struct Taken {
 Taken taken(ApplicationFiles& from, const PathNames& names) {
   Taken all;
   for (ApplicationFile& file : from.release([&](const std::string& path) { return names.shown(path); })) {
-    all.files.push_back({std::move(file.path), std::move(file.bytes)});
+    all.files.push_back({std::move(file.path), std::move(file.bytes), false});
     all.shown.push_back(std::move(file.shown));
   }
   return all;
+}
+
+// What is closed here is no gap any more; what the engine could not see behind such a gap may be one.
+void closeGaps(const FlashMovie& movie, const std::string& shown, ApplicationReport& report) {
+  const auto isClosed = [&](const NotChecked& part) {
+    return part.part == shown && std::any_of(movie.closed.begin(), movie.closed.end(), [&](FlashEngine_1_00::Gap gap) {
+             return part.reason == reasonOf(gap, 0).text;
+           });
+  };
+  auto& parts = report.notChecked;
+  const auto left = std::remove_if(parts.begin(), parts.end(), isClosed);
+  const bool isClosing = left != parts.end();
+  parts.erase(left, parts.end());
+  for (const FlashEngine_1_00::Gap gap : movie.gaps) {
+    const std::string reason = reasonOf(gap, 0).text;
+    const auto isKnown = [&](const NotChecked& part) { return part.part == shown && part.reason == reason; };
+    if (isClosing && std::none_of(parts.begin(), parts.end(), isKnown)) parts.push_back({shown, reason});
+  }
+}
+
+// Puts the script of each Flash file in its place.
+void readMovies(const flow::Database& database, Taken& all, ApplicationReport& report) {
+  const FlashHints hints(database.identifiers, database.methods);
+  for (std::size_t i = 0; i < all.files.size(); ++i) {
+    flow::File& file = all.files[i];
+    if (!beginsAsFlash(std::string_view(file.bytes).substr(0, 64))) continue;
+    FlashMovie movie = readFlash(file.bytes);
+    closeGaps(movie, all.shown[i], report);
+    for (Undetermined& hint : hints.in(movie, all.shown[i]))
+      report.undetermined.push_back(std::move(hint));
+    file.bytes = std::move(movie.script);
+    file.isMovie = true;
+  }
+}
+
+// Nobody can look up a line of a script that was made of byte code.
+void forgetPlacesInMovies(const std::vector<flow::File>& files, flow::Result& result) {
+  std::set<std::string> movies;
+  for (const flow::File& file : files)
+    if (file.isMovie) movies.insert(file.path);
+  const auto forget = [&](flow::Place& place) {
+    if (movies.count(place.path) != 0) place.line = place.column = 0;
+  };
+  for (flow::FoundCall& call : result.calls) {
+    forget(call.place);
+    forget(call.methodPlace);
+    for (flow::TraceStep& step : call.trace)
+      forget(step.place);
+  }
+  for (flow::Open& open : result.open)
+    forget(open.place);
 }
 
 }  // namespace
@@ -232,14 +286,17 @@ void FlowRun::takeFiles(const FlashEngine_1_00::APIAnalysis& engine) {
 
 void FlowRun::run(const FlowOptions& options, const std::string& database, const std::set<std::string>& accepted,
                   const Deprecations& deprecations, const PathNames& names, ApplicationReport& report) {
-  const Taken all = taken(files_, names);
-  flow::Result result = flow::analyse(all.files, databaseOf(database), {}, {options.isDocumented, options.cache});
+  Taken all = taken(files_, names);
+  const flow::Database documented = databaseOf(database);
+  readMovies(documented, all, report);
+  flow::Result result = flow::analyse(all.files, documented, {}, {options.isDocumented, options.cache});
+  forgetPlacesInMovies(all.files, result);
   result.notRead.erase(std::remove_if(result.notRead.begin(), result.notRead.end(),
                                       [&](const flow::NotRead& gap) { return isExcluded(gap, files_); }),
                        result.notRead.end());
   ReportedFiles reported;
   for (std::size_t i = 0; i < all.files.size(); ++i)
-    reported.add(all.files[i].path, all.shown[i], all.files[i].bytes);
+    reported.add(all.files[i].path, all.shown[i], all.files[i].isMovie ? std::string_view() : all.files[i].bytes);
   addResult(result, reported, {options, accepted, deprecations}, report);
   for (const std::string& path : files_.tooLarge())
     report.notChecked.push_back({names.shown(path), "flow analysis: the file is too large"});

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "CheckerFixture.h"
+#include "swf-assembler/Assembler.h"
 
 namespace {
 
@@ -66,6 +67,21 @@ TEST_F(FlowRun, SaysWhatNobodyCanTell) {
   ASSERT_FALSE(report["undetermined"].empty());
   EXPECT_EQ(report["undetermined"][0]["line"], 7);
   EXPECT_NE(report["notChecked"].dump().find("a method is called whose name cannot be told"), std::string::npos);
+}
+
+TEST_F(FlowRun, ReadsWhatTheEngineDoesNotListOfMovies) {
+  write("www/a.js", "");
+  write("www/movie.swf",
+        swf_assembler::assemble(
+            "tag 59 bytes 46 00 {\nPush 0 \"tv\"\nGetVariable\nPush \"GetOld\"\nCallMethod\nPop\n"
+            "Push \"location\"\nGetVariable\nPush \"hash\"\nGetMember\nPush \"\"\nGetURL2 0\n}\nend\n"));
+  EXPECT_EQ(check("--no-config www").status, 3);
+  const Json report = reportOf("--flow");
+  EXPECT_EQ(report["notChecked"], Json::array());
+  ASSERT_EQ(report["findings"].size(), 1U) << report;
+  EXPECT_EQ(report["findings"][0]["path"], "www/movie.swf");
+  EXPECT_EQ(report["findings"][0]["code"], "tv.GetOld()");
+  EXPECT_FALSE(report["findings"][0].contains("line"));
 }
 
 TEST_F(FlowRun, AcceptsAndKnowsLikeTheEngine) {
