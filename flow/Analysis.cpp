@@ -130,7 +130,7 @@ void Analysis::runPages() {
   for (const ElementInfo& element : elements)
     if (!element.plugins.empty())
       for (const Name id : element.ids)
-        if (names.text(id).size() > 2) pluginIds.push_back(names.text(id));
+        pluginIds.push_back(names.text(id));
   chooseScripts();
   for (std::uint32_t i = 0; i < pages.size(); ++i)
     loadPage(i);

@@ -10,6 +10,9 @@
 namespace flow {
 namespace {
 
+constexpr std::size_t kMaxJoined = 100'000;    // bytes of a text that is put together
+constexpr std::size_t kMaxTexts = 64'000'000;  // bytes of all texts, past which none is put together
+
 NodeId arg(Analysis& a, const CallInfo& info, std::size_t index) {
   return a.argument(info.args, index, info.site.where);
 }
@@ -1197,7 +1200,7 @@ NodeId Analysis::concatenate(Where where, NodeId left, NodeId right) {
         const double sum = std::strtod(before.c_str(), nullptr) + std::strtod(after.c_str(), nullptr);
         return solver.add(made, numberValue(names.of(numberText(std::to_string(sum)))));
       }
-      if (before.size() + after.size() > 100'000) return solver.add(made, kUnknown);
+      if (before.size() + after.size() > kMaxJoined || names.bytes() > kMaxTexts) return solver.add(made, kUnknown);
       solver.add(made, textValue(names.of(before + after)), 0, std::max(one.level, two.level));
     });
   });

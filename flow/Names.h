@@ -20,16 +20,19 @@ class Names {
     const auto found = numbers_.find(text);
     if (found != numbers_.end()) return found->second;
     texts_.emplace_back(text);
+    bytes_ += text.size();
     const auto name = static_cast<Name>(texts_.size() - 1);
     numbers_.emplace(texts_.back(), name);
     return name;
   }
 
   const std::string& text(Name name) const { return texts_[name]; }
+  std::size_t bytes() const { return bytes_; }  // of all texts
 
  private:
   std::deque<std::string> texts_;
   std::unordered_map<std::string_view, Name> numbers_;
+  std::size_t bytes_ = 0;
 };
 
 }  // namespace flow

@@ -9,6 +9,7 @@
 #include <array>
 #include <cstring>
 #include <memory>
+#include <string>
 
 extern "C" const TSLanguage* tree_sitter_javascript();
 
@@ -279,14 +280,26 @@ class Copy {
 // literals count, too.
 constexpr long kMaxBrackets = 10'000;
 
-bool isTooDeep(std::string_view text) {
+// The text with blanks for what stands deeper, and a number for it in parentheses, which must not be empty. Nothing
+// where nothing is so deep.
+std::string withoutDepths(std::string_view text) {
+  std::string shallow;
   long depth = 0;
-  for (const char c : text) {
+  char deepest = ' ';
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    const bool isEnd = c == ')' || c == ']' || c == '}';
     if (c == '(' || c == '[' || c == '{') ++depth;
-    if ((c == ')' || c == ']' || c == '}') && depth > 0) --depth;
-    if (depth > kMaxBrackets) return true;
+    if (depth > kMaxBrackets) {
+      if (shallow.empty()) shallow = text;
+      const bool isFirst = depth == kMaxBrackets + 1 && shallow[i - 1] == deepest;
+      shallow[i] = isFirst && deepest == '(' ? '0' : ' ';
+    } else if (depth == kMaxBrackets && !isEnd) {
+      deepest = c == '(' || c == '[' || c == '{' ? c : deepest;
+    }
+    if (isEnd && depth > 0) --depth;
   }
-  return false;
+  return shallow;
 }
 
 // Hands the text to the parser in parts, and stops it when it has asked for too many.
@@ -326,15 +339,17 @@ Tree parseScript(std::string_view text, const ParseLimits& limits) {
   const std::unique_ptr<TSParser, void (*)(TSParser*)> parser(ts_parser_new(), ts_parser_delete);
   Tree none;
   none.isWhole = false;
-  if (!ts_parser_set_language(parser.get(), tree_sitter_javascript()) || text.size() > 0x7FFFFFFF || isTooDeep(text))
-    return none;
+  if (!ts_parser_set_language(parser.get(), tree_sitter_javascript()) || text.size() > 0x7FFFFFFF) return none;
+  const std::string shallow = withoutDepths(text);
   ts_parser_set_timeout_micros(parser.get(), limits.micros);
-  Source source(text, limits.readings);
+  Source source(shallow.empty() ? text : shallow, limits.readings);
   ts_parser_set_cancellation_flag(parser.get(), source.stop());
   const std::unique_ptr<TSTree, void (*)(TSTree*)> parsed(ts_parser_parse(parser.get(), nullptr, source.input()),
                                                           ts_tree_delete);
   if (!parsed) return none;
-  return Copy(numbers, limits.nodes).run(parsed.get());
+  Tree tree = Copy(numbers, limits.nodes).run(parsed.get());
+  tree.isWhole = tree.isWhole && shallow.empty();
+  return tree;
 }
 
 Ast childIn(const std::vector<Node>& nodes, Ast parent, Field field) {

@@ -172,7 +172,7 @@ using Ast = std::uint32_t;  // index of a node; 0 is the program, and stands for
 
 struct Tree {
   std::vector<Node> nodes;
-  bool isWhole = true;  // false: time was up, or it has more nodes than are kept
+  bool isWhole = true;  // false: time was up, it has more nodes than are kept, or is nested deeper than is parsed
 };
 
 struct ParseLimits {

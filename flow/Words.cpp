@@ -69,6 +69,19 @@ bool anyWord(std::string_view text, const std::vector<std::string>& words, Fits 
   return false;
 }
 
+// Whether what stands there is looked up as an id, or a global with a method of a plug-in.
+bool looksUp(std::string_view text, std::size_t begin, std::size_t end) {
+  const char before = begin == 0 ? ' ' : text[begin - 1];
+  const char after = end < text.size() ? text[end] : ' ';
+  if (after == '"' || after == '\'')
+    return before == '#' || (begin > 7 && text.substr(begin - 7, 6).find("ById(") != std::string_view::npos);
+  const char next = end + 1 < text.size() ? text[end + 1] : ' ';
+  return before != '.' && after == '.' && next >= 'A' && next <= 'Z';
+}
+
+// Minified code is full of words that short: they say something only where they are looked up.
+constexpr std::size_t kShortId = 2;
+
 }  // namespace
 
 bool namesPlugin(std::string_view text, const std::vector<std::string>& identifiers) {
@@ -86,12 +99,15 @@ bool namesPlugin(std::string_view text, const std::vector<std::string>& identifi
                      [&](const std::string& identifier) { return text.find(identifier) != std::string_view::npos; });
 }
 
-bool namesAny(std::string_view text, const std::vector<std::string>& words) {
-  return anyWord(text, words, [&](std::size_t, std::size_t) { return true; });
+bool namesAny(std::string_view text, const std::vector<std::string>& ids) {
+  return anyWord(text, ids, [&](std::size_t begin, std::size_t end) {
+    return end - begin > kShortId || looksUp(text, begin, end);
+  });
 }
 
 bool namesIds(std::string_view text, const std::vector<std::string>& ids) {
   return anyWord(text, ids, [&](std::size_t begin, std::size_t end) {
+    if (end - begin <= kShortId) return looksUp(text, begin, end);
     const char before = begin == 0 ? ' ' : text[begin - 1];
     const char after = end < text.size() ? text[end] : ' ';
     const bool isText = (after == '"' || after == '\'' || after == '`') && (before == after || before == '#');
@@ -100,14 +116,7 @@ bool namesIds(std::string_view text, const std::vector<std::string>& ids) {
 }
 
 bool looksUpIds(std::string_view text, const std::vector<std::string>& ids) {
-  return anyWord(text, ids, [&](std::size_t begin, std::size_t end) {
-    const char before = begin == 0 ? ' ' : text[begin - 1];
-    const char after = end < text.size() ? text[end] : ' ';
-    if (after == '"' || after == '\'')
-      return before == '#' || (begin > 7 && text.substr(begin - 7, 6).find("ById(") != std::string_view::npos);
-    const char next = end + 1 < text.size() ? text[end + 1] : ' ';
-    return before != '.' && after == '.' && next >= 'A' && next <= 'Z';
-  });
+  return anyWord(text, ids, [&](std::size_t begin, std::size_t end) { return looksUp(text, begin, end); });
 }
 
 bool isScriptPath(std::string_view path) {

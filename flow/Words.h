@@ -11,10 +11,11 @@ namespace flow {
 // Whether a class identifier stands in it.
 bool namesPlugin(std::string_view text, const std::vector<std::string>& identifiers);
 
-// Whether one of these words stands in it, not as a part of another.
-bool namesAny(std::string_view text, const std::vector<std::string>& words);
+// Whether one of these ids stands in it, not as a part of another word. Of one or two letters: looked up.
+bool namesAny(std::string_view text, const std::vector<std::string>& ids);
 
-// Whether script in it may mean an element by one of these ids: as a text, or as a global with something behind it.
+// Whether script in it may mean an element by one of these ids: as a text, or as a global with something behind it. Of
+// one or two letters: looked up.
 bool namesIds(std::string_view text, const std::vector<std::string>& ids);
 
 // Whether it does so without doubt: in a look-up, or as a global with a method of a plug-in. For scripts that have

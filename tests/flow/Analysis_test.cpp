@@ -249,20 +249,38 @@ TEST(FlowAnalysis, AnswersHostileTexts) {
       all += text;
     return all;
   };
-  const std::vector<std::string> scripts = {
-      repeat("(", 100'000) + repeat(")", 100'000),
-      "a" + repeat(".b()", 50'000) + "; au.X();",
-      "x = 1" + repeat(" + 'a'", 50'000) + ";",
-      repeat("if (a) b(); else ", 20'000) + "c();",
-      repeat("`${", 5'000) + "1" + repeat("}`", 5'000),
-      repeat("function f() {", 5'000),
-      std::string("au.X(); \xFF\xFE\xC0 \x00 au.Y();", 21),
-      repeat("var a = {", 3'000),
+  // What stands before and behind it is found all the same; what is not read is told.
+  struct HostileRow {
+    std::string middle;
+    const char* expected;
+    bool isWhole;
   };
-  for (const std::string& script : scripts) {
+  const char* const both = "AUDIO.X CAMERA.Y";
+  const std::vector<HostileRow> rows = {
+      {repeat("(", 100'000) + '1' + repeat(")", 100'000), both, false},
+      {"var a = " + repeat("[", 100'000) + repeat("]", 100'000), both, false},
+      {repeat("{", 100'000) + repeat("}", 100'000), both, false},
+      {repeat("function f() {", 100'000) + repeat("}", 100'000), both, false},
+      {"a" + repeat(".b()", 50'000), both, true},
+      {"x = 1" + repeat(" + 'a'", 50'000), both, true},
+      {repeat("if (a) b(); else ", 20'000) + "c()", both, false},
+      {repeat("`${", 5'000) + "1" + repeat("}`", 5'000), both, false},
+      {repeat("!", 100'000) + "1", both, false},
+      {repeat("a = b = ", 50'000) + "1", both, true},
+      {"var d = [" + repeat("17,", 100'000) + "1]", both, true},
+      // What follows is no script any more.
+      {repeat("(", 100'000), "AUDIO.X", false},
+      {repeat("function f() {", 5'000), both, true},
+      {repeat("var a = {", 3'000), "AUDIO.X", true},
+      {std::string("var \xFF\xFE\xC0 \x00", 9), both, true},
+  };
+  for (const HostileRow& row : rows) {
     const auto start = std::chrono::steady_clock::now();
-    const flow::Result result = analyse(script);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60)) << script.substr(0, 20);
+    const flow::Result result =
+        analyse("document.getElementById('au').X();\n" + row.middle + ";\ndocument.getElementById('cam').Y();");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60)) << row.middle.substr(0, 20);
+    EXPECT_EQ(found(result), row.expected) << row.middle.substr(0, 20);
+    EXPECT_EQ(result.notRead.empty(), row.isWhole) << row.middle.substr(0, 20);
   }
   const flow::Result result = flow::analyse({{"index.html", kElements + repeat("<div>", 100'000)}}, database());
   ASSERT_EQ(result.notRead.size(), 1U);

@@ -21,6 +21,8 @@ TEST(Relevance, LargeScriptsAreReadForTheirWordsOnly) {
       {"f('MORVANE-NAVERTIX-AUDIO');", Relevance::own, Relevance::own},
       {"f('player');", Relevance::own, Relevance::none},
       {"x.player = 1;", Relevance::none, Relevance::none},
+      {"f('tv'); tv.go(); x.tv.GetX();", Relevance::none, Relevance::none},
+      {"d.getElementById('tv')", Relevance::own, Relevance::own},
       {"player.GetX();", Relevance::own, Relevance::own},
       {"d.getElementById('player')", Relevance::own, Relevance::own},
       {"$('#player')", Relevance::own, Relevance::own},
@@ -39,7 +41,7 @@ TEST(Relevance, LargeScriptsAreReadForTheirWordsOnly) {
     const std::string text = row.text + filling;
     const auto read = [&](bool isLibrary) {
       return flow::relevanceOf({{page, true, false, {}}, {own, false, false, {}}, {text, false, isLibrary, "bigger"}},
-                               {"MORVANE-NAVERTIX-AUDIO"}, {"player"})[2];
+                               {"MORVANE-NAVERTIX-AUDIO"}, {"player", "tv"})[2];
     };
     EXPECT_EQ(read(false), row.expected) << row.text;
     EXPECT_EQ(read(true), row.ofLibrary) << row.text;
