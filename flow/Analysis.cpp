@@ -20,6 +20,12 @@ constexpr const char* kMovieHead =
 constexpr const char* kMovieTail =
     "})(__tarvoMovie.flash, __tarvoMovie.ExternalInterface, __tarvoMovie.getURL, __tarvoMovie.setInterval, window, "
     "window, window);";
+// Whether a file may hold values that script asks for.
+bool isData(const std::string& text) {
+  const std::size_t begin = text.find_first_not_of(" \t\r\n");
+  return begin != std::string::npos && (text[begin] == '{' || text[begin] == '[');
+}
+
 constexpr std::size_t kMaxMoviePages = 8;  // that run a movie which none names
 
 }  // namespace
@@ -132,8 +138,14 @@ void Analysis::runPages() {
       for (const Name id : element.ids)
         pluginIds.push_back(names.text(id));
   chooseScripts();
-  for (std::uint32_t i = 0; i < pages.size(); ++i)
+  const bool hasData = std::any_of(files.begin(), files.end(), [](const File& file) { return isData(file.bytes); });
+  for (std::uint32_t i = 0; i < pages.size(); ++i) {
+    if (hasData)
+      loadModels(i,
+                 "\x01"
+                 "browser");
     loadPage(i);
+  }
   linkTopPages();
 }
 
@@ -439,7 +451,10 @@ ObjectId Analysis::moduleExports(std::uint32_t realm, std::uint32_t file, bool i
   modules[key] = kNobody;
   // What a module loader loads and is no module shares its variables with all.
   const std::string& text = files[file].bytes;
-  const std::uint32_t unit = unitOfFile(file, isEs || looksLikeModule(text) || looksLikeCommonJs(text));
+  const bool isJson = isData(text) && !isScriptPath(files[file].path);
+  const std::uint32_t unit =
+      isJson ? unitOfText((isEs ? "export default " : "module.exports = ") + text, file, 0, false, true)
+             : unitOfFile(file, isEs || looksLikeModule(text) || looksLikeCommonJs(text));
   if (unit == kNone) return kNobody;
   filesRun.insert(file);
   const Where where{unit, 0};

@@ -200,6 +200,7 @@ class Analysis {
   void readDom(ObjectId id, Name name, NodeId target);  // what documents, windows and elements have
   void writeUnknown(ObjectId of, NodeId value, std::uint8_t level);
   void readElement(ObjectId id, Name name, NodeId target);
+  void addTargets(ObjectId heard, NodeId target);
   void readUnknown(Value value, NodeId result);
   ObjectId nativeObject(std::string_view name);
   bool hasNative(const std::string& name) const;

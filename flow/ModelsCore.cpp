@@ -187,6 +187,20 @@ void defineFrom(Analysis& a, const Site& site, ObjectId target, Name name, NodeI
   a.solver.listen(setter, add);
 }
 
+// __defineGetter__ and __defineSetter__: the older way to the same.
+template <bool isSetter>
+void defineAccessor(Analysis& a, const CallInfo& info) {
+  if (!isObject(info.selfValue)) return;
+  const ObjectId target = info.selfValue;
+  const NodeId function = arg(a, info, 1);
+  const Where where = info.site.where;
+  texts(a, arg(a, info, 0), [&a, target, function, where](const std::string& name) {
+    const NodeId none = a.solver.make(where, Step::none);
+    a.solver.add(a.defineProperty(target, a.names.of(name)),
+                 a.newObject(Class::accessor, where, isSetter ? none : function, isSetter ? function : none));
+  });
+}
+
 void objectDefineProperty(Analysis& a, const CallInfo& info) {
   const NodeId key = arg(a, info, 1);
   const NodeId descriptor = arg(a, info, 2);
@@ -1066,6 +1080,8 @@ const Row kRows[] = {
     {"Object.setPrototypeOf", setPrototypeOf},
     {"Object.getPrototypeOf", getPrototypeOf},
     {"Object#hasOwnProperty", none},
+    {"Object#__defineGetter__", defineAccessor<false>},
+    {"Object#__defineSetter__", defineAccessor<true>},
     {"Object#isPrototypeOf", none},
     {"Object#toString", none},
     {"Array", arrayOfArguments},

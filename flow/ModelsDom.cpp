@@ -311,7 +311,7 @@ void addEventListener(Analysis& a, const CallInfo& info) {
   const CallInfo copy = info;
   const ObjectId event = a.newObject(Class::event, info.site.where);
   if (isObject(info.selfValue)) {
-    a.solver.add(a.defineProperty(event, a.names.of("target")), info.selfValue);
+    a.addTargets(info.selfValue, a.defineProperty(event, a.names.of("target")));
     a.solver.add(a.defineProperty(event, a.names.of("currentTarget")), info.selfValue);
   }
   const std::uint32_t realm = a.realmOf(info.site.act);

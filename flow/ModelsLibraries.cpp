@@ -34,7 +34,13 @@ const Model kModels[] = {
     {"react", "@license React", kReact},
     {"react", "preact", kReact},
     {"movie", "\x01movie", kMovie},
+    {"browser",
+     "\x01"
+     "browser",
+     kBrowser},
 };
+
+constexpr std::size_t kMaxData = 200'000;  // bytes of a file whose text is a value
 
 NodeId arg(Analysis& a, const CallInfo& info, std::size_t index) {
   return a.argument(info.args, index, info.site.where);
@@ -83,6 +89,22 @@ void parameters(Analysis& a, const CallInfo& info) {
   });
 }
 
+// The text of a file of the application.
+void fileText(Analysis& a, const CallInfo& info) {
+  const NodeId result = info.result;
+  const Site site = a.placeOutsideModels(info.site);
+  const std::uint32_t page = a.realms[a.realmOf(info.site.act)].page;
+  a.solver.listen(arg(a, info, 0), [&a, result, site, page](const Arrival& url) {
+    if (!isText(url.value)) return;
+    const std::string target = a.names.text(nameIn(url.value));
+    const std::string path = target.substr(0, target.find_first_of("?#"));
+    std::uint32_t file = page == kNone ? kNone : a.findFile(a.pages[page].file, path);
+    if (file == kNone && site.where.unit < a.units.size()) file = a.findFile(a.units[site.where.unit].file, path);
+    if (file == kNone || a.files[file].bytes.size() > kMaxData) return;
+    a.solver.add(result, textValue(a.names.of(a.files[file].bytes)), 0, url.level);
+  });
+}
+
 }  // namespace
 
 void Analysis::loadModels(std::uint32_t realm, std::string_view of) {
@@ -121,6 +143,7 @@ Site Analysis::placeOutsideModels(Site site) const {
 void addLibraryModels(Analysis& analysis) {
   analysis.natives.emplace("__tarvoMarkup", markup);
   analysis.natives.emplace("__tarvoParameters", parameters);
+  analysis.natives.emplace("__tarvoFile", fileText);
 }
 
 }  // namespace flow

@@ -180,7 +180,9 @@ NodeId Analysis::readNode(Value value, Name name) {
   solver.edge(ownNode, node);
   const std::string& text = names.text(name);
   if (isDefinite) return node;
-  const bool isInPlace = cls == Class::array && isIndex(text) && std::stoul(text) < objects[id].b;
+  // Neither a place that is known nor a method of lists is among what is written under names that nobody knows.
+  const bool isInPlace =
+      cls == Class::array && (isIndex(text) ? std::stoul(text) < objects[id].b : natives.count("Array#" + text) != 0);
   if (!isInPlace && (text.empty() || text[0] != '%'))
     solver.edge(starNode(id), node, cls == Class::array || cls == Class::jquery ? 0 : 1);
   if (cls == Class::function && name == known.prototype) {
@@ -313,7 +315,7 @@ void Analysis::writeValue(Where where, ActId act, Value of, Name name, NodeId va
     if (text.size() > 2 && text[0] == 'o' && text[1] == 'n') {
       const NodeId self = single(of);
       const ObjectId event = newObject(Class::event, where);
-      solver.add(defineProperty(event, names.of("target")), of);
+      addTargets(of, defineProperty(event, names.of("target")));
       solver.add(defineProperty(event, names.of("currentTarget")), of);
       if (text == "onmessage") solver.edge(realms[realmOf(act)].messages, defineProperty(event, names.of("data")));
       call({where, where, act, name}, value, self, makeArgs({single(event)}), 0);

@@ -13,6 +13,8 @@ bool isPluginTag(const std::string& tag) {
   return tag == "object" || tag == "embed" || tag == "applet";
 }
 
+constexpr std::size_t kMaxTargets = 40;  // of events that are heard around them
+
 bool isOneOf(const std::string& text, std::initializer_list<const char*> others) {
   return std::any_of(others.begin(), others.end(), [&](const char* other) { return text == other; });
 }
@@ -256,6 +258,33 @@ void Analysis::readDom(ObjectId id, Name name, NodeId target) {
     return;
   }
   readElement(id, name, target);
+}
+
+// What an event that is heard at `heard` may have been sent to: that, and elements in it that carry data for handlers.
+void Analysis::addTargets(ObjectId heard, NodeId target) {
+  solver.add(target, heard);
+  const Object& of = objects[heard];
+  const bool isElement = of.cls == Class::element;
+  if (!isElement && of.cls != Class::document && of.cls != Class::window) return;
+  const std::uint32_t realm = isElement ? elements[of.a].realm : of.a;
+  const std::uint32_t index = isElement ? elements[of.a].index : kNone;
+  if (realms[realm].page == kNone || (isElement && index == kNone && elements[of.a].tag != "body")) return;
+  const Page& page = pages[realms[realm].page];
+  const auto isBelow = [&](std::uint32_t at) {
+    if (index == kNone || page.elements[index].tag == "body") return true;
+    for (at = page.elements[at].parent; at != kNone && at != index;)
+      at = page.elements[at].parent;
+    return at == index;
+  };
+  const auto isData = [](const PageAttribute& attribute) { return attribute.name.compare(0, 5, "data-") == 0; };
+  std::size_t count = 0;
+  for (std::uint32_t i = 0; i < page.elements.size() && count < kMaxTargets; ++i) {
+    const auto& attributes = page.elements[i].attributes;
+    if (i == index || isPluginTag(page.elements[i].tag) || !isBelow(i)) continue;
+    if (std::none_of(attributes.begin(), attributes.end(), isData)) continue;
+    solver.add(target, elementObject(realm, i));
+    ++count;
+  }
 }
 
 // Elements around, in and beside an element.

@@ -37,7 +37,12 @@ var angular = (function () {
   services.$q.when = services.$q.resolve = promised;
   services.$q.all = function (list) { return Promise.all(list); };
   services.$q.defer = function () { return Promise.withResolvers(); };
-  services.$http = function () { return promised(); };
+  services.$http = function (url) {
+    var result = promised({ data: JSON.parse(__tarvoFile(url) || __tarvoFile(url.url)) });
+    result.success = function (f) { f(JSON.parse(__tarvoFile(url))); return result; };
+    result.error = function (f) { f(); return result; };
+    return result;
+  };
   services.$http.get = services.$http.post = services.$http;
   services.$injector = { get: function (name) { return services[name]; }, invoke: function (f, self) { return inject(f, self); },
                          instantiate: function (f) { var made = {}; inject(f, made); return made; } };

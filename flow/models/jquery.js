@@ -154,19 +154,26 @@ var jQuery = (function () {
     };
     return callbacks;
   };
+  // What a file of the package holds, as text and as what it is the text of.
+  function contentOf(url) {
+    var text = __tarvoFile(url);
+    return text ? JSON.parse(text) : text;
+  }
   function ajax(a, b) {
     var options = b || a;
-    options.success.call(options.context || options);
+    var content = contentOf(b ? a : a.url);
+    options.success.call(options.context || options, content);
     options.error.call(options.context || options);
     options.complete.call(options.context || options);
     options.beforeSend.call(options.context || options);
-    a.success(); a.error(); a.complete();
-    return jQuery.Deferred();
+    a.success(content); a.error(); a.complete();
+    return jQuery.Deferred().resolve(content);
   }
   jQuery.ajax = ajax;
   jQuery.get = jQuery.post = jQuery.getJSON = jQuery.getScript = function (url, a, b) {
-    a(); b();
-    return jQuery.Deferred();
+    var content = contentOf(url);
+    a(content); b(content);
+    return jQuery.Deferred().resolve(content);
   };
   jQuery.event = { special: {} };
   jQuery.noConflict = function () { return jQuery; };
