@@ -33,6 +33,10 @@ const Model kModels[] = {
     {"react", "react.", kReact},
     {"react", "@license React", kReact},
     {"react", "preact", kReact},
+    {"mithril", "ithril", kMithril},
+    {"mithril", "window.m=", kMithril},
+    {"rxjs", "RxJS", kRxjs},
+    {"rxjs", "rxjs", kRxjs},
     {"movie", "\x01movie", kMovie},
     {"browser",
      "\x01"

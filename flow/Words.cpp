@@ -49,7 +49,16 @@ constexpr LibrarySign kLibraries[] = {
     {"Hammer.js", "Hammer.JS", "Hammer"},
     {"GSAP", "GreenSock", "TweenLite"},
     {"core-js", "core-js", "Symbol"},
+    {"RxJS", "ReactiveX/RxJS", "mergeMap"},
 };
+
+// Those that are shipped without a banner: what stands in no other script.
+constexpr LibrarySign kPlainLibraries[] = {
+    {"Preact", ".preact=", "__k"},
+    {"Mithril", "window.m=", "onbeforeremove"},
+};
+
+constexpr std::size_t kMaxPlainLibrary = 60'000;  // bytes: a larger script may have one in it
 
 bool isWordByte(char c) {
   return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '$';
@@ -69,6 +78,9 @@ bool anyWord(std::string_view text, const std::vector<std::string>& words, Fits 
   return false;
 }
 
+// Minified code is full of words that short: they say something only where they are looked up as texts.
+constexpr std::size_t kShortId = 2;
+
 // Whether what stands there is looked up as an id, or a global with a method of a plug-in.
 bool looksUp(std::string_view text, std::size_t begin, std::size_t end) {
   const char before = begin == 0 ? ' ' : text[begin - 1];
@@ -76,11 +88,8 @@ bool looksUp(std::string_view text, std::size_t begin, std::size_t end) {
   if (after == '"' || after == '\'')
     return before == '#' || (begin > 7 && text.substr(begin - 7, 6).find("ById(") != std::string_view::npos);
   const char next = end + 1 < text.size() ? text[end + 1] : ' ';
-  return before != '.' && after == '.' && next >= 'A' && next <= 'Z';
+  return end - begin > kShortId && before != '.' && after == '.' && next >= 'A' && next <= 'Z';
 }
-
-// Minified code is full of words that short: they say something only where they are looked up.
-constexpr std::size_t kShortId = 2;
 
 }  // namespace
 
@@ -159,6 +168,10 @@ std::string libraryOf(std::string_view text) {
   if (text.size() < 1500) return {};
   const std::string_view head = text.substr(0, 700);
   if (head.substr(0, 20).find("var Vue=") != std::string_view::npos) return "Vue";
+  if (text.size() < kMaxPlainLibrary)
+    for (const LibrarySign& library : kPlainLibraries)
+      if (text.find(library.sign) != std::string_view::npos && text.find(library.second) != std::string_view::npos)
+        return library.name;
   const std::size_t comment = head.find("/*");
   if (comment == std::string_view::npos || comment > 200) return {};
   for (const LibrarySign& library : kLibraries) {

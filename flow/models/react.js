@@ -11,6 +11,7 @@ var React = (function () {
   function createElement(type, props) {
     var children = [].slice.call(arguments, 2);
     var given = Object.assign({ children: children }, type.defaultProps, props);
+    given.children = children[0];
     var element = document.createElement(type);
     for (var name in props) {
       element.setAttribute(name, props[name]);
@@ -25,7 +26,7 @@ var React = (function () {
     made.props = given;
     props.ref(made);
     props.ref.current = made;
-    made.componentWillMount(); made.UNSAFE_componentWillMount(); made.render(); made.componentDidMount(); made.componentDidUpdate(given, made.state);
+    made.componentWillMount(); made.UNSAFE_componentWillMount(); made.render(given, made.state, made.context); made.componentDidMount(); made.componentDidUpdate(given, made.state);
     made.componentWillReceiveProps(given); made.shouldComponentUpdate(given, made.state);
     made.componentWillUnmount(); made.componentDidCatch(); made.getSnapshotBeforeUpdate(given);
     type.context.value = given.value;
