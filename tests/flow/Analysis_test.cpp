@@ -196,6 +196,65 @@ TEST(FlowAnalysis, ReadsExpressionsInTemplates) {
   }
 }
 
+TEST(FlowAnalysis, KnowsWhatLibrariesDoWithFunctionsAndElements) {
+  struct LibraryRow {
+    const char* library;
+    const char* script;
+    const char* expected;
+  };
+  const std::vector<LibraryRow> rows = {
+      {"react",
+       "class V extends React.Component { constructor(p) { super(p); this.dev = React.createRef(); }\n"
+       "componentDidMount() { this.dev.current.X(); this.props.p.Y(); }\n"
+       "render() { return React.createElement('object', {ref: this.dev, classid: 'MORVANE-NAVERTIX-KOB'}); } }\n"
+       "ReactDOM.render(React.createElement(V, {p: cam}), document.body);",
+       "KOB.X CAMERA.Y"},
+      {"preact",
+       "class V extends preact.Component { render(props) { return preact.h('i', null, props.children(au)); } }\n"
+       "preact.render(preact.h(V, null, function (p) { p.X(); }), document.body);",
+       "AUDIO.X"},
+      {"mithril",
+       "m.mount(document.body, {view: function () { return m(Page, {p: au}); }});\n"
+       "var Page = {oninit: function (v) { v.state.p = v.attrs.p; }, view: function (v) { v.state.p.X(); }};",
+       "AUDIO.X"},
+      {"rxjs",
+       "var s = new rxjs.Subject(); s.pipe(rxjs.map(function (p) { return {p: p}; })).subscribe(function (o) { "
+       "o.p.X(); "
+       "});\ns.next(cam);",
+       "CAMERA.X"},
+      {"jquery", "$.getJSON('commands.json', function (c) { au[c.first](); });", "AUDIO.FromFile"},
+  };
+  for (const LibraryRow& row : rows) {
+    const std::string page = std::string("<script src=\"http://cdn.example/") + row.library + ".js\"></script>" +
+                             kElements + "<script src=a.js></script>";
+    const flow::Result result = flow::analyse(
+        {{"index.html", page}, {"a.js", row.script}, {"commands.json", "{\"first\": \"FromFile\"}"}}, database());
+    EXPECT_EQ(found(result), row.expected) << row.script;
+  }
+}
+
+TEST(FlowAnalysis, KnowsTheValuesThatFilesAndElementsHold) {
+  const std::vector<Row> rows = {
+      {"fetch('d/commands.json?v=1').then(function (r) { return r.json(); }).then(function (c) { au[c.list[0]](); });",
+       "AUDIO.FromFile"},
+      {"var x = new XMLHttpRequest(); x.open('GET', 'd/commands.json');\n"
+       "x.onload = function () { au[JSON.parse(x.responseText).list[0]](); }; x.send();",
+       "AUDIO.FromFile"},
+      {"import('./d/commands.json').then(function (m) { au[m.default.list[0]](); });", "AUDIO.FromFile"},
+      {"document.body.onclick = function (e) { au[e.target.getAttribute('data-do')](); };", "AUDIO.FromElement"},
+      {"document.addEventListener('click', function (e) { au[e.target.dataset.do](); });", "AUDIO.FromElement"},
+      {"var o = {}; o.__defineGetter__('p', function () { return au; }); o.p.X();", "AUDIO.X"},
+      {"function go(name) { kob.Execute.apply(kob, [name].concat([].slice.call(arguments, 1))); } go('Shell', 'tv');",
+       "KOB.Shell"},
+  };
+  for (const Row& row : rows) {
+    const std::string page = kElements + std::string("<p data-do=\"FromElement\">x</p><script src=a.js></script>");
+    const flow::Result result = flow::analyse(
+        {{"index.html", page}, {"a.js", row.script}, {"d/commands.json", "{\"list\": [\"FromFile\"]}"}}, database());
+    EXPECT_EQ(found(result), row.expected) << row.script;
+  }
+}
+
 TEST(FlowAnalysis, SaysWhereAndHow) {
   const flow::Result result = analyse("\nfunction on(p) {\n  p.GetVolme();\n}\non(document.getElementById('au'));");
   ASSERT_EQ(result.calls.size(), 1U);
