@@ -80,7 +80,9 @@ Version reported(const std::string& path) {
 // What there is at `path` after a check; nothing if a signal ended it, which is left in `status`.
 Version checked(const std::string& path, const Options& given, int& status) {
   Options options = given;
-  options.applications = {path};
+  PathList only;
+  only.add(path);
+  options.named = std::make_shared<const PathList>(std::move(only));
   Version version;
   version.facts = thisProgram();
   version.facts.database = options.database;

@@ -81,6 +81,7 @@ class Interfaces {
       for (const DatabaseFunction& function : group.functions) {
         const std::string name = unquoted(function.name);
         if (!name.empty() && std::find(methods.begin(), methods.end(), name) == methods.end()) methods.push_back(name);
+        if (function.isDeprecated) replacements_[{group.name, name}] = function.replacement;
       }
     }
     for (const PluginId& id : ids)
@@ -145,6 +146,11 @@ class Interfaces {
       for (const std::string& name : methods_.at(plugin))
         if (name != kExecute) names.push_back(literal(name));
     }
+    const auto replacement = replacements_.find({plugin, method});
+    if (replacement != replacements_.end()) {
+      const bool isName = isIdentifier(replacement->second);  // nothing else may get into a comment
+      out << "    /** @deprecated" << (isName ? " Call " + replacement->second + " instead." : "") << " */\n";
+    }
     out << "    " << (isIdentifier(method) ? method : literal(method)) << '(';
     if (!names.empty()) out << "method: " << joined(names, " | ") << ", ";
     out << "...args: any[]): any;\n";
@@ -153,7 +159,8 @@ class Interfaces {
   std::vector<std::string> order_;
   std::map<std::string, std::string> names_;
   std::map<std::string, std::vector<std::string>> methods_;
-  std::set<std::string> taken_{"HTMLObjectElement", "Omit"};  // that the interfaces themselves name
+  std::map<std::pair<std::string, std::string>, std::string> replacements_;  // of deprecated methods; may be empty
+  std::set<std::string> taken_{"HTMLObjectElement", "Omit"};                 // that the interfaces themselves name
 };
 
 struct Id {

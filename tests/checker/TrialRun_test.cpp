@@ -73,7 +73,7 @@ TEST(TrialRun, CallsOfUncalledCodeAreMarked) {
   result.calls = {seen("Get", 2, 14), seen("New", 4, 6)};
   for (trial::Call& call : result.calls)
     call.isForced = true;
-  addTrial(result, files(), {}, report);
+  addTrial(result, files(), {}, {}, report);
   ASSERT_EQ(report.findings.size(), 2U);
   EXPECT_EQ(report.findings[0].confidence, Finding::Confidence::likely);
   EXPECT_EQ(report.findings[0].call.found, Call::Found::variable);

@@ -6,8 +6,8 @@ namespace {
 
 class Types : public Checker {
  protected:
-  static std::string types(const std::string& arguments) {
-    const Output output = check("types --no-config --database '" DATABASE "' " + arguments);
+  static std::string types(const std::string& arguments, const std::string& database = DATABASE) {
+    const Output output = check("types --no-config --database '" + database + "' " + arguments);
     EXPECT_EQ(output.status, 0) << output.text;
     return output.text;
   }
@@ -50,6 +50,17 @@ TEST_F(Types, KnowElementsOfPackagesOfScriptAndOfTwoPages) {
       text.find("(elementId: \"tv\"): TarvoPlugins.MORVANE_NAVERTIX_PLAYER & TarvoPlugins.MORVANE_NAVERTIX_TUNER;"),
       std::string::npos)
       << text;
+}
+
+TEST_F(Types, MarkDeprecatedMethods) {
+  write("www/index.html", kPage);
+  write("db.xml",
+        "<D><Plugin classid='MORVANE-NAVERTIX-TUNER'><Function deprecated='2' replacement='B'>A</Function>"
+        "<Function>B</Function><Function deprecated='2' replacement='*/ x'>C</Function></Plugin></D>");
+  const std::string text = types("www", "db.xml");
+  EXPECT_NE(text.find("/** @deprecated Call B instead. */\n    A(...args"), std::string::npos) << text;
+  EXPECT_NE(text.find("any;\n    B(...args"), std::string::npos) << text;
+  EXPECT_NE(text.find("/** @deprecated */\n    C(...args"), std::string::npos) << text;
 }
 
 TEST_F(Types, GoWhereTheyAreWanted) {
