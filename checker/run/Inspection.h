@@ -21,7 +21,7 @@ struct InspectionOptions {
   bool documented = false;              // list calls of documented methods, too; none of them is a finding then
   Deprecations deprecations = {};
   Exclusions exclusions = {};
-  UnsavedTexts unsaved = {};            // of its files
+  UnsavedTexts unsaved = {};  // of its files
 };
 
 // Checks one application in this process; one at a time. What keeps it from being checked stands in the report.

@@ -55,8 +55,8 @@ TEST_F(Types, KnowElementsOfPackagesOfScriptAndOfTwoPages) {
 TEST_F(Types, MarkDeprecatedMethods) {
   write("www/index.html", kPage);
   write("db.xml",
-        "<D><Plugin classid='MORVANE-NAVERTIX-TUNER'><Function deprecated='2' replacement='B'>A</Function>"
-        "<Function>B</Function><Function deprecated='2' replacement='*/ x'>C</Function></Plugin></D>");
+        "<APIAnalysisDB><Plugin classid='MORVANE-NAVERTIX-TUNER'><Function deprecated='2' replacement='B'>A</Function>"
+        "<Function>B</Function><Function deprecated='2' replacement='*/ x'>C</Function></Plugin></APIAnalysisDB>");
   const std::string text = types("www", "db.xml");
   EXPECT_NE(text.find("/** @deprecated Call B instead. */\n    A(...args"), std::string::npos) << text;
   EXPECT_NE(text.find("any;\n    B(...args"), std::string::npos) << text;
