@@ -3,6 +3,7 @@
 // Test: tests/flow/Analysis_test.cpp.
 
 #include <algorithm>
+#include <cctype>
 
 #include "flow/Analysis.h"
 
@@ -10,6 +11,7 @@ namespace flow {
 namespace {
 
 constexpr std::size_t kMaxExpressions = 2000;  // of one page or text
+constexpr std::size_t kMaxDirectives = 24;     // elements that one directive is for
 
 enum class Use { value, handler, loop, bindings };
 
@@ -275,11 +277,54 @@ void nameInTemplate(Analysis& a, const CallInfo& info) {
   });
 }
 
+// The attribute as AngularJS names it: tv-plugin and data-tv-plugin are tvPlugin.
+std::string camelOf(const std::string& name) {
+  std::string camel;
+  for (std::size_t i = beginsWith(name, "data-") ? 5 : 0; i < name.size(); ++i) {
+    if (name[i] == '-' && i + 1 < name.size())
+      camel += static_cast<char>(std::toupper(static_cast<unsigned char>(name[++i])));
+    else
+      camel += name[i];
+  }
+  return camel;
+}
+
+// __tarvoDirective(name): for each element of the page that the directive is for, its attributes; without one, an
+// object without any.
+void attributesOfDirective(Analysis& a, const CallInfo& info) {
+  const std::uint32_t page = a.realms[a.realmOf(info.site.act)].page;
+  const CallInfo copy = info;
+  a.solver.listen(arg(a, info, 0), [&a, copy, page](const Arrival& name) {
+    if (!isText(name.value)) return;
+    const std::string& directive = a.names.text(nameIn(name.value));
+    const ObjectId list = a.newObject(Class::array, copy.site.where);
+    std::size_t next = 0;
+    const auto add = [&] {
+      const ObjectId one = a.newObject(Class::plain, copy.site.where);
+      a.solver.add(a.defineProperty(list, a.names.of(std::to_string(next++))), one);
+      return one;
+    };
+    for (const PageElement& element : page == kNone ? std::vector<PageElement>() : a.pages[page].elements) {
+      const bool isFor = camelOf(element.tag) == directive ||
+                         std::any_of(element.attributes.begin(), element.attributes.end(),
+                                     [&](const PageAttribute& one) { return camelOf(one.name) == directive; });
+      if (!isFor || next >= kMaxDirectives) continue;
+      const ObjectId given = add();
+      for (const PageAttribute& attribute : element.attributes)
+        a.solver.add(a.defineProperty(given, a.names.of(camelOf(attribute.name))),
+                     textValue(a.names.of(attribute.value)));
+    }
+    if (next == 0) (void)add();
+    a.solver.add(copy.result, list);
+  });
+}
+
 }  // namespace
 
 void addTemplateModels(Analysis& analysis) {
   analysis.natives.emplace("__tarvoTemplate", evaluateTemplate);
   analysis.natives.emplace("__tarvoTemplateName", nameInTemplate);
+  analysis.natives.emplace("__tarvoDirective", attributesOfDirective);
 }
 
 }  // namespace flow

@@ -85,13 +85,16 @@ var angular = (function () {
     directive: function (name, f) {
       var made = inject(f, {});
       var scope = new Scope();
-      made.link.call(made, scope, services.$element, {}, services["controller:" + made.controller]);
-      made.compile().call(made, scope, services.$element, {});
+      var given = __tarvoDirective(name);
+      for (var attributes of given) {
+        made.link.call(made, scope, services.$element, attributes, services["controller:" + made.controller]);
+        made.compile().call(made, scope, services.$element, attributes);
+        made(scope, services.$element, attributes);
+      }
       var controller = {};
       inject(made.controller, controller);
       scope[made.controllerAs] = controller;
       __tarvoTemplate("angular", scope, made.template);
-      made(scope, services.$element, {});
       return module;
     },
     component: function (name, options) {
