@@ -278,6 +278,25 @@ bool Analysis::linkForeignIds() {
   return isMore;
 }
 
+// Functions that are bound to an object and that nothing calls. Gives whether there were new ones.
+bool Analysis::enterUncalledBounds() {
+  const std::size_t count = bounds.size();
+  const std::size_t first = boundsEntered_;
+  boundsEntered_ = count;
+  for (std::size_t i = first; i < count && !solver.isSpent(); ++i) {
+    const BoundCall bound = bounds[i];
+    const Where where = solver.where(bound.self);
+    solver.listen(bound.target, [this, bound, where](const Arrival& function) {
+      if (!isObject(function.value) || objects[function.value].cls != Class::function) return;
+      const Closure& closure = closures[objects[function.value].a];
+      if (closure.isEntered || units[closure.unit].isModel) return;
+      callValue({where, where, closure.env, function.value}, function.value, bound.self, kUnknown, bound.args, 0, false,
+                0, 0);
+    });
+  }
+  return count != first;
+}
+
 // Functions that nothing calls: with parameters that nobody knows, on the objects that hold them.
 bool Analysis::enterUncalled() {
   std::unordered_map<ObjectId, std::vector<ObjectId>> heirs;
@@ -294,7 +313,7 @@ bool Analysis::enterUncalled() {
     }
     return found;
   };
-  bool isMore = false;
+  bool isMore = enterUncalledBounds();
   // What has the looks of a class first: its methods need an object.
   for (int pass = 0; pass < 2 && !isMore; ++pass) {
     const std::size_t count = closureObjects.size();

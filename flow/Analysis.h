@@ -157,6 +157,7 @@ struct Recorded {
   Args args;
   bool isNameKnown = true;
   NodeId first = 0;  // argument, where it names the method
+  NodeId key = 0;    // of what stands in brackets
 };
 
 // A call with arguments: of a function, or of a method of what `callee` holds.
@@ -223,11 +224,13 @@ class Analysis {
   void throwRejected(NodeId promise, NodeId thrown);
   NodeId argument(const Args& args, std::size_t index, Where where);
   Args makeArgs(std::vector<NodeId> nodes) const;
+  void callFunction(const Site& site, ObjectId function, NodeId self, Value selfValue, const Args& args, NodeId result);
+  std::uint32_t partedParameter(std::uint32_t unit, DefIndex def);
   void construct(const Site& site, ObjectId function, NodeId self, Value selfValue, const Args& args, NodeId result);
   ActId enter(const Site& site, ObjectId function, Value selfValue, const Args& args);
   void bind(ActId act, NodeId self, const Args& args, Where where);
   void record(const Site& site, ObjectId element, Name method, NodeId from, Value value, std::uint8_t level,
-              const Args& args);
+              const Args& args, NodeId key = 0);
   void invoke(const CallInfo& info, NodeId callback, NodeId self, std::vector<NodeId> nodes, NodeId result = 0,
               std::uint32_t salt = 0);
 
@@ -287,7 +290,8 @@ class Analysis {
   std::deque<File> files;  // models come as further ones
   std::vector<Recorded> recorded;
   std::vector<Handed> handed;
-  std::vector<std::pair<Site, NodeId>> textsRun;  // by eval and its like
+  std::vector<std::pair<Site, NodeId>> textsRun;                // by eval and its like
+  std::unordered_map<NodeId, std::pair<NodeId, NodeId>> joins;  // texts that are put together of two
   std::map<std::string, Native> natives;
   std::vector<Native> nativeTable;
   std::unordered_map<std::string, ObjectId> nativeObjects;
@@ -296,6 +300,7 @@ class Analysis {
   std::unordered_map<std::uint64_t, ActId> actByKey;
   std::unordered_map<std::uint64_t, ObjectId> objectByKey;
   std::unordered_map<std::uint64_t, ObjectId> methodByKey;
+  std::unordered_set<std::uint64_t> inheritedBy;        // calls of constructors that classes have from others
   std::set<std::pair<ObjectId, ObjectId>> instancesOf;  // objects with the functions that `new` made them with
   std::vector<ObjectId> closureObjects;                 // functions, in the order in which they came
   std::map<std::pair<std::uint32_t, std::uint32_t>, ObjectId> modules;
@@ -307,7 +312,8 @@ class Analysis {
   std::map<std::string, std::uint32_t> unitByText;
   std::map<std::string, std::uint32_t> fileByPath;
   std::unordered_map<std::uint64_t, std::uint32_t> actsOfDef;
-  std::vector<std::pair<ObjectId, Name>> globalReads;  // of windows
+  std::unordered_map<std::uint64_t, std::uint32_t> partedParameters;  // by function
+  std::vector<std::pair<ObjectId, Name>> globalReads;                 // of windows
   std::set<std::pair<std::string, std::string>> notRead;
   std::set<std::uint32_t> libraryFiles;
   std::vector<std::string> pluginIds;             // of the pages' elements
@@ -336,12 +342,14 @@ class Analysis {
   void chooseScripts();
   void runUnreached();
   bool enterUncalled();
+  bool enterUncalledBounds();
   bool linkGlobals();
   bool linkForeignIds();
   void finish();
   void addUnit(Unit& unit, bool isModule);
   std::size_t parsedBytes_ = 0;
   bool haveMoviesRun_ = false;
+  std::size_t boundsEntered_ = 0;
   friend struct ReportMaker;
 };
 

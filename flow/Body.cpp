@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kMaxNesting = 420;  // of what is read by calling ourselves
 constexpr std::size_t kMaxHanded = 200'000;
+constexpr long kMaxCounted = 64;  // rounds of a loop that counts
 
 class Body {
  public:
@@ -387,11 +388,7 @@ class Body {
         return ifStatement(ast);
       case Kind::forStatement:
         statementOrExpression(childIn(nodes_, ast, Field::initializer));
-        return loop(ast, [&] {
-          statementOrExpression(childIn(nodes_, ast, Field::condition));
-          statement(childIn(nodes_, ast, Field::body));
-          statementOrExpression(childIn(nodes_, ast, Field::increment));
-        });
+        return forStatement(ast);
       case Kind::whileStatement:
       case Kind::doStatement:
         return loop(ast, [&] {
@@ -436,6 +433,113 @@ class Body {
       default:
         expression(ast);
     }
+  }
+
+  void forStatement(Ast ast) {
+    const Ast increment = childIn(nodes_, ast, Field::increment);
+    const std::uint32_t slot = counterOf(ast);
+    const NodeId counter = slot == kNone ? 0 : counted(ast, slot);
+    if (slot != kNone) counters_.push_back(slot);
+    loop(ast, [&] {
+      if (counter != 0) setCounter(slot, counter);
+      statementOrExpression(childIn(nodes_, ast, Field::condition));
+      statement(childIn(nodes_, ast, Field::body));
+      if (counter == 0) statementOrExpression(increment);
+    });
+    if (slot != kNone) counters_.pop_back();
+    if (counter != 0) setCounter(slot, unknown(ast));
+  }
+
+  void setCounter(std::uint32_t slot, NodeId value) {
+    state_.defs[slot] = value;
+    if (def_.variables[slot].isReadInside || act_.def == 0) s_.edge(value, variable(slot));
+  }
+
+  // The binary expression of a loop's condition, or 0.
+  Ast conditionOf(Ast ast) const {
+    Ast condition = childIn(nodes_, ast, Field::condition);
+    if (condition != 0 && nodes_[condition].kind == Kind::expressionStatement)
+      condition = firstChild(nodes_, condition);
+    return condition != 0 && nodes_[condition].kind == Kind::binaryExpression ? condition : 0;
+  }
+
+  // The variable of the function that a loop counts up one by one, to less than a bound: its slot, or kNone.
+  std::uint32_t counterOf(Ast ast) const {
+    const Ast increment = childIn(nodes_, ast, Field::increment);
+    const Ast condition = conditionOf(ast);
+    if (increment == 0 || condition == 0 || nodes_[increment].kind != Kind::updateExpression) return kNone;
+    if (unit_.textOf(increment).find("++") == std::string_view::npos) return kNone;
+    const Ast left = childIn(nodes_, condition, Field::left);
+    const Ast name = childIn(nodes_, increment, Field::argument);
+    if (left == 0 || name == 0 || nodes_[left].kind != Kind::identifier || nodes_[name].kind != Kind::identifier)
+      return kNone;
+    const std::uint32_t one = unit_.link[left];
+    const std::uint32_t other = unit_.link[name];
+    if (one >= unit_.refs.size() || other >= unit_.refs.size()) return kNone;
+    const VariableRef& ref = unit_.refs[one];
+    const bool isSame = unit_.refs[other].def == ref.def && unit_.refs[other].slot == ref.slot;
+    if (!isSame || ref.def != act_.def || def_.variables[ref.slot].isWrittenInside) return kNone;
+    return ref.slot;
+  }
+
+  // The numbers that the counter has, where the bound is known: a number, or the length of a list.
+  NodeId counted(Ast ast, std::uint32_t slot) {
+    const Ast condition = conditionOf(ast);
+    const Ast left = childIn(nodes_, condition, Field::left);
+    const Ast right = childIn(nodes_, condition, Field::right);
+    if (right == 0 || nodes_[right].begin <= nodes_[left].end) return 0;
+    std::string sign(std::string_view(unit_.text).substr(nodes_[left].end, nodes_[right].begin - nodes_[left].end));
+    sign.erase(std::remove(sign.begin(), sign.end(), ' '), sign.end());
+    const NodeId start = state_.defs[slot];
+    if ((sign != "<" && sign != "<=") || start == 0) return 0;
+    const NodeId counter = s_.make(at(ast), Step::value);
+    const long more = sign == "<=" ? 1 : 0;
+    const Ast property = childIn(nodes_, right, Field::property);
+    const bool isLength =
+        nodes_[right].kind == Kind::memberExpression && property != 0 && unit_.textOf(property) == "length";
+    const NodeId bound = expression(isLength ? childIn(nodes_, right, Field::object) : right);
+    if (bound == 0) return 0;
+    Analysis& a = a_;
+    s_.listen(start, [&a, bound, isLength, more, counter](const Arrival& first) {
+      if (!isNumber(first.value)) return a.solver.add(counter, kUnknown);
+      const long from = std::strtol(a.names.text(nameIn(first.value)).c_str(), nullptr, 10);
+      if (isLength)
+        countList(a, bound, from, more, counter);
+      else
+        countTo(a, bound, from, more, counter);
+    });
+    a.whenEmpty(counter, [&a, counter] { a.solver.add(counter, kUnknown); });
+    return counter;
+  }
+
+  static void addNumbers(Analysis& a, long from, long end, NodeId counter) {
+    if (end - from > kMaxCounted) return a.solver.add(counter, kUnknown);
+    for (long i = from; i < end; ++i)
+      a.solver.add(counter, numberValue(a.names.of(std::to_string(i))));
+  }
+
+  static void countTo(Analysis& a, NodeId bound, long from, long more, NodeId counter) {
+    a.solver.listen(bound, [&a, from, more, counter](const Arrival& value) {
+      if (!isNumber(value.value)) return a.solver.add(counter, kUnknown);
+      addNumbers(a, from, std::strtol(a.names.text(nameIn(value.value)).c_str(), nullptr, 10) + more, counter);
+    });
+  }
+
+  static bool hasOnlyPlaces(const Analysis& a, ObjectId list) {
+    const Object& of = a.objects[list];
+    return of.cls == Class::array && of.b > 0 && (of.star == 0 || a.solver.isEmpty(of.star));
+  }
+
+  static void countList(Analysis& a, NodeId list, long from, long more, NodeId counter) {
+    a.solver.listen(list, [&a, from, more, counter](const Arrival& value) {
+      if (!isObject(value.value) || !hasOnlyPlaces(a, value.value)) return a.solver.add(counter, kUnknown);
+      addNumbers(a, from, static_cast<long>(a.objects[value.value].b) + more, counter);
+      // What is added to the list later.
+      const ObjectId of = value.value;
+      a.whenEmpty(a.solver.make({}, Step::none), [&a, of, counter] {
+        if (!hasOnlyPlaces(a, of)) a.solver.add(counter, kUnknown);
+      });
+    });
   }
 
   void statementOrExpression(Ast ast) {
@@ -1251,12 +1355,34 @@ class Body {
     return value;
   }
 
+  std::set<std::uint32_t> countersIn(Ast ast) const {
+    std::set<std::uint32_t> found;
+    for (Ast inner = ast; inner != 0 && inner < nodes_[ast].last; ++inner) {
+      if (nodes_[inner].kind != Kind::identifier || unit_.link[inner] >= unit_.refs.size()) continue;
+      const VariableRef& ref = unit_.refs[unit_.link[inner]];
+      const bool isCounter = std::find(counters_.begin(), counters_.end(), ref.slot) != counters_.end();
+      if (ref.def == act_.def && isCounter) found.insert(ref.slot);
+    }
+    return found;
+  }
+
+  // Whether loops inside each other count the one part and the other: then all of one meet all of the other.
+  bool isCountedApart(Ast sum) const {
+    if (counters_.size() < 2) return false;
+    const std::set<std::uint32_t> left = countersIn(childIn(nodes_, sum, Field::left));
+    const std::set<std::uint32_t> right = countersIn(childIn(nodes_, sum, Field::right));
+    return !left.empty() && !right.empty() &&
+           std::none_of(left.begin(), left.end(), [&](std::uint32_t slot) { return right.count(slot) != 0; });
+  }
+
   // Texts that a loop puts together are not known.
   NodeId plus(Ast ast, NodeId left, NodeId right) {
     const bool isCarried = std::find(loopHeads_.begin(), loopHeads_.end(), left) != loopHeads_.end() ||
                            std::find(loopHeads_.begin(), loopHeads_.end(), right) != loopHeads_.end();
     if (isCarried) return unknown(ast);
-    return a_.concatenate(at(ast), left, right);
+    const NodeId made = a_.concatenate(at(ast), left, right);
+    if (isCountedApart(ast)) a_.joins.erase(made);
+    return made;
   }
 
   NodeId assignment(Ast ast) {
@@ -1501,6 +1627,7 @@ class Body {
   State state_;
   std::vector<Target> targets_;
   std::vector<NodeId> loopHeads_;
+  std::vector<std::uint32_t> counters_;  // of the loops around
   std::vector<NodeId> withs_;
   NodeId thrown_ = 0;
   int depth_ = 0;

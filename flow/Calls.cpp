@@ -17,6 +17,7 @@ constexpr std::uint32_t kMaxSmallActs = 100;  // of one function
 constexpr std::uint32_t kMaxModelActs = 500;  // of a function of a model: these hand names and callbacks on for all
 constexpr std::uint32_t kMaxMediumActs = 24;
 constexpr std::size_t kMaxActs = 12'000;
+constexpr std::uint32_t kMaxParted = 24;  // texts that a function that takes them apart is read for
 
 class Key {
  public:
@@ -97,7 +98,7 @@ void Analysis::callMember(const Site& site, NodeId of, NodeId key, Name name, co
       const bool isOwn = isObject(function.value) && objects[function.value].cls == Class::pluginMethod;
       if (isOwn)
         record(site, objects[function.value].a, objects[function.value].b, of, value, std::max(level, function.level),
-               args);
+               args, key);
       else
         callValue(site, function.value, self, value, args, target, false, node, std::max(level, function.level));
     });
@@ -155,7 +156,7 @@ void Analysis::callValue(const Site& site, Value callee, NodeId self, Value self
         solver.add(target, made);
         return construct(site, callee, single(made), made, args, target);
       }
-      return construct(site, callee, self, selfValue, args, target);
+      return callFunction(site, callee, self, selfValue, args, target);
     case Class::native:
       if (const Native native = nativeTable[function.a]) {
         CallInfo info;
@@ -189,6 +190,68 @@ void Analysis::callValue(const Site& site, Value callee, NodeId self, Value self
   }
 }
 
+// The number of the first parameter that a function takes apart and puts together again, or kNone:
+// word.charAt(0).toUpperCase() + word.slice(1). Read for several words at once, it would make what none of them makes.
+std::uint32_t Analysis::partedParameter(std::uint32_t unitIndex, DefIndex defIndex) {
+  const std::uint64_t key = static_cast<std::uint64_t>(unitIndex) << 32 | defIndex;
+  const auto known = partedParameters.find(key);
+  if (known != partedParameters.end()) return known->second;
+  std::uint32_t& parted = partedParameters[key] = kNone;
+  const Unit& unit = units[unitIndex];
+  const Def& def = unit.defs[defIndex];
+  if (unit.nodes.empty() || def.parameters == 0 || unit.nodes[def.ast].last - def.ast > kSmall) return parted;
+  std::map<std::uint32_t, std::pair<std::uint32_t, std::uint32_t>> uses;  // by slot: all, and those of a part of it
+  bool doesJoin = false;
+  for (Ast ast = def.ast + 1; ast < unit.nodes[def.ast].last; ++ast) {
+    const Node& node = unit.nodes[ast];
+    doesJoin = doesJoin || (node.marks & kPlus) != 0 || node.kind == Kind::templateString;
+    if (node.kind != Kind::identifier || unit.link[ast] >= unit.refs.size()) continue;
+    const VariableRef& ref = unit.refs[unit.link[ast]];
+    if (ref.def != defIndex || ref.isWrite) continue;
+    ++uses[ref.slot].first;
+    if (node.field == Field::object) ++uses[ref.slot].second;
+  }
+  std::uint32_t index = 0;
+  const bool isList = unit.nodes[def.parameters].kind == Kind::formalParameters;
+  const Ast last = isList ? unit.nodes[def.parameters].last : def.parameters + 1;
+  for (Ast child = isList ? def.parameters + 1 : def.parameters; doesJoin && child < last && parted == kNone;
+       child = unit.nodes[child].last, ++index) {
+    if (unit.nodes[child].kind != Kind::identifier || unit.link[child] >= unit.refs.size()) continue;
+    const auto use = uses.find(unit.refs[unit.link[child]].slot);
+    if (use != uses.end() && use->second.first > 1 && use->second.second > 0) parted = index;
+  }
+  return parted;
+}
+
+void Analysis::callFunction(const Site& site, ObjectId function, NodeId self, Value selfValue, const Args& args,
+                            NodeId target) {
+  const Closure& closure = closures[objects[function].a];
+  const std::uint32_t parted = closure.klass == kNone ? partedParameter(closure.unit, closure.def) : kNone;
+  const bool isOpen = parted >= args->nodes.size() || args->nodes[parted] == 0 ||
+                      std::find(args->isSpread.begin(), args->isSpread.end(), true) != args->isSpread.end();
+  if (isOpen) return construct(site, function, self, selfValue, args, target);
+  const NodeId whole = args->nodes[parted];
+  const auto callWith = [this, site, function, self, selfValue, args, target, parted](NodeId part, std::uint32_t salt) {
+    const Args own = std::make_shared<Arguments>(*args);
+    own->nodes[parted] = part;
+    Site made = site;
+    made.salt = site.salt * 31 + salt;
+    construct(made, function, self, selfValue, own, target);
+  };
+  const NodeId others = solver.make(site.where, Step::none);
+  const auto count = std::make_shared<std::uint32_t>(0);
+  solver.listen(whole, [this, callWith, others, whole, count, site](const Arrival& value) {
+    if (!isText(value.value) || isNumber(value.value) || ++*count > kMaxParted) {
+      if (solver.isEmpty(others)) callWith(others, 0);
+      return solver.add(others, value.value, whole, value.level);
+    }
+    const NodeId one = solver.make(site.where, Step::none);
+    solver.add(one, value.value, whole, value.level);
+    callWith(one, value.value);
+  });
+  whenEmpty(whole, [callWith, others] { callWith(others, 0); });
+}
+
 void Analysis::construct(const Site& site, ObjectId function, NodeId self, Value selfValue, const Args& args,
                          NodeId target) {
   const Closure closure = closures[objects[function].a];
@@ -209,7 +272,17 @@ void Analysis::construct(const Site& site, ObjectId function, NodeId self, Value
       write(site.where, act, self, field.key, field.name, value);
     }
     if (klass.constructor == kNobody) {
-      if (klass.heritage != 0)
+      // A class that may inherit from itself: once for each object.
+      const std::uint64_t key = Key()
+                                    .add(site.where.unit)
+                                    .add(site.where.offset)
+                                    .add(site.act)
+                                    .add(site.salt)
+                                    .add(function)
+                                    .add(selfValue)
+                                    .add(82)
+                                    .get();
+      if (klass.heritage != 0 && inheritedBy.insert(key).second)
         solver.listen(klass.heritage, [=](const Arrival& base) {
           if (isObject(base.value) && objects[base.value].cls == Class::function)
             construct(site, base.value, self, selfValue, args, 0);
@@ -364,7 +437,7 @@ bool Analysis::isSpelledInModel(const Site& site, const std::string& method) con
 }
 
 void Analysis::record(const Site& site, ObjectId element, Name method, NodeId from, Value value, std::uint8_t level,
-                      const Args& args) {
+                      const Args& args, NodeId key) {
   if (recorded.size() > 200'000) return;
   Recorded made;
   if (isSpelledInModel(site, names.text(method))) return;
@@ -376,6 +449,7 @@ void Analysis::record(const Site& site, ObjectId element, Name method, NodeId fr
   made.value = value;
   made.level = level;
   made.args = args;
+  made.key = key;
   if (names.text(method) == "Execute" && args) made.first = argument(args, 0, site.where);
   recorded.push_back(made);
 }

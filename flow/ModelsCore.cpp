@@ -1,8 +1,10 @@
 // Models: what the language itself brings. Test: tests/flow/Analysis_test.cpp.
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 
 #include "flow/Analysis.h"
 #include "flow/Strings.h"
@@ -334,8 +336,16 @@ void fromEntries(Analysis& a, const CallInfo& info) {
 // ---- arrays
 // -------------------------------------------------------------------------------------------------------------
 
+constexpr std::uint32_t kMaxRounds = 32;  // of a list that is gone through place by place
+
 NodeId indexNode(Analysis& a, Name name) {
   return name ? a.single(numberValue(name)) : 0;
+}
+
+bool isKnownByPlaces(Analysis& a, Value list) {
+  if (!isObject(list) || a.object(list).cls != Class::array) return false;
+  const Object& of = a.object(list);
+  return of.star == 0 && of.b > 0 && of.b <= kMaxRounds;
 }
 
 // What a callback gives for each element, into a list where `isKept`.
@@ -382,7 +392,26 @@ void arrayFind(Analysis& a, const CallInfo& info) {
            [&a, result](NodeId element, NodeId, std::uint32_t, Name) { a.solver.edge(element, result); });
 }
 
+// Lists that are known by their places: each round is given what the one before it made.
+void reduceInOrder(Analysis& a, const CallInfo& info, ObjectId list) {
+  const std::uint32_t count = a.object(list).b;
+  NodeId held = arg(a, info, 1);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    const Name index = a.names.of(std::to_string(i));
+    const NodeId element = a.readNode(list, index);
+    if (i == 0 && info.args->nodes.size() < 2) {
+      held = element;
+      continue;
+    }
+    const NodeId result = fresh(a, info);
+    a.invoke(info, arg(a, info, 0), 0, {held, element, indexNode(a, index)}, result, index + 1);
+    held = result;
+  }
+  a.solver.edge(held, info.result);
+}
+
 void arrayReduce(Analysis& a, const CallInfo& info) {
+  if (isKnownByPlaces(a, info.selfValue)) return reduceInOrder(a, info, info.selfValue);
   const NodeId held = fresh(a, info);
   const bool hasStart = info.args->nodes.size() > 1;
   a.solver.edge(arg(a, info, 1), held);
@@ -1013,6 +1042,22 @@ void atob(Analysis& a, const CallInfo& info) {
   });
 }
 
+void escapeUrl(Analysis& a, const CallInfo& info) {
+  const NodeId result = info.result;
+  texts(a, arg(a, info, 0), [&a, result](const std::string& text) {
+    static const char* const kDigits = "0123456789ABCDEF";
+    std::string made;
+    for (const char c : text) {
+      const auto byte = static_cast<unsigned char>(c);
+      if (std::isalnum(byte) || std::strchr("-_.!~*'()/", c))
+        made += c;
+      else
+        made += {'%', kDigits[byte >> 4], kDigits[byte & 15]};
+    }
+    a.solver.add(result, textValue(a.names.of(made)));
+  });
+}
+
 void unescapeUrl(Analysis& a, const CallInfo& info) {
   const NodeId result = info.result;
   texts(a, arg(a, info, 0),
@@ -1180,6 +1225,9 @@ const Row kRows[] = {
     {"String#toString", onText<same>},
     {"String#valueOf", onText<same>},
     {"atob", atob},
+    {"escape", escapeUrl},
+    {"encodeURI", escapeUrl},
+    {"encodeURIComponent", escapeUrl},
     {"unescape", unescapeUrl},
     {"decodeURI", unescapeUrl},
     {"decodeURIComponent", unescapeUrl},
@@ -1200,6 +1248,7 @@ const Row kRows[] = {
 NodeId Analysis::concatenate(Where where, NodeId left, NodeId right) {
   if (left == 0 || right == 0) return 0;
   const NodeId made = solver.make(where, Step::value);
+  joins.emplace(made, std::make_pair(left, right));
   solver.listen(left, [this, right, made](const Arrival& one) {
     if (!isText(one.value)) {
       if (one.value == kUnknown) solver.add(made, kUnknown);

@@ -264,6 +264,29 @@ struct ReportMaker {
     return std::none_of(values.begin(), values.end(), [](const Arrival& value) { return isText(value.value); });
   }
 
+  bool hasSeveralTexts(NodeId node) const {
+    const auto& values = a.solver.values(node);
+    return std::count_if(values.begin(), values.end(), [](const Arrival& value) { return isText(value.value); }) > 1;
+  }
+
+  // Whether a text was put together of parts that are several texts each. Which of them go together is not known.
+  bool isOfAnyParts(NodeId node, Value text, std::size_t depth = 0) const {
+    for (std::size_t i = 0; i < kMaxSteps && node != 0; ++i) {
+      const auto join = a.joins.find(node);
+      if (join == a.joins.end()) {
+        node = origin(node, text);
+        continue;
+      }
+      const auto [left, right] = join->second;
+      if (hasSeveralTexts(left) && hasSeveralTexts(right)) return true;
+      if (depth > kMaxSteps) return false;
+      for (const NodeId part : {left, right})
+        if (!a.solver.isEmpty(part) && isOfAnyParts(part, a.solver.values(part)[0].value, depth + 1)) return true;
+      return false;
+    }
+    return false;
+  }
+
   void take(const Recorded& recorded) {
     const ElementInfo& info = a.elements[a.object(recorded.element).a];
     for (const std::string& plugin : info.plugins) {
@@ -278,7 +301,9 @@ struct ReportMaker {
         takeExecute(recorded, plugin);
         continue;
       }
-      addCall(recorded, plugin, method, isExplained(recorded) ? 2 : recorded.level);
+      const bool isOfAny = recorded.key != 0 && isOfAnyParts(recorded.key, textValue(recorded.method));
+      if (isOfAny) addOpen(recorded, plugin, "the name of the method is not known", true);
+      addCall(recorded, plugin, method, isOfAny || isExplained(recorded) ? 2 : recorded.level);
     }
   }
 

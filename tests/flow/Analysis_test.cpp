@@ -83,6 +83,25 @@ TEST(FlowAnalysis, FollowsObjectsToTheirCalls) {
        "var W = B.extend({}).extend({ init: function () { au.X(); this.p = cam; } });\nnew W().p.Y();",
        "AUDIO.X CAMERA.Y"},
       {"function get() { return arguments.length > 0 ? cam : au; } get().X(); get(1).Y();", "AUDIO.X CAMERA.Y"},
+      // A word that is taken apart and put together again stays the same word.
+      {"function upper(w) { return w.charAt(0).toUpperCase() + w.slice(1); }\n"
+       "var all = {flat: 1, rock: 2}, names = Object.keys(all), i = 0;\n"
+       "function go(n) { au['Set' + upper(n)](); } go(names[i++ % 2]);",
+       "AUDIO.SetFlat AUDIO.SetRock"},
+      {"for (var i = 0; i < 2; i++) au['Band' + (i + 1)]();", "AUDIO.Band1 AUDIO.Band2"},
+      {"var v = ['Get', 'Set'], n = ['X', 'Y'];\n"
+       "for (var i = 0; i < 2; i++) for (var j = 0; j < n.length; j++) au[v[i] + n[j]]();",
+       "AUDIO.GetX AUDIO.GetY AUDIO.SetX AUDIO.SetY"},
+      {"function f(list) { for (var i = 1; i <= list.length; i++) cam['Take' + i](); } f(['a', 'b']);",
+       "CAMERA.Take1 CAMERA.Take2"},
+      {"document.body.innerHTML = '<b onclick=\"au.X(\\'' + escape('a b') + '\\')\">';", "AUDIO.X"},
+      // What a plug-in is given to call is bound to what it belongs to.
+      {"function on() { this.X(); } cam.Capture(on.bind(au));", "AUDIO.X"},
+      // Classes that are made one of the other.
+      {"class A { go() {} }\nconst m = (B) => class extends B { go() { super.go(); au.X(); } };\n"
+       "const n = (B) => class extends B { go() { super.go(); cam.Y(); } };\n"
+       "const C = [m, n].reduce((B, f) => f(B), A); new C().go();",
+       "AUDIO.X CAMERA.Y"},
   };
   for (const Row& row : rows)
     EXPECT_EQ(found(analyse(row.script)), row.expected) << row.script;
@@ -134,6 +153,8 @@ TEST(FlowAnalysis, TellsWhatNobodyKnows) {
       {"au[location.hash.slice(1)]();", kName, true},
       {"localStorage.getItem('n').split(',').forEach(function (n) { au[n](1); });", kName, true},
       {"kob.Execute(location.hash);", "the name that is passed to Execute is not known", true},
+      // Which verb goes with which noun is not known.
+      {"var v = ['Get', 'Set'], n = ['X', 'Y'], i = 0; au[v[i++ % 2] + n[i % 2]]();", kName, true},
       {"elsewhere.use(au);", "the plug-in is given to code that is not known", false},
       {"eval(location.hash);", "a text that is not constant is run as script", false},
       {"new Function('p', document.title)(au);", "a text that is not constant is run as script", false},
@@ -182,6 +203,14 @@ TEST(FlowAnalysis, ReadsExpressionsInTemplates) {
        "angular.module('m', []).controller('C', function () { this.p = au; });", "AUDIO.X AUDIO.Y"},
       {"angular", "<li ng-repeat=\"d in list track by $index\"><b ng-init=\"d.X()\"></b></li>",
        "angular.module('m', []).controller('C', function ($scope) { $scope.list = [cam]; });", "CAMERA.X"},
+      {"angular", "<tv-plugin kind=\"audio\" name=\"p\"></tv-plugin>",
+       "angular.module('m', []).factory('all', function () { var l = {}; return {add: function (n, e) { l[n] = e; }, "
+       "get: function (n) { return l[n]; }}; })\n"
+       ".directive('tvPlugin', ['all', function (all) { return {link: function (scope, element, attributes) {\n"
+       "var e = document.createElement('object'); e.setAttribute('classid', 'MORVANE-NAVERTIX-' + attributes.kind);\n"
+       "all.add(attributes.name, e); }}; }])\n"
+       ".run(['all', function (all) { all.get('p').X(); }]);",
+       "AUDIO.X"},
       {"vue", "<b @click=\"go(2)\" :title=\"dev().X()\"></b>",
        "new Vue({methods: {dev: function () { return au; }, go: function () { this.dev().Y(); }}});",
        "AUDIO.Y AUDIO.X"},
