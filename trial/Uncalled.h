@@ -48,8 +48,8 @@ class Uncalled {
   std::vector<Driver> drivers_;
   std::function<void(bool isMore)> done_;
   std::uint64_t generation_ = 0;
-  int open_ = 0;              // questions
-  void (Uncalled::*next_)();  // when all of these are answered; null: done
+  int open_ = 0;                        // questions
+  void (Uncalled::*next_)() = nullptr;  // when all of these are answered; null: done
   bool isFirst_ = true;
   bool isMore_ = true;
 };

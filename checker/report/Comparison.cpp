@@ -186,13 +186,15 @@ std::optional<What> changeOf(const Finding& older, const std::string& olderName,
 }
 
 void compareFindings(const ApplicationReport* older, const ApplicationReport* newer, ApplicationComparison& result) {
+  const std::string olderName = older == nullptr ? std::string() : older->application;
+  const std::string newerName = newer == nullptr ? std::string() : newer->application;
   const FindingPairs found(listOf(older), listOf(newer));
   for (const Finding* finding : found.newer())
     result.findings.push_back({What::added, *finding, false, "", {}});
   for (const Finding* finding : found.older())
     result.findings.push_back({What::gone, *finding, false, "", {}});
   for (const auto& [before, now] : found.pairs()) {
-    const auto change = changeOf(*before, older->application, *now, newer->application);
+    const auto change = changeOf(*before, olderName, *now, newerName);
     if (change) {
       result.findings.push_back({*change, *now, true, before->call.path, before->call.place, before->status});
     } else {

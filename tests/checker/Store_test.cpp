@@ -132,14 +132,15 @@ TEST_F(StoreChecker, AnApplicationThatChangesWhileItIsReadIsTold) {
   const ApplicationReport quiet = report("a", [] {});
   EXPECT_EQ(quiet.failure, "");
   EXPECT_EQ(quiet.content, before);
-  for (const std::function<void()>& change : std::vector<std::function<void()>>{
-           [] { writePage("a", "GetModel"); },
-           [] { write("a/more.js", ""); },
-           [] { fs::remove("a/more.js"); },
-           // Back again, by when it is hashed; what was read in between is not known.
-           [] { fs::last_write_time("a/main.js", fs::last_write_time("a/main.js") + std::chrono::seconds(1)); },
-           [] { fs::remove_all("a"); },
-       }) {
+  std::vector<std::function<void()>> changes;
+  changes.emplace_back([] { writePage("a", "GetModel"); });
+  changes.emplace_back([] { write("a/more.js", ""); });
+  changes.emplace_back([] { fs::remove("a/more.js"); });
+  // Back again, by when it is hashed; what was read in between is not known.
+  changes.emplace_back(
+      [] { fs::last_write_time("a/main.js", fs::last_write_time("a/main.js") + std::chrono::seconds(1)); });
+  changes.emplace_back([] { fs::remove_all("a"); });
+  for (const std::function<void()>& change : changes) {
     const ApplicationReport told = report("a", change);
     EXPECT_EQ(told.failure, "it changed while it was read");
     EXPECT_EQ(told.verdict, Verdict::notChecked);
