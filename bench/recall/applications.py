@@ -1,4 +1,4 @@
-"""The applications of apps/: their annotations, and the packages that are made of them.
+"""The applications of apps/ or held-out/: their annotations, and the packages that are made of them.
 
 An annotation is a comment of its own, on the line of the call:
 
@@ -56,7 +56,7 @@ class Call:
 class Application:
     style: str
     name: str
-    folder: pathlib.Path          # below apps/
+    folder: pathlib.Path          # below apps/ or held-out/
     start: str = "index.html"
     calls: dict = dataclasses.field(default_factory=dict)         # by method
     decoys: set = dataclasses.field(default_factory=set)          # of (path, line)
@@ -71,10 +71,10 @@ def documented():
     return {element.text for element in tree.iter("Function")}
 
 
-def find(names=()):
-    """All applications, or those whose style or name is among `names`, in the order of their paths."""
+def find(names=(), where="apps"):
+    """All applications of a folder, or those whose style or name is among `names`, in the order of their paths."""
     found = []
-    for folder in sorted((HERE / "apps").glob("*/*/")):
+    for folder in sorted((HERE / where).glob("*/*/")):
         app = Application(folder.parent.name, folder.name, folder)
         if not names or app.style in names or app.name in names:
             found.append(app)
