@@ -194,8 +194,8 @@ void Analysis::callValue(const Site& site, Value callee, NodeId self, Value self
 // word.charAt(0).toUpperCase() + word.slice(1). Read for several words at once, it would make what none of them makes.
 std::uint32_t Analysis::partedParameter(std::uint32_t unitIndex, DefIndex defIndex) {
   const std::uint64_t key = static_cast<std::uint64_t>(unitIndex) << 32 | defIndex;
-  const auto known = partedParameters.find(key);
-  if (known != partedParameters.end()) return known->second;
+  const auto found = partedParameters.find(key);
+  if (found != partedParameters.end()) return found->second;
   std::uint32_t& parted = partedParameters[key] = kNone;
   const Unit& unit = units[unitIndex];
   const Def& def = unit.defs[defIndex];

@@ -104,8 +104,9 @@ class Interfaces {
 
  private:
   std::vector<std::string>& methodsOf(const std::string& plugin) {
-    if (names_.count(plugin) == 0) {
-      names_[plugin] = newName(plugin);
+    const auto [name, isNew] = names_.try_emplace(plugin);
+    if (isNew) {
+      name->second = newName(plugin);
       order_.push_back(plugin);
     }
     return methods_[plugin];

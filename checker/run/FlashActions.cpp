@@ -526,8 +526,9 @@ class FlashActions::Writer {
       const std::string given = variable(operands.string());
       const std::string parameter = given.find('.') == std::string::npos ? given : "$unnamed";
       parameters += (parameters.empty() ? "" : ", ") + parameter;
-      if (number != 0) head += '$' + std::to_string(number) + " = " + parameter + ";\n";
-      if (number != 0) next = std::max(next, number + 1);
+      if (number == 0) continue;
+      head += '$' + std::to_string(number) + " = " + parameter + ";\n";
+      next = std::max(next, number + 1);
     }
     const Position last = std::min<Position>(behind + operands.word(), end);
     const std::string made =

@@ -359,7 +359,6 @@ TEST_F(Lsp, OutlivesApplicationsThatBreakTheirProcess) {
 TEST_F(Lsp, TakesAFileOutsideOfAllFoldersForAnApplication) {
   Client client;
   client.initialize({});
-  const std::string page = root_ + "/a b.html";
   client.notify("textDocument/didOpen", {{"textDocument", {{"uri", "file://" + root_ + "/a%20b.html"}, {"text", ""}}}});
   client.notify("textDocument/didChange",
                 {{"textDocument", {{"uri", "file://" + root_ + "/a%20b.html"}}},
