@@ -191,7 +191,7 @@ std::vector<std::string> explanationsOf(const Finding& finding) {
       "Flash look-up: in a Flash movie, the plug-in is looked up where the method is called.",
       "flow: the object was followed through the application; the rules of the device do not find this call.",
       "trial: a browser that ran the application made this call; the rules of the device do not find it.",
-      "trial of uncalled code: the trial itself called functions that never ran, which made this call; nobody showed more.",
+      "trial of uncalled code: the trial itself called functions that never ran, which made this call.",
   };
   static constexpr const char* kConfidence[] = {
       "possible: a value of this name may be the plug-in; it is shown and does not count.",
