@@ -463,7 +463,9 @@ class FlashActions::Writer {
       pool_.push_back(operands.string());
   }
 
-  void pushString(const std::string& text) { stack_.push_back({quoted(text), true, text, std::atol(text.c_str())}); }
+  void pushString(const std::string& text) {
+    stack_.push_back({quoted(text), true, text, std::strtol(text.c_str(), nullptr, 10)});
+  }
   void pushConstant(std::size_t index) { pushString(index < pool_.size() ? pool_[index] : std::string()); }
 
   void pushNumber(double number) {
