@@ -79,7 +79,7 @@ class Place {
 
 // What the parser says without what it says of itself.
 std::string plain(const std::exception& error) {
-  const std::string text = error.what();
+  std::string text = error.what();
   const std::size_t end = text.find("] ");
   if (text.front() != '[' || end == std::string::npos) return text;
   const std::size_t parsing = text.find("syntax error");
