@@ -147,11 +147,11 @@ class Maker {
 // calls, each with its trace.
 class Writer {
  public:
-  void number(std::uint32_t number) {
+  // Less than 2^32, as everything is that fits into the memory of a look.
+  void number(std::uint64_t number) {
     for (unsigned shift = 0; shift < 32; shift += 8)
       bytes_ += static_cast<char>(number >> shift);
   }
-  void number(std::size_t count) { number(static_cast<std::uint32_t>(count)); }
   void text(const std::string& text) {
     number(text.size());
     bytes_ += text;
