@@ -50,6 +50,16 @@ class Checker : public ::testing::Test {
     return fs::is_empty(directory_ + "/tmp");
   }
 
+  // Whether the checker has what these arguments ask for: those for the device come without flow analysis.
+#ifdef TARVO_FLOW
+  static constexpr bool kHasFlow = true;
+#else
+  static constexpr bool kHasFlow = false;
+#endif
+  static bool canRun(const std::string& arguments) {
+    return kHasFlow || arguments.find("--flow") == std::string::npos;
+  }
+
   // Waits until that many runs have their directories, and stay. Under an emulator, even a quick one takes 0.3 s.
 #ifdef TARVO_EMULATED
   static constexpr std::chrono::milliseconds kLongerThanAQuickRun{1000};

@@ -64,6 +64,9 @@ using LongList = Checker;
 
 TEST_F(LongList, TakesNoMemory) {
   if (!kIsMemoryBounded) GTEST_SKIP() << "a sanitizer takes all there is";
+#ifdef TARVO_EMULATED
+  GTEST_SKIP() << "an emulator takes more than the program may have";
+#endif
   const Output output = runCommand(
       "seq -f '/nowhere/a/directory/of/many/packages/%.0f/application.wgt' 1000000 |"
       "(ulimit -Sv 100000; " CHECKER " --shard 2/200000 - 2>&1 | tail -n 1)");
