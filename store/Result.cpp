@@ -198,7 +198,7 @@ ApplicationReport reportOn(const Result& result, const std::string& application,
     }
     Documented documented = judge(call.plugin, call.method);
     // Only who followed the object knows that it is this plug-in's.
-    const bool isFollowed = call.confidence >= Finding::Confidence::certain;
+    const bool isFollowed = call.confidence >= Finding::Confidence::certain || call.found >= Call::Found::flow;
     if (documented == Documented::forAnother && !isFollowed) documented = Documented::forIt;
     auto& list = documented == Documented::forIt ? report.documented : report.findings;
     list.push_back(findingOn(call, application, documented));

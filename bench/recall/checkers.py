@@ -17,11 +17,11 @@ from applications import CLASS_ID, ROOT, documented
 CONFIGURATIONS = [
     ("engine", ["--device"]),
     ("engine --all", ["--device", "--all"]),
-    ("flow", ["--flow"]),
-    ("flow --possible", ["--flow", "--possible"]),
+    ("flow", []),
+    ("flow --possible", ["--possible"]),
     ("engine, trial", ["--device", "--trial"]),
     ("engine, trial, uncalled", ["--device", "--trial", "--trial-uncalled"]),
-    ("flow, trial", ["--flow", "--trial"]),
+    ("flow, trial", ["--trial"]),
 ]
 
 

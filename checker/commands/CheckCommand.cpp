@@ -211,15 +211,14 @@ TrialOptions trialOptions(const Options& options) {
   throw UserError("no browser at '" + options.browser + "'" + didYouMeanFile(options.browser));
 }
 
+FlowOptions flowOptions(const Options& options) {
+  return {!options.device && FlowRun::isThere(), options.possible, options.perPlugin};
+}
+
 InspectionOptions inspectionOf(const Options& options, const Accepted& accepted, bool hasEvidence) {
-  InspectionOptions inspection{options.database,
-                               seesAll(options, accepted),
-                               options.log,
-                               accepted.names,
-                               options.bounds.unpacked,
-                               hasEvidence,
-                               trialOptions(options),
-                               {options.flow, options.possible, options.perPlugin}};
+  InspectionOptions inspection{options.database,      seesAll(options, accepted), options.log,
+                               accepted.names,        options.bounds.unpacked,    hasEvidence,
+                               trialOptions(options), flowOptions(options)};
   inspection.exclusions = Exclusions(options.excludes, options.excludeInPackages);
   inspection.deprecations = Deprecations(listDatabase(options.database), options.denyDeprecated);
   return inspection;
@@ -267,8 +266,8 @@ int checkCommand(const Options& given) {
   Options options = given;
   if (!options.store.empty()) {
     options.all = true;  // a store has all calls
-    if (options.flow || options.trial)
-      throw UserError("a store keeps what the engine finds; --store does not go with --flow or --trial");
+    if (options.trial)
+      throw UserError("what a browser did is not the same each time; --store does not go with --trial");
     if (!options.excludes.empty())
       throw UserError("a store keeps what is in an application as a whole; --store does not go with --exclude");
   }

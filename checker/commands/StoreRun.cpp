@@ -4,6 +4,7 @@
 
 #include "checker/commands/StoreRun.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include "APICheckEngine/APIAnalysis.h"
@@ -14,11 +15,15 @@
 
 namespace {
 
-const std::vector<std::string> kRules{"engine"};
+std::vector<std::string> rulesOf(const InspectionOptions& inspection) {
+  std::vector<std::string> rules{"engine"};
+  if (inspection.flow.isOn) rules.emplace_back("flow");
+  return rules;
+}
 
 // All that changes what is found in some content; not what makes that it cannot be checked, which is tried again.
-store::Settings settingsOf() {
-  return {TARVO_VERSION, FlashEngine_1_00::kEngineVersion, store::optionsOf(kRules)};
+store::Settings settingsOf(const InspectionOptions& inspection) {
+  return {TARVO_VERSION, FlashEngine_1_00::kEngineVersion, store::optionsOf(rulesOf(inspection))};
 }
 
 void setContent(ApplicationReport& report, const store::Content& content) {
@@ -50,14 +55,15 @@ void accept(ApplicationReport& report, const std::set<std::string>& accepted) {
 
 StoreRun::StoreRun(const Options& options, const InspectionOptions& inspection)
     : inspection_(inspection),
+      wishes_(inspection.flow),
       accepted_(inspection.accepted),
       database_(databaseOf(options.database)),
       judge_(store::judgeBy(database_)),
       store_(options.store, store::Store::Mode::write),
-      run_(store_, settingsOf(), database_, options.run),
+      run_(store_, settingsOf(inspection), database_, options.run),
       known_(run_.knownContents()) {
   inspection_.all = true;
-  inspection_.documented = true;
+  inspection_.documented = inspection_.flow.isDocumented = inspection_.flow.isPossible = true;
   inspection_.accepted.clear();  // a store knows no exceptions: they are made when a report is shown
 }
 
@@ -72,6 +78,8 @@ ApplicationReport StoreRun::inspect(const std::string& application,
     return report;
   }
   report = check();
+  for (Finding& finding : report.documented)
+    finding.trace.clear();  // which a store does not have
   if (!before) return report;
   const auto after = store::contentOf(application);
   if (after && *after == *before) {
@@ -93,11 +101,23 @@ void StoreRun::addDeprecated(ApplicationReport& report) const {
   }
 }
 
+// A store also has calls that are only possible, and does not know what counts for whom.
+void StoreRun::applyWishes(ApplicationReport& report) const {
+  auto& findings = report.findings;
+  findings.erase(std::remove_if(findings.begin(), findings.end(),
+                                [&](const Finding& finding) {
+                                  return finding.confidence == Finding::Confidence::possible && !wishes_.isPossible;
+                                }),
+                 findings.end());
+  for (Finding& finding : findings)
+    if (finding.kind == Finding::Kind::otherPlugin) finding.status = statusFor(finding, wishes_.isPerPlugin);
+}
+
 ApplicationReport StoreRun::keep(const ApplicationReport& report) {
   ApplicationReport shown = report;
   if (report.isStored) {
-    auto stored =
-        run_.stored(report.application, store::bytesOfHex(report.content), report.contentSuffix, kRules, judge_);
+    auto stored = run_.stored(report.application, store::bytesOfHex(report.content), report.contentSuffix,
+                              rulesOf(inspection_), judge_);
     if (stored) {
       shown = std::move(*stored);
     } else {  // a worker can send anything
@@ -107,6 +127,7 @@ ApplicationReport StoreRun::keep(const ApplicationReport& report) {
     }
   }
   run_.add(shown);
+  applyWishes(shown);
   addDeprecated(shown);
   accept(shown, accepted_);
   return shown;

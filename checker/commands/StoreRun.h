@@ -37,8 +37,10 @@ class StoreRun {
 
  private:
   void addDeprecated(ApplicationReport& report) const;
+  void applyWishes(ApplicationReport& report) const;
 
   InspectionOptions inspection_;
+  FlowOptions wishes_;
   std::set<std::string> accepted_;
   store::Database database_;
   store::Judge judge_;

@@ -136,10 +136,9 @@ Json factsOf(const ApplicationReport& report) {
   add("SHA-256", report.sha256);
   for (const Excluded& item : report.excluded)
     add("Excluded", inside(item.path, report.application) + ": " + counted(item.files, "file", "files"));
-  std::string rules;
-  for (const std::string& rule : report.rules)
-    rules += (rules.empty() ? "" : ", ") + rule;
-  add("Rules that ran", rules);
+  RulesRun rules;
+  rules.add(report);
+  add("Rules that ran", rules.text());
   if (report.verdict != Verdict::notChecked) {
     add("Looked at", counted(report.sources, "web source", "web sources") + ", " +
                          counted(report.flashFiles, "Flash file", "Flash files"));

@@ -45,10 +45,8 @@ class JUnitWriter : public ReportWriter {
  public:
   JUnitWriter(std::ostream& out, const WriterOptions& options) : out_(out), options_(options), suite_("testsuite") {
     suite_.SetAttribute("name", "tarvo-check");
-    if (options_.run.configFile.empty()) return;
-    TiXmlElement& property = addElement(addElement(suite_, "properties"), "property");
-    property.SetAttribute("name", "configFile");
-    property.SetAttribute("value", xmlText(options_.run.configFile).c_str());
+    properties_ = &addElement(suite_, "properties");  // before the cases
+    addProperty("configFile", options_.run.configFile);
   }
 
   void add(const ApplicationReport& report) override {
@@ -74,6 +72,8 @@ class JUnitWriter : public ReportWriter {
       error.SetAttribute("message", kInterrupted);
       error.SetAttribute("type", "interrupted");
     }
+    addProperty("rules", totals_.rules.text());
+    if (properties_->NoChildren()) suite_.RemoveChild(properties_);
     TiXmlDocument document;
     document.LinkEndChild(new TiXmlDeclaration("1.0", "UTF-8", ""));
     TiXmlElement& suites = addElement(document, "testsuites");
@@ -112,6 +112,13 @@ class JUnitWriter : public ReportWriter {
     return xmlText(placeOf(call) + ": " + message + " (" + remarks + ")") + '\n';
   }
 
+  void addProperty(const char* name, const std::string& value) {
+    if (value.empty()) return;
+    TiXmlElement& property = addElement(*properties_, "property");
+    property.SetAttribute("name", name);
+    property.SetAttribute("value", xmlText(value).c_str());
+  }
+
   TiXmlElement& addCase(const std::string& name, double seconds) {
     TiXmlElement& testCase = addElement(suite_, "testcase");
     testCase.SetAttribute("classname", "tarvo-check");
@@ -132,6 +139,7 @@ class JUnitWriter : public ReportWriter {
   WriterOptions options_;
   Totals totals_;
   TiXmlElement suite_;
+  TiXmlElement* properties_ = nullptr;
 };
 
 }  // namespace

@@ -143,6 +143,7 @@ class SarifWriter : public ReportWriter {
   }
 
   void add(const ApplicationReport& report) override {
+    rules_.add(report);
     for (const Finding& finding : report.findings)
       addResult(resultOf(finding, report.application));
     for (const Undetermined& item : report.undetermined)
@@ -169,7 +170,8 @@ class SarifWriter : public ReportWriter {
     }
     Json invocation{{"executionSuccessful", isSuccess_}};
     if (!notices_.empty()) invocation["toolExecutionNotifications"] = notices_;
-    if (!options_.run.configFile.empty()) invocation["properties"] = {{"configFile", options_.run.configFile}};
+    if (!options_.run.configFile.empty()) invocation["properties"]["configFile"] = options_.run.configFile;
+    if (const std::string rules = rules_.text(); !rules.empty()) invocation["properties"]["rules"] = rules;
     out_ << (hasResults_ ? "\n      " : "") << "],\n      \"artifacts\": " << jsonText(artifacts_.list(), kIndent)
          << ",\n      \"invocations\": " << jsonText(Json::array({invocation}), kIndent) << "\n    }\n  ]\n}\n";
     out_.flush();
@@ -270,6 +272,7 @@ class SarifWriter : public ReportWriter {
   Json notices_ = Json::array();
   bool hasResults_ = false;
   bool isSuccess_ = true;
+  RulesRun rules_;
 };
 
 }  // namespace

@@ -252,6 +252,18 @@ std::string verdictOn(const ApplicationReport& report) {
   return judgementOn(report) + "; " + counted(excluded, "file was", "files were") + " excluded";
 }
 
+void RulesRun::add(const ApplicationReport& report) {
+  for (const std::string& rule : report.rules)
+    if (std::find(names_.begin(), names_.end(), rule) == names_.end()) names_.push_back(rule);
+}
+
+std::string RulesRun::text() const {
+  std::string text;
+  for (const std::string& name : names_)
+    text += (text.empty() ? "" : ", ") + name;
+  return text;
+}
+
 void Totals::add(const ApplicationReport& report) {
   ++applications;
   ++verdicts[static_cast<std::size_t>(report.verdict)];
@@ -262,6 +274,7 @@ void Totals::add(const ApplicationReport& report) {
   notChecked += report.notChecked.size();
   excluded += excludedFiles(report);
   seconds += report.seconds;
+  rules.add(report);
 }
 
 std::string summaryOf(const Totals& totals) {

@@ -54,6 +54,18 @@ std::string restOfNotChecked(const ApplicationReport& report);
 // "12 of 30 functions ran (40 %)": of those in the files that a trial could load; empty without a trial.
 std::string trialShareOf(const ApplicationReport& report);
 
+// The names of the rules that ran, in any of some applications.
+class RulesRun {
+ public:
+  void add(const ApplicationReport& report);
+
+  // "engine, flow"; empty if nothing was checked.
+  std::string text() const;
+
+ private:
+  std::vector<std::string> names_;
+};
+
 // Counts over the applications of a run.
 struct Totals {
   std::size_t applications = 0;
@@ -64,6 +76,7 @@ struct Totals {
   std::size_t notChecked = 0;
   std::uint64_t excluded = 0;  // files
   double seconds = 0;
+  RulesRun rules;
 
   void add(const ApplicationReport& report);
   std::size_t of(Verdict verdict) const { return verdicts[static_cast<std::size_t>(verdict)]; }

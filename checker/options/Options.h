@@ -42,7 +42,7 @@ struct Options {
   std::string baseline;
   std::vector<std::string> accept;
   std::vector<std::string> acceptFiles;
-  bool flow = false;  // follow plug-in objects through script, too
+  bool device = false;  // the engine alone, without flow analysis
   bool possible = false;
   bool perPlugin = false;
 

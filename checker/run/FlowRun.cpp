@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <iterator>
 #include <map>
+#include <set>
+#include <tuple>
 
 #include "APICheckEngine/Tables.h"
 #include "checker/report/Excerpts.h"
@@ -71,11 +73,40 @@ std::vector<TraceStep> traceOf(const std::vector<flow::TraceStep>& from, const R
   return steps;
 }
 
-// Whether a finding of the engine is this call: its place is that of the receiver. In Flash files there are no places.
-bool isSame(const Finding& finding, const flow::FoundCall& call, const ReportedFiles& files) {
-  if (finding.call.method != call.method || finding.call.path != files.shown(call.place.path)) return false;
-  return finding.call.place.line == call.place.line || finding.call.place.line == call.methodPlace.line;
-}
+// Calls of a list by file and method: a list may be long, and each new call is looked for in it.
+class CallIndex {
+ public:
+  explicit CallIndex(std::vector<Finding>& list) : list_(&list) {
+    for (std::size_t i = 0; i < list.size(); ++i)
+      byName_[{list[i].call.path, list[i].call.method}].push_back(i);
+  }
+
+  void add(Finding finding) {
+    byName_[{finding.call.path, finding.call.method}].push_back(list_->size());
+    list_->push_back(std::move(finding));
+  }
+
+  // Those of the list that are this call. The engine's stand where their receiver does, as far as lines are known: in
+  // Flash files there are none.
+  std::vector<Finding*> find(const flow::FoundCall& call, const std::string& path) {
+    std::vector<Finding*> found;
+    const auto same = byName_.find({path, call.method});
+    if (same == byName_.end()) return found;
+    for (const std::size_t i : same->second)
+      if (isAt((*list_)[i].call, call)) found.push_back(&(*list_)[i]);
+    return found;
+  }
+
+ private:
+  static bool isAt(const Call& known, const flow::FoundCall& call) {
+    const int line = known.place.line;
+    if (known.found == Call::Found::flow) return line == call.place.line && known.place.column == call.place.column;
+    return line == call.place.line || line == call.methodPlace.line;
+  }
+
+  std::vector<Finding>* list_;
+  std::map<std::pair<std::string, std::string>, std::vector<std::size_t>> byName_;
+};
 
 Call callAt(const flow::Place& place, const std::string& code, const ReportedFiles& files) {
   Call call;
@@ -111,18 +142,20 @@ void correctKind(const flow::FoundCall& found, const FlowOptions& options, Findi
   if (finding.status == Finding::Status::noted) finding.status = statusFor(finding, options.isPerPlugin);
 }
 
-void addCall(const flow::FoundCall& found, const ReportedFiles& files, const Wishes& wishes,
-             ApplicationReport& report) {
-  bool isKnown = false;
-  for (Finding& finding : report.findings) {
-    if (!isSame(finding, found, files)) continue;
-    correctKind(found, wishes.options, finding);
-    isKnown = true;
-    finding.confidence = std::max(finding.confidence, confidenceOf(found.confidence));
-    if (finding.trace.empty()) finding.trace = traceOf(found.trace, files);
-    if (finding.advice.empty()) finding.advice = adviceOn(found);
+// Says of a call that is known what flow analysis knows of it.
+void confirm(const flow::FoundCall& found, const ReportedFiles& files, Finding& finding) {
+  finding.confidence = std::max(finding.confidence, confidenceOf(found.confidence));
+  if (finding.trace.empty()) finding.trace = traceOf(found.trace, files);
+}
+
+void addCall(const flow::FoundCall& found, const ReportedFiles& files, const Wishes& wishes, CallIndex& findings) {
+  const std::vector<Finding*> known = findings.find(found, files.shown(found.place.path));
+  for (Finding* finding : known) {
+    correctKind(found, wishes.options, *finding);
+    confirm(found, files, *finding);
+    if (finding->advice.empty()) finding->advice = adviceOn(found);
   }
-  if (isKnown) return;
+  if (!known.empty()) return;
   Finding finding;
   finding.call = callAt(found.place, found.code, files);
   finding.call.plugin = found.plugin;
@@ -137,7 +170,7 @@ void addCall(const flow::FoundCall& found, const ReportedFiles& files, const Wis
   if (found.judgement == flow::Judgement::documented) wishes.deprecations.judge(finding);
   if (wishes.accepted.count(found.method) != 0) finding.status = Finding::Status::accepted;
   if (finding.confidence == Finding::Confidence::possible && !wishes.options.isPossible) return;
-  report.findings.push_back(std::move(finding));
+  findings.add(std::move(finding));
 }
 
 // Both judge most calls; together at least as many as the one that judges more.
@@ -160,7 +193,11 @@ bool isExcluded(const flow::NotRead& gap, const ApplicationFiles& files) {
          files.isExcluded(gap.part, gap.reason.substr(kMissing.size()));
 }
 
-void addDocumented(const flow::FoundCall& found, const ReportedFiles& files, ApplicationReport& report) {
+void addDocumented(const flow::FoundCall& found, const ReportedFiles& files, CallIndex& documented) {
+  const std::vector<Finding*> known = documented.find(found, files.shown(found.place.path));
+  for (Finding* finding : known)
+    confirm(found, files, *finding);
+  if (!known.empty()) return;
   Finding call;
   call.call = callAt(found.place, found.code, files);
   call.call.plugin = found.plugin;
@@ -168,20 +205,40 @@ void addDocumented(const flow::FoundCall& found, const ReportedFiles& files, App
   call.isOnDevice = false;
   call.confidence = confidenceOf(found.confidence);
   call.trace = traceOf(found.trace, files);
-  report.documented.push_back(std::move(call));
+  documented.add(std::move(call));
+}
+
+// Takes out what the engine could not determine where flow analysis can, or says itself that it cannot.
+void closeUndetermined(const flow::Result& result, const ReportedFiles& files, ApplicationReport& report) {
+  std::set<std::tuple<std::string, int, int>> places;
+  const auto add = [&](const flow::Place& place) { places.emplace(files.shown(place.path), place.line, place.column); };
+  for (const flow::FoundCall& call : result.calls)
+    if (call.confidence != flow::Confidence::possible) add(call.place);
+  for (const flow::Open& open : result.open)
+    add(open.place);
+  auto& items = report.undetermined;
+  items.erase(std::remove_if(items.begin(), items.end(),
+                             [&](const Undetermined& item) {
+                               const Position place = item.call.place;
+                               return place.line > 0 && places.count({item.call.path, place.line, place.column}) > 0;
+                             }),
+              items.end());
 }
 
 void addResult(const flow::Result& result, const ReportedFiles& files, const Wishes& wishes,
                ApplicationReport& report) {
   report.rules.emplace_back("flow");
+  CallIndex findings(report.findings);
+  CallIndex documented(report.documented);
   for (const flow::FoundCall& call : result.calls) {
     const bool isDocumented = call.judgement == flow::Judgement::documented;
-    if (!isDocumented || wishes.deprecations.has(call.plugin, call.method))
-      addCall(call, files, wishes, report);
-    else if (wishes.options.isDocumented)
-      addDocumented(call, files, report);
+    if (isDocumented && wishes.options.isDocumented)
+      addDocumented(call, files, documented);
+    else if (!isDocumented || wishes.deprecations.has(call.plugin, call.method))
+      addCall(call, files, wishes, findings);
   }
   addJudged(result, report);
+  closeUndetermined(result, files, report);
   for (const flow::Open& open : result.open) {
     Undetermined undetermined;
     undetermined.call = callAt(open.place, open.code, files);
@@ -329,9 +386,7 @@ bool FlowRun::reads(const std::string&) {
 void FlowRun::takeFiles(const FlashEngine_1_00::APIAnalysis&) {}
 
 void FlowRun::run(const FlowOptions&, const std::string&, const std::set<std::string>&, const Deprecations&,
-                  const PathNames&, ApplicationReport& report) {
-  report.notChecked.push_back({report.application, "this program was built without flow analysis"});
-}
+                  const PathNames&, ApplicationReport&) {}
 
 std::vector<PluginId> FlowRun::pluginIds(const std::string&, const PathNames&) {
   return {};

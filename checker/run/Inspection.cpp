@@ -306,7 +306,7 @@ std::vector<Finding> findingsOf(const CallCollector& calls) {
   return findings;
 }
 
-// Adds what stands where the engine stops, and what it makes no verdict on; without `isListed`, only counts the former.
+// Adds what the engine makes no verdict on, and what stands where it stops; without `isListed`, only counts the latter.
 void addBehindStops(const CallCollector& calls, bool isListed, ApplicationReport& report) {
   // Calls in Flash files have no place: of several alike, each that was found on the device stands for one only.
   std::multiset<decltype(identityOf(report.findings.front().call))> known;
@@ -316,7 +316,7 @@ void addBehindStops(const CallCollector& calls, bool isListed, ApplicationReport
   for (const CallCollector::Entry& entry : calls.entries()) {
     if (!entry.isListed) continue;
     if (const char* reason = reasonOf(entry.verdict)) {
-      if (isListed) report.undetermined.push_back({entry.call, reason});
+      report.undetermined.push_back({entry.call, reason});
     } else if (const auto same = known.find(identityOf(entry.call)); same != known.end()) {
       known.erase(same);
     } else {
@@ -381,6 +381,11 @@ std::vector<std::string> filesOf(const Outcome& run, const std::string& applicat
   return files;
 }
 
+// Whether calls behind stops are listed, if only for flow analysis or a trial to confirm them.
+bool listsAll(const InspectionOptions& options) {
+  return options.all || options.flow.isOn || options.trial.isOn;
+}
+
 // Adds what the engine's run came to, but for what is said of a list that is cut.
 void addRun(Outcome& run, const CallCollector& calls, const InspectionOptions& options, ApplicationReport& report) {
   report.failure = run.failure;
@@ -395,8 +400,7 @@ void addRun(Outcome& run, const CallCollector& calls, const InspectionOptions& o
   report.judgedCalls = calls.judgedCalls();
   report.judgedPlugins = calls.judgedPlugins();
   report.hasCallsWithoutPlugin = hasCallsWithoutPlugin(*run.engine);
-  if (report.failure.empty()) addBehindStops(calls, options.all, report);
-  if (options.flow.isOn || options.trial.isOn) report.behindStops = 0;  // these list calls wherever they stand
+  if (report.failure.empty()) addBehindStops(calls, listsAll(options), report);
   if (options.documented) {
     addDocumented(calls, report);
   } else {
@@ -405,6 +409,19 @@ void addRun(Outcome& run, const CallCollector& calls, const InspectionOptions& o
   if (!options.all || !report.failure.empty()) return;
   report.documentedUses = calls.documentedUses(run.names);
   report.files = filesOf(run, report.application);
+}
+
+// Takes out what stands where the engine stops and nothing else has found, and counts what counts of it.
+void leaveOutBehindStops(ApplicationReport& report) {
+  auto& findings = report.findings;
+  const auto left = std::stable_partition(findings.begin(), findings.end(), [](const Finding& finding) {
+    const bool isEngines = finding.call.found < Call::Found::flow && finding.kind != Finding::Kind::deprecated;
+    const bool isAccepted = finding.status == Finding::Status::accepted;
+    return !isEngines || isAccepted || finding.isOnDevice || !finding.trace.empty();
+  });
+  report.behindStops = static_cast<std::uint64_t>(std::count_if(
+      left, findings.end(), [](const Finding& finding) { return finding.status == Finding::Status::reported; }));
+  findings.erase(left, findings.end());
 }
 
 void inspect(const InspectionOptions& options, ApplicationReport& report) {
@@ -430,7 +447,7 @@ void inspect(const InspectionOptions& options, ApplicationReport& report) {
   addRun(run, calls, options, report);
   if (options.flow.isOn && report.failure.empty())
     flow.run(options.flow, options.database, options.accepted, options.deprecations, run.names, report);
-  if (calls.isCut(options.all)) {
+  if (calls.isCut(listsAll(options))) {
     report.notChecked.push_back(
         {report.application, "only the first " + std::to_string(kMaxCalls) + " calls are listed"});
   }
@@ -438,6 +455,7 @@ void inspect(const InspectionOptions& options, ApplicationReport& report) {
     const auto shown = [&](const std::string& path) { return run.names.shown(path); };
     trialRun.run(options.trial, options.accepted, options.deprecations, shown, report);
   }
+  if (!options.all && listsAll(options)) leaveOutBehindStops(report);
 }
 
 }  // namespace

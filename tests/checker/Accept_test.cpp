@@ -162,7 +162,7 @@ TEST_F(Accept, ExceptionsStayInEveryReportWithTheirReason) {
             1,
             {"tarvo-check: other.toml:5: no finding is of 'GetX', which is accepted\n",
              "tarvo-check: other.toml: 1 exception is for applications that were not checked\n", "www: 3 uses"}},
-           {"--accept-file tuner.toml --flow www", 1, {reason, "(1 accepted not counted)"}},
+           {"--accept-file tuner.toml www", 1, {reason, "(1 accepted not counted)"}},
            {"--accept-file tuner.toml --store s www", 1, {reason, "(1 accepted not counted)"}},
            {"--accept-file tuner.toml --store s www", 1, {reason, "(1 accepted not counted)"}},  // from the store
            {"judge --store s --accept-file tuner.toml", 2, {"judge takes names of methods only"}},

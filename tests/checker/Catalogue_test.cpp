@@ -195,8 +195,8 @@ TEST_F(Catalogue, SurvivesStandardOutputThatIsGone) {
   const Output full = runCommand(CHECKER " " + many + " 2>&1 >/dev/full");
   EXPECT_EQ(full.text, "tarvo-check: cannot write to standard output: No space left on device\n");
   EXPECT_EQ(full.status, 2);
-  EXPECT_EQ(runCommand(CHECKER " --output r.txt " + kClean + " <&- >&- 2>&-; echo $?; cat r.txt").text,
-            "0\n" + kClean + ": clean: 9 calls on 2 plug-ins, all documented\n");
+  EXPECT_EQ(runCommand(CHECKER " --device --output r.txt " + kClean + " <&- >&- 2>&-; echo $?; cat r.txt").text,
+            "0\n" + kClean + ": clean: 9 calls on 2 plug-ins, all documented\nrules: engine\n");
 }
 
 TEST(WorkerReports, AreTakenOnlyIfTheyAreSound) {

@@ -32,7 +32,10 @@ TEST_F(Checker, ReportsExamplesWithTheirStatus) {
            {"packages/undocumented.wgt", 1, undocumented},
            {"packages/nested.wgt", 1,
             "packages/nested.wgt!/inner.wgt!/www/js/player.js:20:16: undocumented API 'GetSerial' on "
-            "MORVANE-NAVERTIX-PLAYER (variable)\npackages/nested.wgt: 1 use of undocumented APIs\n"},
+            "MORVANE-NAVERTIX-PLAYER (variable)\n"
+            "packages/nested.wgt!/inner.wgt!/www/js/player.js:14:3: could not determine: player.Open(TRAILER) on "
+            "MORVANE-NAVERTIX-PLAYER (variable; calls with '.Open' are not judged)\npackages/nested.wgt: 1 use of "
+            "undocumented APIs\n"},
            {"packages/clean.wgt packages/undocumented.wgt", 1,
             "packages/clean.wgt: clean: 9 calls on 2 plug-ins, all documented\n" + undocumented +
                 "2 applications: 1 clean, 1 with findings; 1 use of undocumented APIs\n"},
@@ -40,9 +43,10 @@ TEST_F(Checker, ReportsExamplesWithTheirStatus) {
             "../main.js(57) : UndocumentedAPI 'GetSerial' used\npackages/undocumented.wgt: 1 use of undocumented "
             "APIs\n"},
        }) {
-    const Output output = check(row.arguments);
+    const Output output = check("--device " + row.arguments);
     EXPECT_EQ(output.status, row.status) << row.arguments;
-    EXPECT_EQ(output.text, row.text) << row.arguments;
+    const bool hasRules = row.arguments.find("--engine-lines") == std::string::npos;
+    EXPECT_EQ(output.text, row.text + (hasRules ? kDeviceRules : "")) << row.arguments;
   }
 }
 
@@ -54,13 +58,14 @@ TEST_F(Checker, ChecksDirectoriesAndSingleFiles) {
   fs::copy_file(kExamples + "/undocumented.wgt", "www/" + std::string(250, 'n') + ".wgt");
   const std::string inner =
       "/www/js/main.js:57:16: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER (variable)\n";
-  EXPECT_EQ(check("www").text, "www/b.js:3:2: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER (variable)\nwww/" +
-                                   std::string(250, 'n') + ".wgt!" + inner + "www: 2 uses of undocumented APIs\n");
-  EXPECT_EQ(check("app.flash/inner.wgt").text,
-            "app.flash/inner.wgt!" + inner + "app.flash/inner.wgt: 1 use of undocumented APIs\n");
-  EXPECT_EQ(check("./www/b.js").text,
+  EXPECT_EQ(check("--device www").text,
+            "www/b.js:3:2: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER (variable)\nwww/" +
+                std::string(250, 'n') + ".wgt!" + inner + "www: 2 uses of undocumented APIs\n" + kDeviceRules);
+  EXPECT_EQ(check("--device app.flash/inner.wgt").text,
+            "app.flash/inner.wgt!" + inner + "app.flash/inner.wgt: 1 use of undocumented APIs\n" + kDeviceRules);
+  EXPECT_EQ(check("--device ./www/b.js").text,
             "./www/b.js: nothing could be judged: calls look like plug-in calls, but no plug-in element is known; "
-            "check the whole application\n");
+            "check the whole application\nrules: engine\n");
 }
 
 TEST_F(Checker, SaysWhyItCouldNotCheck) {
@@ -114,9 +119,10 @@ TEST_F(Checker, SaysWhyItCouldNotCheck) {
 TEST_F(Checker, NamesCannotForgeLines) {
   write("www/index.html", kPage);
   write("www/%s%n [x] \xFF\n\x1B.js", kCall);
-  EXPECT_EQ(check("www").text,
+  EXPECT_EQ(check("--device www").text,
             "www/%s%n [x] \\xff\\x0a\\x1b.js:3:2: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER (variable)\n"
-            "www: 1 use of undocumented APIs\n");
+            "www: 1 use of undocumented APIs\n" +
+                kDeviceRules);
 }
 
 TEST_F(Checker, ExplainsAllThatTheEngineKnows) {
@@ -160,7 +166,7 @@ TEST_F(Checker, NothingOfAnApplicationIsWritten) {
 #else
   const std::string bound = "ulimit -f 0; ";
 #endif
-  for (const std::string command : {"", "--all --flow ", "explain "}) {
+  for (const std::string command : {"", "--device --all ", "explain "}) {
     const Output output = runCommand(bound + "TMPDIR=/dev/null/none " CHECKER " " + command + "app.wgt 2>&1");
     EXPECT_EQ(output.status, command == "explain " ? 0 : 1) << output.text;
     EXPECT_NE(output.text.find("GetSerial"), std::string::npos);

@@ -31,7 +31,7 @@ TEST_F(CompareCommand, TellsByItsStatusWhatIsNew) {
 
   write("v2/a.js", "\n" + kCall + kMore);
   write("v2/b.txt", "new");
-  const Output output = compare("v1 v2");
+  const Output output = compare("--device v1 v2");
   EXPECT_EQ(output.status, 1);
   EXPECT_EQ(
       output.text,

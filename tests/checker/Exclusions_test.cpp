@@ -40,10 +40,10 @@ TEST_F(Excluding, FilesAreCountedAndNamed) {
            {"--exclude other www", 1, finding},
            {"--exclude node_modules www", 0,
             "excluded: 2 files: www/node_modules (2)\n" + none + "; 2 files were excluded\n"},
-           {"--exclude node_modules --flow ./www/", 0,
+           {"--exclude node_modules ./www/", 0,
             "excluded: 2 files: ./www/node_modules (2)\n./www/: clean: 1 call on 1 plug-in, documented; 2 files were "
             "excluded\n"},
-           {"--exclude js --flow www", 1, finding},
+           {"--exclude js --device www", 1, finding},
            {"--exclude '/node_modules/lib/*.js' --exclude lib/ www", 0,
             "excluded: 1 file: www/node_modules/lib\n" + none + "; 1 file was excluded\n"},
            {"--exclude '/node_modules/lib/*.js' www", 0,
@@ -60,7 +60,6 @@ TEST_F(Excluding, FilesAreCountedAndNamed) {
            {"--exclude 'a/**/b' www", 2, "tarvo-check: --exclude 'a/**/b': '**' can stand at its beginning"},
            {"--exclude x --store s www", 2, "tarvo-check: a store keeps what is in an application"},
        }) {
-    if (!canRun(row.arguments)) continue;
     const Output output = check(row.arguments);
     EXPECT_EQ(output.status, row.status) << row.arguments << '\n' << output.text;
     expectReports(output.text, row.text);
@@ -86,8 +85,7 @@ TEST_F(Excluding, PackagesAreCheckedWhole) {
     const Output whole = check("--exclude node_modules " + application);
     EXPECT_EQ(whole.status, 1) << whole.text;
     expectReports(whole.text, name + "!/node_modules/lib/a.js:3:2: undocumented API");
-    for (const char* rules : {"", "--flow "}) {
-      if (!canRun(rules)) continue;
+    for (const char* rules : {"", "--device "}) {
       const Output cut = check(rules + ("--exclude node_modules --exclude-in-packages " + application));
       EXPECT_EQ(cut.status, 0) << cut.text;
       expectReports(cut.text, "excluded: 2 files: " + name + "!/node_modules (2)\n");

@@ -45,10 +45,10 @@ TEST(FlashCommands, SayWhyAFileCannotBeRead) {
 
 TEST(FlashCommands, ApplicationsWithFlashAreJudged) {
   const std::string undocumented = EXAMPLES "/flash-undocumented.wgt";
-  EXPECT_EQ(runCommand(CHECKER " " + undocumented).text,
+  EXPECT_EQ(runCommand(CHECKER " --device " + undocumented).text,
             undocumented +
                 "!/www/movie.swf: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER (Flash variable)\n" +
-                undocumented + ": 1 use of undocumented APIs\n");
+                undocumented + ": 1 use of undocumented APIs\nrules: engine\n");
   EXPECT_EQ(runCommand(CHECKER " " EXAMPLES "/flash-clean.wgt").status, 0);
 }
 

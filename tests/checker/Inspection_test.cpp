@@ -91,8 +91,7 @@ TEST_F(Inspection, CallsThatTheRulesExemptAreListedApart) {
   };
   for (const Row& row : rows) {
     write("a.js", "function f() { " + row.script + " }");
-    EXPECT_TRUE(check(false).undetermined.empty());
-    const ApplicationReport report = check(true);
+    const ApplicationReport report = check(false);
     EXPECT_EQ(report.verdict, Verdict::clean) << row.script;
     ASSERT_EQ(report.undetermined.size(), 1U) << row.script;
     EXPECT_EQ(report.undetermined[0].call.method, row.method) << row.script;
