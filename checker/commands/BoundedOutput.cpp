@@ -76,6 +76,7 @@ int printFromWorker(const Options& options, const std::function<CommandOutput(co
   Printer printer(out);
   const Signals signals;
   const int signal = workOnEach(
-      file, 1, bounds, [&](const std::string& name) { return bytesOf(work(name)); }, signals, printer);
+      file, 1, bounds, [&](const std::string& name, const SendFirst&) { return bytesOf(work(name)); }, signals,
+      printer);
   return signal != 0 ? kSignalled + signal : printer.status();
 }

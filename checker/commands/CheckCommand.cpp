@@ -79,9 +79,11 @@ Applications applicationsOf(const Options& options) {
   return all;
 }
 
-ApplicationReport reportOn(const std::string& application, const Applications& all, const InspectionOptions& options) {
+ApplicationReport reportOn(const std::string& application, const Applications& all, const InspectionOptions& options,
+                           const SendFirst& sendFirst) {
   const auto refused = all.refused.find(application);
-  ApplicationReport report = refused == all.refused.end() ? inspect(application, options) : ApplicationReport();
+  const auto soFar = [&](const ApplicationReport& report) { sendFirst(bytesOf(report)); };
+  ApplicationReport report = refused == all.refused.end() ? inspect(application, options, soFar) : ApplicationReport();
   report.application = application;
   if (refused != all.refused.end()) report.failure = refused->second;
   if (isFalselyCalledPackage(application) && report.notChecked.empty())
@@ -254,8 +256,8 @@ int checkAll(const Options& options, const std::function<void(ApplicationReport&
   WorkerBounds bounds = options.bounds;
   bounds.besides = trialSeconds(inspection.trial);
   Handover handover(std::move(accepted.calls), take);
-  const Work work = [&](const std::string& application) {
-    return bytesOf(reportOn(application, applications, inspection));
+  const Work work = [&](const std::string& application, const SendFirst& sendFirst) {
+    return bytesOf(reportOn(application, applications, inspection, sendFirst));
   };
   const Signals signals;
   const int signal = workOnEach(applications.names, options.jobs, bounds, work, signals, handover);
@@ -284,8 +286,8 @@ int checkCommand(const Options& given) {
     inspection = store->inspection();
   }
   Run run(options, accepted, applications.names.size() == 1, store ? &*store : nullptr);
-  const Work work = [&](const std::string& application) {
-    const auto check = [&] { return reportOn(application, applications, inspection); };
+  const Work work = [&](const std::string& application, const SendFirst& sendFirst) {
+    const auto check = [&] { return reportOn(application, applications, inspection, sendFirst); };
     const bool isKept = store && applications.refused.count(application) == 0;
     return bytesOf(isKept ? store->inspect(application, check) : check());
   };

@@ -126,7 +126,13 @@ ApplicationReport StoreRun::keep(const ApplicationReport& report) {
       shown.failure = "the process that checked it told of a result that the store does not have";
     }
   }
-  run_.add(shown);
+  if (!report.brokenOff.empty()) {  // no result: it is tried again
+    ApplicationReport failed = shown;
+    failed.failure = report.brokenOff;
+    run_.add(failed);
+  } else {
+    run_.add(shown);
+  }
   applyWishes(shown);
   addDeprecated(shown);
   accept(shown, accepted_);

@@ -187,6 +187,7 @@ struct ApplicationReport {
   std::string sha256 = {};  // of its bytes, in hexadecimal; empty for a folder and for what cannot be read
   Verdict verdict = Verdict::clean;
   std::string failure;                     // why it could not be checked at all
+  std::string brokenOff = {};              // why rules did not come to an end that were to run behind others
   std::vector<Finding> findings;           // by path, line and column
   std::vector<Undetermined> undetermined;  // if all calls were asked for, or other rules than the engine's ran
   std::vector<NotChecked> notChecked;

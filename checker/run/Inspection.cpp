@@ -424,7 +424,16 @@ void leaveOutBehindStops(ApplicationReport& report) {
   findings.erase(left, findings.end());
 }
 
-void inspect(const InspectionOptions& options, ApplicationReport& report) {
+// Hands over a report as it is now.
+void handOver(ApplicationReport report, const InspectionOptions& options, const TakeReport& take) {
+  if (!take || !report.failure.empty()) return;
+  if (!options.all && listsAll(options)) leaveOutBehindStops(report);
+  fingerprint(report);
+  conclude(report);
+  take(std::move(report));
+}
+
+void inspect(const InspectionOptions& options, const TakeReport& soFar, ApplicationReport& report) {
   CallCollector calls(options);
   EngineRunOptions runOptions{options.database, options.accepted, true, options.unpacked};
   runOptions.exclusions = options.exclusions;
@@ -445,6 +454,7 @@ void inspect(const InspectionOptions& options, ApplicationReport& report) {
   Outcome run = runEngine(report.application, runOptions);
   calls.name(run.names);
   addRun(run, calls, options, report);
+  if (options.flow.isOn || options.trial.isOn) handOver(report, options, soFar);
   if (options.flow.isOn && report.failure.empty())
     flow.run(options.flow, options.database, options.accepted, options.deprecations, run.names, report);
   if (calls.isCut(listsAll(options))) {
@@ -452,6 +462,7 @@ void inspect(const InspectionOptions& options, ApplicationReport& report) {
         {report.application, "only the first " + std::to_string(kMaxCalls) + " calls are listed"});
   }
   if (options.trial.isOn && report.failure.empty()) {
+    if (options.flow.isOn) handOver(report, options, soFar);
     const auto shown = [&](const std::string& path) { return run.names.shown(path); };
     trialRun.run(options.trial, options.accepted, options.deprecations, shown, report);
   }
@@ -460,13 +471,13 @@ void inspect(const InspectionOptions& options, ApplicationReport& report) {
 
 }  // namespace
 
-ApplicationReport inspect(const std::string& application, const InspectionOptions& options) {
+ApplicationReport inspect(const std::string& application, const InspectionOptions& options, const TakeReport& soFar) {
   const auto start = std::chrono::steady_clock::now();
   ApplicationReport report;
   report.application = application;
   if (options.digest) report.sha256 = sha256OfFile(application);
   try {
-    inspect(options, report);
+    inspect(options, soFar, report);
     fingerprint(report);
   } catch (const std::bad_alloc&) {
     report.failure = "it takes more memory than there is";

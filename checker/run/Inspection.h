@@ -25,4 +25,8 @@ struct InspectionOptions {
 };
 
 // Checks one application in this process; one at a time. What keeps it from being checked stands in the report.
-ApplicationReport inspect(const std::string& application, const InspectionOptions& options);
+// `soFar`, if there is one, gets what the report would be if the rules that have run were all, each time before others
+// run.
+using TakeReport = std::function<void(ApplicationReport report)>;
+ApplicationReport inspect(const std::string& application, const InspectionOptions& options,
+                          const TakeReport& soFar = {});

@@ -43,6 +43,15 @@ class Bounds : public nlohmann::json_sax<nlohmann::ordered_json> {
   int depth_ = 0;
 };
 
+// What a report says that was sent before the worker failed.
+void breakOff(ApplicationReport& report, const std::string& application, const std::string& failure) {
+  std::string rules;
+  for (const std::string& rule : report.rules)
+    rules += (rules.empty() ? "" : ", ") + rule;
+  report.brokenOff = failure;
+  report.notChecked.push_back({application, "no other rules than these came to an end: " + rules + "; " + failure});
+}
+
 }  // namespace
 
 std::string bytesOf(const ApplicationReport& report) {
@@ -54,17 +63,15 @@ std::string bytesOf(const ApplicationReport& report) {
 ApplicationReport reportOf(const std::string& application, const WorkerResult& result) {
   using Json = nlohmann::ordered_json;
   ApplicationReport report;
-  report.failure = result.failure;
-  if (result.failure.empty()) {
-    try {
-      Bounds bounds;
-      if (!Json::sax_parse(result.sent, &bounds, Json::input_format_t::cbor))
-        throw std::invalid_argument("not a report");
-      report = reportFrom(Json::from_cbor(result.sent));
-    } catch (const std::exception&) {
-      report = {};
-      report.failure = "the process that checked it gave no report that can be read";
-    }
+  try {
+    Bounds bounds;
+    if (!Json::sax_parse(result.sent, &bounds, Json::input_format_t::cbor)) throw std::invalid_argument("not a report");
+    report = reportFrom(Json::from_cbor(result.sent));
+    if (!result.failure.empty()) breakOff(report, application, result.failure);
+  } catch (const std::exception&) {
+    report = {};
+    report.failure =
+        result.failure.empty() ? "the process that checked it gave no report that can be read" : result.failure;
   }
   report.application = application;
   if (!report.failure.empty() && report.seconds == 0) report.seconds = result.seconds;

@@ -9,5 +9,6 @@
 
 std::string bytesOf(const ApplicationReport& report);
 
-// The report of `application` that a worker sent. If it failed, or sent no report, one that tells of it.
+// The report of `application` that a worker sent. If it failed, or sent no report, one that tells of it; if it failed
+// when it had sent what the first rules found, that, and that other rules did not come to an end.
 ApplicationReport reportOf(const std::string& application, const WorkerResult& result);

@@ -7,6 +7,7 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <vector>
 
@@ -19,7 +20,10 @@ struct Fault {
   void (*happen)(int pipe);
 };
 
+// Sends `text` so many times, as if that were a report.
 [[noreturn]] void answer(int pipe, const std::string& text, int times) {
+  const auto length = std::uint64_t{text.size()} * static_cast<unsigned>(times);
+  if (write(pipe, &length, sizeof length) < 0) _exit(1);
   for (int i = 0; i < times; ++i) {
     if (write(pipe, text.data(), text.size()) < 0) _exit(1);
   }
@@ -51,6 +55,12 @@ constexpr Fault kFaults[] = {
 };
 
 }  // namespace
+
+void TESTING_ONLY_triggerLateFault(const std::string& application) {
+  const std::string name = std::filesystem::path(application).stem().string();
+  for (const Fault& fault : kFaults)
+    if (name == "late-" + std::string(fault.name)) fault.happen(-1);
+}
 
 void TESTING_ONLY_triggerFault(const std::string& application, int pipe) {
   const std::string name = std::filesystem::path(application).stem().string();

@@ -15,12 +15,40 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdint>
+#include <string_view>
 #include <system_error>
 
 #include "checker/run/TestFaults.h"
 #include "checker/run/WorkerProcess.h"
 
 namespace {
+
+// Each text stands behind its length, 8 bytes, the lowest first.
+constexpr std::size_t kLength = 8;
+
+std::string framed(const std::string& bytes) {
+  std::string frame;
+  frame.reserve(kLength + bytes.size());
+  for (std::size_t i = 0; i < kLength; ++i)
+    frame += static_cast<char>(std::uint64_t{bytes.size()} >> (8 * i) & 0xFF);
+  return frame += bytes;
+}
+
+// The last text that is whole; empty if there is none.
+std::string lastOf(const std::string& frames) {
+  std::string_view rest = frames, last;
+  while (rest.size() >= kLength) {
+    std::uint64_t length = 0;
+    for (std::size_t i = kLength; i-- > 0;)
+      length = length << 8 | static_cast<unsigned char>(rest[i]);
+    rest.remove_prefix(kLength);
+    if (length > rest.size()) break;
+    last = rest.substr(0, static_cast<std::size_t>(length));
+    rest.remove_prefix(last.size());
+  }
+  return std::string(last);
+}
 
 constexpr auto kRemoval = std::chrono::seconds(30);  // for the directory of a worker that was killed
 
@@ -29,7 +57,13 @@ int runWorker(const std::string& application, const Work& work, int pipe) {
 #ifdef TARVO_TEST_FAULTS
   TESTING_ONLY_triggerFault(application, pipe);
 #endif
-  return sendAll(pipe, work(application)) ? kWorkDone : kWorkFailed;
+  const auto sendFirst = [&](const std::string& bytes) {
+    if (!sendAll(pipe, framed(bytes))) _exit(kWorkFailed);
+#ifdef TARVO_TEST_FAULTS
+    TESTING_ONLY_triggerLateFault(application);
+#endif
+  };
+  return sendAll(pipe, framed(work(application, sendFirst))) ? kWorkDone : kWorkFailed;
 }
 
 }  // namespace
@@ -64,7 +98,6 @@ void Worker::kill() {
 
 void Worker::fail(const std::string& reason) {
   if (failure_.empty()) failure_ = reason;
-  received_ = {};
   deadline_ = Clock::now() + kRemoval;
   kill();
 }
@@ -82,8 +115,9 @@ void Worker::receive() {
     }
     if (isKilled_) continue;
     received_.append(buffer.data(), static_cast<std::size_t>(count));
-    if (received_.size() > std::size_t{bounds_.sent} << 20)
-      fail("its report is larger than " + std::to_string(bounds_.sent) + " MiB");
+    if (received_.size() <= std::size_t{bounds_.sent} << 20) continue;
+    received_ = {};
+    fail("its report is larger than " + std::to_string(bounds_.sent) + " MiB");
   }
 }
 
@@ -92,6 +126,11 @@ void Worker::checkTime() {
   if (isKilled_) return end();  // whoever still holds the pipe is none of ours
   fail("it takes longer than the " + std::to_string(bounds_.timeout) + (bounds_.timeout == 1 ? " second" : " seconds") +
        " of --timeout");
+}
+
+WorkerResult Worker::takeResult() {
+  const std::string received = std::move(received_);
+  return {lastOf(received), std::move(failure_), seconds_};
 }
 
 void Worker::end() {

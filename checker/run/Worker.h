@@ -12,12 +12,14 @@
 #include "checker/run/Signals.h"
 #include "checker/run/WorkerProcess.h"
 
-// Works on an application, in its worker. What comes back is sent.
-using Work = std::function<std::string(const std::string& application)>;
+// Works on an application, in its worker. What comes back is sent. What `sendFirst` is given before counts if the
+// worker does not get to its end.
+using SendFirst = std::function<void(const std::string& bytes)>;
+using Work = std::function<std::string(const std::string& application, const SendFirst& sendFirst)>;
 
 // What came of an application.
 struct WorkerResult {
-  std::string sent;     // what the worker sent: anything, if it was broken into
+  std::string sent;     // what the worker sent last, and whole: anything, if it was broken into
   std::string failure;  // what it ended with, if it did not send all
   double seconds = 0;
 };
@@ -53,7 +55,7 @@ class Worker {
   bool isDone() const { return isDone_; }
 
   // What came of it, once it is done.
-  WorkerResult takeResult() { return {std::move(received_), std::move(failure_), seconds_}; }
+  WorkerResult takeResult();
 
  private:
   // Ends the process. Its pipe stays open: the helper may hold it a little longer.

@@ -75,6 +75,33 @@ TEST_F(Catalogue, EachBoundAndEachEndOfAWorkerIsAReason) {
   }
 }
 
+// What the engine has found stays, whatever the rules behind it come to.
+TEST_F(Catalogue, AnEndOfAWorkerBehindTheEngineLosesNoFinding) {
+  if (!kHasFlow) return;
+  const std::string broken = ": no other rules than these came to an end: engine; ";
+  struct Row {
+    std::string name, options, reason;
+  };
+  for (const Row& row : std::vector<Row>{
+           {"late-fault-hang", "--timeout 1", "it takes longer than the 1 second of --timeout"},
+           {"late-fault-crash", "", "the process that checked it was ended by SIGSEGV (Segmentation fault)"},
+           {"late-fault-memory", "--memory 300", "it takes more memory than the 300 MiB of --memory"},
+       }) {
+    if (row.name == "late-fault-memory" && !kIsMemoryBounded) continue;
+    const std::string name = row.name + ".wgt";
+    fs::copy_file(kExamples + "/undocumented.wgt", name);
+    const Output found = check(row.options + " " + name);
+    EXPECT_EQ(found.status, 1) << found.text;
+    expectReports(found.text, name + "!/www/js/main.js:57:16: undocumented API 'GetSerial' on MORVANE-NAVERTIX-TUNER " +
+                                  "(variable)\nnot checked: " + name + broken + row.reason + "\n");
+    fs::copy_file(kClean, name, fs::copy_options::overwrite_existing);
+    EXPECT_EQ(check(row.options + " " + name).status, 3);
+    EXPECT_EQ(check(row.options + " --device " + name).status, 0);
+    const Output stored = check(row.options + " --store s " + name + "; " CHECKER " catalogue --store s");
+    EXPECT_NE(stored.text.find("could not check"), std::string::npos) << stored.text;
+  }
+}
+
 TEST_F(Catalogue, OtherCommandsAreBoundedToo) {
   write("bomb.wgt", craftedZip({{"a.js", std::string(3 << 20, '\0'), true}}));
   const std::string process = "the process that checked it ";
