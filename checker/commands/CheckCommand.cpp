@@ -222,7 +222,8 @@ InspectionOptions inspectionOf(const Options& options, const Accepted& accepted,
                                accepted.names,        options.bounds.unpacked,    hasEvidence,
                                trialOptions(options), flowOptions(options)};
   inspection.exclusions = Exclusions(options.excludes, options.excludeInPackages);
-  inspection.deprecations = Deprecations(listDatabase(options.database), options.denyDeprecated);
+  inspection.flow.database = std::make_shared<const DatabaseListing>(listDatabase(options.database));
+  inspection.deprecations = Deprecations(*inspection.flow.database, options.denyDeprecated);
   return inspection;
 }
 

@@ -60,7 +60,8 @@ Wanted wantedBy(const Options& options) {
   inspection.unpacked = options.bounds.unpacked;
   inspection.flow.isPerPlugin = options.perPlugin;
   inspection.exclusions = Exclusions(options.excludes, options.excludeInPackages);
-  inspection.deprecations = Deprecations(listDatabase(options.database), options.denyDeprecated);
+  inspection.flow.database = std::make_shared<const DatabaseListing>(listDatabase(options.database));
+  inspection.deprecations = Deprecations(*inspection.flow.database, options.denyDeprecated);
   return {std::move(inspection), std::move(accepted.calls)};
 }
 

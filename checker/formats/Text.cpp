@@ -45,11 +45,11 @@ class TextWriter : public ReportWriter {
 
   void end(bool wasInterrupted) override {
     if (totals_.applications > 1) out_ << painted(summaryOf(totals_), kBold) << '\n';
-    if (const std::string rules = totals_.rules.text(); !options_.engineLines && !rules.empty())
-      out_ << painted("rules: " + rules, kFaint) << '\n';
     if (!options_.run.configFile.empty())
       out_ << painted("options were taken from " + options_.run.configFile, kFaint) << '\n';
     if (wasInterrupted) out_ << painted(kInterrupted, kYellow) << '\n';
+    if (const std::string rules = totals_.rules.text(); !options_.engineLines && !rules.empty())
+      out_ << painted("rules: " + rules, kFaint) << '\n';
     out_.flush();
   }
 

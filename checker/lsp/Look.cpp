@@ -253,8 +253,7 @@ Look look(const LookRequest& request, const InspectionOptions& inspection, Accep
   if (request.isQuestion) {
     // Without the engine: it does not know who calls the placeholder.
     report.application = request.application;
-    FlowRun(request.application, options.exclusions, &request.unsaved)
-        .run(options.flow, options.database, {}, {}, PathNames(""), report);
+    FlowRun(request.application, options.exclusions, &request.unsaved).run(options.flow, {}, {}, PathNames(""), report);
   } else {
     report = inspect(request.application, options);
     accepted.apply(report);

@@ -37,9 +37,9 @@ bool isRead(const std::string& path) {
   return std::none_of(std::begin(kOther), std::end(kOther), [&](const char* other) { return extension == other; });
 }
 
-flow::Database databaseOf(const std::string& path) {
+flow::Database databaseOf(const DatabaseListing& listing) {
   flow::Database database;
-  for (const DatabaseGroup& group : listDatabase(path).groups)
+  for (const DatabaseGroup& group : listing.groups)
     for (const DatabaseFunction& function : group.functions)
       database.methods[group.name].push_back(function.name);
   for (const char* classId : FlashEngine_1_00::pluginClassIdTable)
@@ -341,10 +341,10 @@ void FlowRun::takeFiles(const FlashEngine_1_00::APIAnalysis& engine) {
   files_.takeExtracted(engine);
 }
 
-void FlowRun::run(const FlowOptions& options, const std::string& database, const std::set<std::string>& accepted,
-                  const Deprecations& deprecations, const PathNames& names, ApplicationReport& report) {
+void FlowRun::run(const FlowOptions& options, const std::set<std::string>& accepted, const Deprecations& deprecations,
+                  const PathNames& names, ApplicationReport& report) {
   Taken all = taken(files_, names);
-  const flow::Database documented = databaseOf(database);
+  const flow::Database documented = databaseOf(*options.database);
   readMovies(documented, all, report);
   flow::Result result = flow::analyse(all.files, documented, {}, {options.isDocumented, options.cache});
   forgetPlacesInMovies(all.files, result);
@@ -359,7 +359,7 @@ void FlowRun::run(const FlowOptions& options, const std::string& database, const
     report.notChecked.push_back({names.shown(path), "flow analysis: the file is too large"});
 }
 
-std::vector<PluginId> FlowRun::pluginIds(const std::string& database, const PathNames& names) {
+std::vector<PluginId> FlowRun::pluginIds(const DatabaseListing& database, const PathNames& names) {
   std::map<std::pair<std::string, std::string>, bool> isGlobal;
   for (const flow::Element& element : flow::analyse(taken(files_, names).files, databaseOf(database)).elements)
     if (!element.id.empty()) isGlobal[{element.id, element.plugin}] = !element.isDeclared;
@@ -385,10 +385,10 @@ bool FlowRun::reads(const std::string&) {
 
 void FlowRun::takeFiles(const FlashEngine_1_00::APIAnalysis&) {}
 
-void FlowRun::run(const FlowOptions&, const std::string&, const std::set<std::string>&, const Deprecations&,
-                  const PathNames&, ApplicationReport&) {}
+void FlowRun::run(const FlowOptions&, const std::set<std::string>&, const Deprecations&, const PathNames&,
+                  ApplicationReport&) {}
 
-std::vector<PluginId> FlowRun::pluginIds(const std::string&, const PathNames&) {
+std::vector<PluginId> FlowRun::pluginIds(const DatabaseListing&, const PathNames&) {
   return {};
 }
 

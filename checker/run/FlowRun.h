@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -7,6 +8,7 @@
 #include "APICheckEngine/Facade.h"
 #include "checker/report/Report.h"
 #include "checker/run/ApplicationFiles.h"
+#include "checker/run/DatabaseListing.h"
 #include "checker/run/Deprecations.h"
 #include "checker/run/PathNames.h"
 
@@ -15,11 +17,12 @@ class ParseCache;
 }
 
 struct FlowOptions {
-  bool isOn = false;
+  bool isOn = false;                  // then there must be a `database`
   bool isPossible = false;            // keep findings that are only possible
   bool isPerPlugin = false;           // a method that is documented for another plug-in only counts as undocumented
   bool isDocumented = false;          // list calls of documented methods with their traces, too
   flow::ParseCache* cache = nullptr;  // of earlier runs on the same application
+  std::shared_ptr<const DatabaseListing> database = {};
 };
 
 // An id that an element of a plug-in has.
@@ -47,12 +50,12 @@ class FlowRun {
 
   // `names` gives the user's names for the engine's paths. Findings of the engine that the analysis made, too, become
   // certain and get their trace; others are new. What was not read stands among what was not checked.
-  void run(const FlowOptions& options, const std::string& database, const std::set<std::string>& accepted,
-           const Deprecations& deprecations, const PathNames& names, ApplicationReport& report);
+  void run(const FlowOptions& options, const std::set<std::string>& accepted, const Deprecations& deprecations,
+           const PathNames& names, ApplicationReport& report);
 
   // The ids of plug-in elements, of pages and of those that script makes; each once for each plug-in. In place of
   // `run`. None if this program was built without flow analysis.
-  std::vector<PluginId> pluginIds(const std::string& database, const PathNames& names);
+  std::vector<PluginId> pluginIds(const DatabaseListing& database, const PathNames& names);
 
  private:
   ApplicationFiles files_;

@@ -456,7 +456,7 @@ void inspect(const InspectionOptions& options, const TakeReport& soFar, Applicat
   addRun(run, calls, options, report);
   if (options.flow.isOn || options.trial.isOn) handOver(report, options, soFar);
   if (options.flow.isOn && report.failure.empty())
-    flow.run(options.flow, options.database, options.accepted, options.deprecations, run.names, report);
+    flow.run(options.flow, options.accepted, options.deprecations, run.names, report);
   if (calls.isCut(listsAll(options))) {
     report.notChecked.push_back(
         {report.application, "only the first " + std::to_string(kMaxCalls) + " calls are listed"});

@@ -34,7 +34,7 @@ std::vector<PluginId> pluginIdsOf(const std::string& application, const std::str
   const Outcome run = runEngine(application, options);
   if (!run.failure.empty()) throw std::runtime_error(run.failure);
 #ifdef TARVO_FLOW
-  return flow.pluginIds(database, run.names);
+  return flow.pluginIds(listDatabase(database), run.names);
 #else
   return idsOf(*run.engine);
 #endif
