@@ -78,8 +78,10 @@ ApplicationReport StoreRun::inspect(const std::string& application,
     return report;
   }
   report = check();
-  for (Finding& finding : report.documented)
-    finding.trace.clear();  // which a store does not have
+  for (Finding& finding : report.documented) {  // a store has neither
+    finding.trace.clear();
+    forgetSource(finding.call);
+  }
   if (!before) return report;
   const auto after = store::contentOf(application);
   if (after && *after == *before) {

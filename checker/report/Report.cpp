@@ -40,6 +40,13 @@ std::string pathIn(const std::string& application, const std::string& path) {
   return start == std::string::npos ? path : path.substr(start);
 }
 
+void forgetSource(Call& call) {
+  call.excerpt = {};
+  call.mark = call.markLength = 0;
+  call.before.clear();
+  call.after.clear();
+}
+
 void sortByPlace(ApplicationReport& report) {
   sortByPlace(report.findings);
   sortByPlace(report.undetermined);

@@ -231,6 +231,9 @@ Finding::Status statusFor(const Finding& finding, bool isPerPlugin);
 // `path` as it counts from the application that it is in: "www/a.js" of "app.wgt!/www/a.js".
 std::string pathIn(const std::string& application, const std::string& path);
 
+// Takes out what stands at a call and around it in its file.
+void forgetSource(Call& call);
+
 // Sorts findings and undetermined calls by path, line and column; equal ones stay in their order.
 void sortByPlace(ApplicationReport& report);
 

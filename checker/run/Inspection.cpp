@@ -332,11 +332,7 @@ void addDocumented(const CallCollector& calls, ApplicationReport& report) {
   for (const CallCollector::Entry& entry : calls.entries()) {
     if (entry.verdict != FoundCall::Verdict::documented) continue;
     report.documented.push_back({entry.call, Finding::Status::reported, entry.isOnDevice, {}, {}});
-    Call& call = report.documented.back().call;
-    call.excerpt = {};
-    call.mark = call.markLength = 0;
-    call.before.clear();
-    call.after.clear();
+    forgetSource(report.documented.back().call);
   }
 }
 
