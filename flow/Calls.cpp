@@ -86,8 +86,12 @@ void Analysis::callMember(const Site& site, NodeId of, NodeId key, Name name, co
     }
     const NodeId node = readNode(receiver.value, method);
     if (node == 0) return;
-    const NodeId self = single(receiver.value);
     const Value value = receiver.value;
+    NodeId self = single(value);
+    if (isObject(value) && objects[value].cls == Class::pluginMethod) {  // whose way is to be told
+      self = solver.make(site.where, Step::none);
+      solver.add(self, value, of, receiver.level);
+    }
     solver.listen(node, [=](const Arrival& function) {
       if (isObject(function.value) && objects[function.value].cls == Class::accessor) {
         const NodeId got = solver.make(site.method, Step::none);

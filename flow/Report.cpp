@@ -239,8 +239,11 @@ struct ReportMaker {
     switch (a.solver.step(node)) {
       case Step::result:
         return true;
-      case Step::property:
-        return a.solver.name(node) == 0;
+      case Step::property: {
+        // Of a list; of all modules that one loader makes; of all that one iterator gives.
+        const Name name = a.solver.name(node);
+        return name == 0 || name == a.known.exports || name == a.known.value;
+      }
       case Step::none:
         return a.solver.name(node) != 0;
       default:
@@ -248,13 +251,31 @@ struct ReportMaker {
     }
   }
 
+  // Where the element was whose method is called: there, or where the method was read off it. 0 if that is not known.
+  NodeId elementNode(const Recorded& recorded) const {
+    NodeId node = recorded.from;
+    if (recorded.value == recorded.element) return node;
+    for (std::size_t i = 0; i < kMaxSteps && node != 0; ++i) {
+      node = origin(node, recorded.value);
+      if (node != 0 && !a.solver.has(node, recorded.value)) break;
+    }
+    return node != 0 && a.solver.has(node, recorded.element) ? node : 0;
+  }
+
   // A call that another object explains, which came the same way by accident.
   bool isExplained(const Recorded& recorded) const {
-    if (recorded.value != recorded.element) return false;
-    const auto& values = a.solver.values(recorded.from);
+    const NodeId node = elementNode(recorded);
+    if (node == 0) return false;
+    const auto& values = a.solver.values(node);
     return std::any_of(values.begin(), values.end(), [&](const Arrival& other) {
-      return hasMethod(other.value, recorded.method) && isMixed(recorded.from, recorded.value, other.value);
+      return hasMethod(other.value, recorded.method) && isMixed(node, recorded.element, other.value);
     });
+  }
+
+  // What the language itself calls: on what is iterated or awaited, which this may be by accident.
+  static bool isProtocol(const std::string& method) {
+    static const std::set<std::string> kNames{"next", "return", "throw", "then", "catch", "finally"};
+    return kNames.count(method) != 0;
   }
 
   // Whether a name may be another than the texts that came to it.
@@ -303,7 +324,8 @@ struct ReportMaker {
       }
       const bool isOfAny = recorded.key != 0 && isOfAnyParts(recorded.key, textValue(recorded.method));
       if (isOfAny) addOpen(recorded, plugin, "the name of the method is not known", true);
-      addCall(recorded, plugin, method, isOfAny || isExplained(recorded) ? 2 : recorded.level);
+      const bool isUnsure = isOfAny || isProtocol(method) || isExplained(recorded);
+      addCall(recorded, plugin, method, isUnsure ? 2 : recorded.level);
     }
   }
 
