@@ -187,6 +187,7 @@ class Analysis {
   Property& property(ObjectId id, Name name);
   NodeId defineProperty(ObjectId id, Name name, bool isDefinite = false);  // its node, to be written to
   NodeId readNode(Value value, Name name);
+  Value partOfText(Name whole, const std::string& name);
   NodeId allNode(ObjectId id);  // every value in it
   NodeId starNode(ObjectId id);
   NodeId protoNode(ObjectId id);
@@ -208,6 +209,7 @@ class Analysis {
   NodeId elementsOf(Where where, NodeId list);  // of arrays, sets, iterators
   void elementsOfValue(Where where, Value list, NodeId result);
   ObjectId arrayOf(Where where, const std::vector<NodeId>& nodes);
+  void moveElements(ObjectId list);  // from now on, any of them may stand at each place
 
   // ---- Calls (Calls.cpp) ------------------------------------------------------------------------------------------
 
@@ -220,6 +222,7 @@ class Analysis {
   NodeId variableNode(ActId act, std::uint32_t slot);
   void assignProperties(Where where, ActId act, NodeId from, Value to);
   NodeId concatenate(Where where, NodeId left, NodeId right);
+  Value functionText(Value function);  // its beginning, or kUnknown
   NodeId awaited(Where where, NodeId value);
   void throwRejected(NodeId promise, NodeId thrown);
   NodeId argument(const Args& args, std::size_t index, Where where);
@@ -354,6 +357,7 @@ class Analysis {
 };
 
 void addCoreModels(Analysis& analysis);
+void addPatternModels(Analysis& analysis);
 void addDomModels(Analysis& analysis);
 void addModuleModels(Analysis& analysis);
 void addTemplateModels(Analysis& analysis);
