@@ -49,6 +49,7 @@ Analysis::Analysis(std::vector<File> given, const Database& documented, const Li
   objectProto = newObject(Class::plain, {});
   addCoreModels(*this);
   addPatternModels(*this);
+  addMarkupModels(*this);
   addDomModels(*this);
   addModuleModels(*this);
   addTemplateModels(*this);

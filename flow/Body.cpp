@@ -1087,10 +1087,11 @@ class Body {
 
   NodeId templateString(Ast ast) {
     NodeId result = 0;
+    const bool isInMarkup = hasMarkup(ast);
     for (Ast child = ast + 1; child < nodes_[ast].last; child = nodes_[child].last) {
       NodeId part = 0;
       if (nodes_[child].kind == Kind::templateSubstitution)
-        part = lastOf(child);
+        part = isInMarkup ? a_.withHoles(at(child), lastOf(child)) : lastOf(child);
       else
         part = made(at(child), textValue(a_.names.of(unescape(unit_.textOf(child)))), Step::value);
       if (result == 0 && child == ast + 1)
@@ -1428,11 +1429,16 @@ class Body {
            std::none_of(left.begin(), left.end(), [&](std::uint32_t slot) { return right.count(slot) != 0; });
   }
 
-  // Texts that a loop puts together are not known.
+  // Whether markup stands in an expression.
+  bool hasMarkup(Ast ast) const { return Analysis::isMarkup(unit_.textOf(ast)); }
+
+  // Texts that a loop puts together are not known; of markup, each round's part is.
   NodeId plus(Ast ast, NodeId left, NodeId right) {
     const bool isCarried = std::find(loopHeads_.begin(), loopHeads_.end(), left) != loopHeads_.end() ||
                            std::find(loopHeads_.begin(), loopHeads_.end(), right) != loopHeads_.end();
-    if (isCarried) return unknown(ast);
+    const bool isInMarkup = hasMarkup(ast);
+    if (isCarried) return isInMarkup ? either(ast, unknown(ast), right) : unknown(ast);
+    if (isInMarkup) return a_.concatenate(at(ast), a_.withHoles(at(ast), left), a_.withHoles(at(ast), right));
     const NodeId made = a_.concatenate(at(ast), left, right);
     if (isCountedApart(ast)) a_.joins.erase(made);
     return made;
@@ -1480,7 +1486,12 @@ class Body {
       const std::uint32_t link = unit_.link[left];
       const bool isOwn = link < unit_.refs.size() && unit_.refs[link].def == act_.def &&
                          !def_.variables[unit_.refs[link].slot].isWrittenInside;
-      if (isOwn) value = plus(ast, old, right);
+      if (isOwn)
+        value = plus(ast, old, right);
+      else if (hasMarkup(ast))
+        value = either(ast, value, right);
+    } else if ((marks & kPlus) && hasMarkup(ast)) {
+      value = either(ast, value, right);
     }
     pattern(left, value);
     return value;

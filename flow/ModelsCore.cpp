@@ -571,6 +571,14 @@ void arrayReverse(Analysis& a, const CallInfo& info) {
   if (a.object(from).star) a.solver.edge(a.starNode(from), a.starNode(made));
 }
 
+// Markup in a list whose order is not known: each part of it for itself.
+void joinMarkup(Analysis& a, const CallInfo& info) {
+  const NodeId result = info.result;
+  texts(a, a.elementsOf(info.site.where, info.self), [&a, result](const std::string& text) {
+    if (Analysis::isMarkup(text)) a.solver.add(result, textValue(a.names.of(text)));
+  });
+}
+
 // The texts of a list that is known by its places, put together: as often as all of them are one text each.
 void arrayJoin(Analysis& a, const CallInfo& info) {
   if (!isObject(info.selfValue)) return;
@@ -585,11 +593,12 @@ void arrayJoin(Analysis& a, const CallInfo& info) {
     for (std::size_t i = 0;; ++i) {
       const auto at = of.index.find(a.names.of(std::to_string(i)));
       if (at == of.index.end() || !of.properties[at->second].isWritten) {
+        if (i == 0) joinMarkup(a, copy);
         if (i > 0) a.solver.add(copy.result, textValue(a.names.of(text)));
         break;
       }
       const auto& values = a.solver.values(of.properties[at->second].node);
-      if (values.size() != 1 || !isText(values[0].value)) break;
+      if (values.size() != 1 || !isText(values[0].value)) return joinMarkup(a, copy);
       text += (i ? separator : "") + a.names.text(nameIn(values[0].value));
     }
   };
