@@ -48,6 +48,8 @@ Analysis::Analysis(std::vector<File> given, const Database& documented, const Li
   stringProto = newObject(Class::plain, {});
   objectProto = newObject(Class::plain, {});
   addCoreModels(*this);
+  addPatternModels(*this);
+  addMarkupModels(*this);
   addDomModels(*this);
   addModuleModels(*this);
   addTemplateModels(*this);

@@ -27,6 +27,9 @@
 
 namespace flow {
 
+// Stands in markup for what is not known: where a name has it, that is not known either.
+constexpr const char* kHole = "__tarvoHole";
+
 // A function value: code and the activation around it.
 struct Closure {
   std::uint32_t unit = 0;
@@ -187,6 +190,7 @@ class Analysis {
   Property& property(ObjectId id, Name name);
   NodeId defineProperty(ObjectId id, Name name, bool isDefinite = false);  // its node, to be written to
   NodeId readNode(Value value, Name name);
+  Value partOfText(Name whole, const std::string& name);
   NodeId allNode(ObjectId id);  // every value in it
   NodeId starNode(ObjectId id);
   NodeId protoNode(ObjectId id);
@@ -208,6 +212,7 @@ class Analysis {
   NodeId elementsOf(Where where, NodeId list);  // of arrays, sets, iterators
   void elementsOfValue(Where where, Value list, NodeId result);
   ObjectId arrayOf(Where where, const std::vector<NodeId>& nodes);
+  void moveElements(ObjectId list);  // from now on, any of them may stand at each place
 
   // ---- Calls (Calls.cpp) ------------------------------------------------------------------------------------------
 
@@ -220,11 +225,15 @@ class Analysis {
   NodeId variableNode(ActId act, std::uint32_t slot);
   void assignProperties(Where where, ActId act, NodeId from, Value to);
   NodeId concatenate(Where where, NodeId left, NodeId right);
+  NodeId withHoles(Where where, NodeId node);  // its texts; kHole stands for what is not known
+  static bool isMarkup(std::string_view text);
+  Value functionText(Value function);  // its beginning, or kUnknown
   NodeId awaited(Where where, NodeId value);
   void throwRejected(NodeId promise, NodeId thrown);
   NodeId argument(const Args& args, std::size_t index, Where where);
   Args makeArgs(std::vector<NodeId> nodes) const;
   void callFunction(const Site& site, ObjectId function, NodeId self, Value selfValue, const Args& args, NodeId result);
+  std::uint32_t recursionOf(const Site& site, const Closure& closure) const;  // calls of it that the call is in
   std::uint32_t partedParameter(std::uint32_t unit, DefIndex def);
   void construct(const Site& site, ObjectId function, NodeId self, Value selfValue, const Args& args, NodeId result);
   ActId enter(const Site& site, ObjectId function, Value selfValue, const Args& args);
@@ -263,7 +272,7 @@ class Analysis {
   ObjectId elementObject(std::uint32_t realm, std::uint32_t index);
   ObjectId makeElement(std::uint32_t realm, const std::string& tag, Where where);
   NodeId idNode(std::uint32_t realm, Name id);
-  void addMarkup(std::uint32_t realm, const std::string& markup, Where where);
+  void addMarkup(std::uint32_t realm, const std::string& markup, Where where, ObjectId around = kNobody);
   void setAttribute(Value element, const std::string& attribute, const std::string& value, Where where);
   void addHandlerText(std::uint32_t realm, const std::string& text, Where where, NodeId self);
   void addPlugin(ElementInfo& element, const std::string& text);
@@ -354,6 +363,8 @@ class Analysis {
 };
 
 void addCoreModels(Analysis& analysis);
+void addPatternModels(Analysis& analysis);
+void addMarkupModels(Analysis& analysis);
 void addDomModels(Analysis& analysis);
 void addModuleModels(Analysis& analysis);
 void addTemplateModels(Analysis& analysis);

@@ -685,7 +685,8 @@ class Body {
   // The body is read once for each name or value that comes.
   void forIn(Ast ast) {
     const Ast right = childIn(nodes_, ast, Field::right);
-    const NodeId list = expression(right);
+    const NodeId given = expression(right);
+    const NodeId list = (nodes_[ast].marks & kAsync) ? settledElements(ast, given) : given;
     const std::uint32_t link = unit_.link[ast];
     if (link == kNone || link >= unit_.defs.size()) return;
     const ObjectId body = a_.closureObject(act_.unit, link, id_, at(ast));
@@ -698,6 +699,13 @@ class Body {
       if (!a.closures[a.objects[body].a].isEntered)
         a.callValue(site, body, 0, kUnknown, a.makeArgs({0}), 0, false, 0, 0);
     });
+  }
+
+  // What `for await` goes through: promises in a list stand for what they give.
+  NodeId settledElements(Ast ast, NodeId list) {
+    const ObjectId settled = a_.newObject(Class::array, at(ast));
+    s_.edge(a_.awaited(at(ast), a_.elementsOf(at(ast), list)), a_.starNode(settled));
+    return made(at(ast), settled);
   }
 
   void forNames(const Site& site, NodeId list, ObjectId body) {
@@ -997,6 +1005,8 @@ class Body {
         return made(at(ast), textValue(a_.names.of(unescape(contentOf(ast)))), Step::value);
       case Kind::number:
         return made(at(ast), numberValue(a_.names.of(numberText(unit_.textOf(ast)))), Step::value);
+      case Kind::regex:
+        return made(at(ast), a_.newObject(Class::pattern, at(ast), a_.names.of(unit_.textOf(ast))));
       case Kind::templateString:
         return templateString(ast);
       case Kind::thisWord:
@@ -1045,8 +1055,7 @@ class Body {
       case Kind::binaryExpression:
         return binary(ast);
       case Kind::unaryExpression:
-        expression(childIn(nodes_, ast, Field::argument));
-        return 0;
+        return unary(ast);
       case Kind::updateExpression: {
         const Ast argument = childIn(nodes_, ast, Field::argument);
         if (argument != 0 && nodes_[argument].kind == Kind::identifier) {
@@ -1078,10 +1087,11 @@ class Body {
 
   NodeId templateString(Ast ast) {
     NodeId result = 0;
+    const bool isInMarkup = hasMarkup(ast);
     for (Ast child = ast + 1; child < nodes_[ast].last; child = nodes_[child].last) {
       NodeId part = 0;
       if (nodes_[child].kind == Kind::templateSubstitution)
-        part = lastOf(child);
+        part = isInMarkup ? a_.withHoles(at(child), lastOf(child)) : lastOf(child);
       else
         part = made(at(child), textValue(a_.names.of(unescape(unit_.textOf(child)))), Step::value);
       if (result == 0 && child == ast + 1)
@@ -1308,9 +1318,36 @@ class Body {
 
   NodeId yieldExpression(Ast ast) {
     const NodeId value = expression(firstChild(nodes_, ast));
-    const Activation& of = a_.acts[function(false)];
-    s_.edge((nodes_[ast].marks & kStar) ? a_.elementsOf(at(ast), value) : value, of.yielded);
-    return of.sent;
+    const ActId of = function(false);
+    const NodeId sent = a_.acts[of].sent;
+    const bool isAll = (nodes_[ast].marks & kStar) != 0;
+    s_.edge(isAll ? a_.elementsOf(at(ast), value) : value, a_.acts[of].yielded);
+    return isAll ? yieldedAll(ast, value, sent) : answered(ast, value, sent);
+  }
+
+  // What the other generator returns; it is sent what this one is.
+  NodeId yieldedAll(Ast ast, NodeId value, NodeId sent) {
+    const NodeId result = s_.make(at(ast), Step::result);
+    Analysis& a = a_;
+    s_.listen(value, [&a, result, sent](const Arrival& inner) {
+      if (!isObject(inner.value) || a.objects[inner.value].cls != Class::iterator) return;
+      a.solver.edge(a.property(inner.value, a.names.of("%returned")).node, result);
+      a.solver.edge(sent, a.objects[inner.value].a);
+    });
+    return result;
+  }
+
+  // Who drives a generator mostly gives back what the promise that it yields comes to; else anything that is sent.
+  NodeId answered(Ast ast, NodeId value, NodeId sent) {
+    const NodeId result = s_.make(at(ast), Step::none);
+    Solver& s = s_;
+    s_.listen(a_.awaited(at(ast), value), [&s, sent, result](const Arrival& one) {
+      s.listen(sent, [&s, sent, result, one](const Arrival& other) {
+        if (one.value == other.value) s.add(result, one.value, sent, std::max(one.level, other.level));
+      });
+    });
+    a_.whenEmpty(result, [&s, sent, result] { s.edge(sent, result); });
+    return result;
   }
 
   NodeId ternary(Ast ast) {
@@ -1326,6 +1363,22 @@ class Body {
     const NodeId right = expression(childIn(nodes_, ast, Field::alternative));
     state_ = join(then, state_, ast);
     return either(ast, left, right);
+  }
+
+  NodeId unary(Ast ast) {
+    const Ast argument = childIn(nodes_, ast, Field::argument);
+    const NodeId value = expression(argument);
+    const char sign = unit_.text[nodes_[ast].begin];
+    if (sign == '-' && argument != 0 && nodes_[argument].kind == Kind::number)
+      return made(at(ast), numberValue(a_.names.of('-' + numberText(unit_.textOf(argument)))), Step::value);
+    return sign == '+' ? value : 0;
+  }
+
+  // The rest of a division walks round a list: which place it is at is not known.
+  bool isRest(Ast ast) const {
+    const Ast left = childIn(nodes_, ast, Field::left);
+    const Ast right = childIn(nodes_, ast, Field::right);
+    return left != 0 && right != 0 && unit_.text.find('%', nodes_[left].end) < nodes_[right].begin;
   }
 
   NodeId binary(Ast ast) {
@@ -1346,10 +1399,11 @@ class Body {
         const State before = state_;
         const NodeId right = expression(rightAst);
         state_ = join(before, state_, part);
-        value = either(part, value, right);
+        // What && gives of its left side is nothing that could be called.
+        value = (marks & kOr) ? either(part, value, right) : right;
       } else {
         const NodeId right = expression(rightAst);
-        value = (marks & kPlus) ? plus(part, value, right) : 0;
+        value = (marks & kPlus) ? plus(part, value, right) : isRest(part) ? unknown(part) : 0;
       }
     }
     return value;
@@ -1375,11 +1429,16 @@ class Body {
            std::none_of(left.begin(), left.end(), [&](std::uint32_t slot) { return right.count(slot) != 0; });
   }
 
-  // Texts that a loop puts together are not known.
+  // Whether markup stands in an expression.
+  bool hasMarkup(Ast ast) const { return Analysis::isMarkup(unit_.textOf(ast)); }
+
+  // Texts that a loop puts together are not known; of markup, each round's part is.
   NodeId plus(Ast ast, NodeId left, NodeId right) {
     const bool isCarried = std::find(loopHeads_.begin(), loopHeads_.end(), left) != loopHeads_.end() ||
                            std::find(loopHeads_.begin(), loopHeads_.end(), right) != loopHeads_.end();
-    if (isCarried) return unknown(ast);
+    const bool isInMarkup = hasMarkup(ast);
+    if (isCarried) return isInMarkup ? either(ast, unknown(ast), right) : unknown(ast);
+    if (isInMarkup) return a_.concatenate(at(ast), a_.withHoles(at(ast), left), a_.withHoles(at(ast), right));
     const NodeId made = a_.concatenate(at(ast), left, right);
     if (isCountedApart(ast)) a_.joins.erase(made);
     return made;
@@ -1427,7 +1486,12 @@ class Body {
       const std::uint32_t link = unit_.link[left];
       const bool isOwn = link < unit_.refs.size() && unit_.refs[link].def == act_.def &&
                          !def_.variables[unit_.refs[link].slot].isWrittenInside;
-      if (isOwn) value = plus(ast, old, right);
+      if (isOwn)
+        value = plus(ast, old, right);
+      else if (hasMarkup(ast))
+        value = either(ast, value, right);
+    } else if ((marks & kPlus) && hasMarkup(ast)) {
+      value = either(ast, value, right);
     }
     pattern(left, value);
     return value;
@@ -1435,11 +1499,32 @@ class Body {
 
   // ---- calls --------------------------------------------------------------------------------------------------------
 
+  // What a tagged template hands its function first: the texts around its values.
+  NodeId templateTexts(Ast ast) {
+    const ObjectId list = a_.newObject(Class::array, at(ast));
+    std::string text;
+    std::uint32_t count = 0;
+    const auto add = [&] {
+      s_.add(a_.defineProperty(list, a_.names.of(std::to_string(count++)), true), textValue(a_.names.of(text)));
+      text.clear();
+    };
+    for (Ast child = ast + 1; child < nodes_[ast].last; child = nodes_[child].last) {
+      if (nodes_[child].kind == Kind::templateSubstitution)
+        add();
+      else
+        text += unescape(unit_.textOf(child));
+    }
+    add();
+    a_.objects[list].b = count;
+    s_.add(a_.property(list, a_.names.of("raw")).node, list);
+    return made(at(ast), list);
+  }
+
   Args arguments(Ast ast) {
     Args args = a_.makeArgs({});
     if (ast == 0) return args;
     if (nodes_[ast].kind == Kind::templateString) {
-      args->nodes.push_back(0);
+      args->nodes.push_back(templateTexts(ast));
       args->isSpread.push_back(false);
       for (Ast child = ast + 1; child < nodes_[ast].last; child = nodes_[child].last) {
         if (nodes_[child].kind != Kind::templateSubstitution) continue;

@@ -227,10 +227,21 @@ std::uint32_t Analysis::partedParameter(std::uint32_t unitIndex, DefIndex defInd
   return parted;
 }
 
+std::uint32_t Analysis::recursionOf(const Site& site, const Closure& closure) const {
+  std::uint32_t depth = 0;
+  std::uint32_t recursion = 0;
+  for (ActId at = site.act; at != kNobody && depth <= kMaxDepth; at = acts[at].caller, ++depth)
+    if (acts[at].unit == closure.unit && acts[at].def == closure.def) ++recursion;
+  return recursion;
+}
+
 void Analysis::callFunction(const Site& site, ObjectId function, NodeId self, Value selfValue, const Args& args,
                             NodeId target) {
   const Closure& closure = closures[objects[function].a];
-  const std::uint32_t parted = closure.klass == kNone ? partedParameter(closure.unit, closure.def) : kNone;
+  std::uint32_t parted = closure.klass == kNone ? partedParameter(closure.unit, closure.def) : kNone;
+  // What calls itself again and again is told apart by what it is given first: modules that ask for modules.
+  const bool isAgain = parted == kNone && closure.klass == kNone && recursionOf(site, closure) >= kMaxRecursion;
+  if (isAgain) parted = 0;
   const bool isOpen = parted >= args->nodes.size() || args->nodes[parted] == 0 ||
                       std::find(args->isSpread.begin(), args->isSpread.end(), true) != args->isSpread.end();
   if (isOpen) return construct(site, function, self, selfValue, args, target);
@@ -244,8 +255,9 @@ void Analysis::callFunction(const Site& site, ObjectId function, NodeId self, Va
   };
   const NodeId others = solver.make(site.where, Step::none);
   const auto count = std::make_shared<std::uint32_t>(0);
-  solver.listen(whole, [this, callWith, others, whole, count, site](const Arrival& value) {
-    if (!isText(value.value) || isNumber(value.value) || ++*count > kMaxParted) {
+  solver.listen(whole, [this, callWith, others, whole, count, site, isAgain](const Arrival& value) {
+    const bool isOne = isAgain ? value.value != kUnknown : isText(value.value) && !isNumber(value.value);
+    if (!isOne || ++*count > kMaxParted) {
       if (solver.isEmpty(others)) callWith(others, 0);
       return solver.add(others, value.value, whole, value.level);
     }
@@ -359,7 +371,7 @@ ActId Analysis::enter(const Site& site, ObjectId function, Value selfValue, cons
       if (args && size <= kSmall) {
         for (std::size_t i = 0; i < args->nodes.size() && i < 3; ++i) {
           const auto& values = solver.values(args->nodes[i]);
-          key.add(values.size() == 1 && isText(values[0].value) ? values[0].value : 0);
+          key.add(values.size() == 1 && (i == 0 || isText(values[0].value)) ? values[0].value : 0);
         }
       }
     }
@@ -409,6 +421,7 @@ void Analysis::bind(ActId id, NodeId self, const Args& args, Where where) {
       for (std::size_t k = i; k < std::max<std::size_t>(args->nodes.size(), isSpread ? i + 6 : 0); ++k)
         rest.push_back(argument(args, k, where));
       const ObjectId array = arrayOf(where, rest);
+      if (isSpread) objects[array].b = 0;
       if (isSpread)
         for (std::size_t k = 0; k < args->nodes.size(); ++k)
           if (args->isSpread[k]) solver.edge(elementsOf(where, args->nodes[k]), starNode(array));

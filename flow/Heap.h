@@ -35,6 +35,7 @@ enum class Class : std::uint8_t {
   jquery,
   event,
   style,
+  pattern,  // a: name, its literal
 };
 
 struct Property {
@@ -50,8 +51,9 @@ struct Object {
   std::uint32_t b = 0;
   Where where;
   NodeId proto = 0;
-  NodeId star = 0;  // what is written under names that nobody knows
-  NodeId all = 0;   // everything
+  NodeId star = 0;       // what is written under names that nobody knows
+  NodeId all = 0;        // everything
+  bool isMoved = false;  // of a list: what stands first is taken away, so that all others change places
   std::vector<Property> properties;
   std::unordered_map<Name, std::uint32_t> index;
   std::unordered_map<Name, NodeId> reads;

@@ -42,8 +42,30 @@ bool isHidden(const std::string& text) {
 // ---- functions
 // ----------------------------------------------------------------------------------------------------------
 
-Args withoutFirst(const Analysis& a, const CallInfo& info) {
+// What a list holds behind its first place.
+NodeId behindFirst(Analysis& a, Where where, NodeId list) {
+  const NodeId result = a.solver.make(where, Step::none);
+  objectsIn(a, list, [&a, where, result](ObjectId of) {
+    const ObjectId made = a.newObject(Class::array, where);
+    if (a.object(of).cls == Class::array && a.object(of).b > 0) a.object(made).b = a.object(of).b - 1;
+    a.watch(of, [&a, made](Name name, NodeId node) {
+      const std::string& text = a.names.text(name);
+      if (text.empty() || text[0] < '0' || text[0] > '9' || text == "0") return;
+      const long index = std::strtol(text.c_str(), nullptr, 10);
+      a.solver.edge(node, a.defineProperty(made, a.names.of(std::to_string(index - 1))));
+    });
+    a.solver.edge(a.starNode(of), a.starNode(made));
+    a.solver.add(result, made);
+  });
+  return result;
+}
+
+Args withoutFirst(Analysis& a, const CallInfo& info) {
   Args args = a.makeArgs({});
+  if (!info.args->nodes.empty() && info.args->isSpread[0]) {
+    args->nodes.push_back(behindFirst(a, info.site.where, info.args->nodes[0]));
+    args->isSpread.push_back(true);
+  }
   for (std::size_t i = 1; i < info.args->nodes.size(); ++i) {
     args->nodes.push_back(info.args->nodes[i]);
     args->isSpread.push_back(info.args->isSpread[i]);
@@ -393,11 +415,11 @@ void arrayFind(Analysis& a, const CallInfo& info) {
 }
 
 // Lists that are known by their places: each round is given what the one before it made.
-void reduceInOrder(Analysis& a, const CallInfo& info, ObjectId list) {
+void reduceInOrder(Analysis& a, const CallInfo& info, ObjectId list, bool isFromEnd) {
   const std::uint32_t count = a.object(list).b;
   NodeId held = arg(a, info, 1);
   for (std::uint32_t i = 0; i < count; ++i) {
-    const Name index = a.names.of(std::to_string(i));
+    const Name index = a.names.of(std::to_string(isFromEnd ? count - 1 - i : i));
     const NodeId element = a.readNode(list, index);
     if (i == 0 && info.args->nodes.size() < 2) {
       held = element;
@@ -410,8 +432,9 @@ void reduceInOrder(Analysis& a, const CallInfo& info, ObjectId list) {
   a.solver.edge(held, info.result);
 }
 
+template <bool isFromEnd>
 void arrayReduce(Analysis& a, const CallInfo& info) {
-  if (isKnownByPlaces(a, info.selfValue)) return reduceInOrder(a, info, info.selfValue);
+  if (isKnownByPlaces(a, info.selfValue)) return reduceInOrder(a, info, info.selfValue, isFromEnd);
   const NodeId held = fresh(a, info);
   const bool hasStart = info.args->nodes.size() > 1;
   a.solver.edge(arg(a, info, 1), held);
@@ -461,8 +484,17 @@ void arrayAt(Analysis& a, const CallInfo& info) {
 
 void arrayShift(Analysis& a, const CallInfo& info) {
   if (!isObject(info.selfValue)) return;
-  // The first of those that are known by their place; any of the others.
+  const Class cls = a.object(info.selfValue).cls;
+  if (cls == Class::array || cls == Class::jquery) a.moveElements(info.selfValue);
   a.solver.edge(a.elementsOf(info.site.where, info.self), info.result);
+}
+
+// The last of those that are known by their place, or any.
+void arrayPop(Analysis& a, const CallInfo& info) {
+  if (!isKnownByPlaces(a, info.selfValue)) return arrayElement(a, info);
+  const ObjectId list = info.selfValue;
+  a.solver.edge(a.readNode(list, a.names.of(std::to_string(a.object(list).b - 1))), info.result);
+  a.solver.edge(a.starNode(list), info.result);
 }
 
 void arrayCopy(Analysis& a, const CallInfo& info) {
@@ -539,6 +571,14 @@ void arrayReverse(Analysis& a, const CallInfo& info) {
   if (a.object(from).star) a.solver.edge(a.starNode(from), a.starNode(made));
 }
 
+// Markup in a list whose order is not known: each part of it for itself.
+void joinMarkup(Analysis& a, const CallInfo& info) {
+  const NodeId result = info.result;
+  texts(a, a.elementsOf(info.site.where, info.self), [&a, result](const std::string& text) {
+    if (Analysis::isMarkup(text)) a.solver.add(result, textValue(a.names.of(text)));
+  });
+}
+
 // The texts of a list that is known by its places, put together: as often as all of them are one text each.
 void arrayJoin(Analysis& a, const CallInfo& info) {
   if (!isObject(info.selfValue)) return;
@@ -553,11 +593,12 @@ void arrayJoin(Analysis& a, const CallInfo& info) {
     for (std::size_t i = 0;; ++i) {
       const auto at = of.index.find(a.names.of(std::to_string(i)));
       if (at == of.index.end() || !of.properties[at->second].isWritten) {
+        if (i == 0) joinMarkup(a, copy);
         if (i > 0) a.solver.add(copy.result, textValue(a.names.of(text)));
         break;
       }
       const auto& values = a.solver.values(of.properties[at->second].node);
-      if (values.size() != 1 || !isText(values[0].value)) break;
+      if (values.size() != 1 || !isText(values[0].value)) return joinMarkup(a, copy);
       text += (i ? separator : "") + a.names.text(nameIn(values[0].value));
     }
   };
@@ -767,6 +808,18 @@ void promiseCatch(Analysis& a, const CallInfo& info) {
   a.solver.edge(a.property(info.selfValue, a.known.resolved).node, resolved);
 }
 
+// Symbol('a') is a key of its own; Symbol.for('a') the same everywhere.
+void symbolNew(Analysis& a, const CallInfo& info) {
+  const std::string place = std::to_string(info.site.where.unit) + ':' + std::to_string(info.site.where.offset);
+  a.solver.add(info.result, textValue(a.names.of("@@" + place)));
+}
+
+void symbolFor(Analysis& a, const CallInfo& info) {
+  const NodeId result = info.result;
+  texts(a, arg(a, info, 0),
+        [&a, result](const std::string& name) { a.solver.add(result, textValue(a.names.of("@@for:" + name))); });
+}
+
 void promiseFinally(Analysis& a, const CallInfo& info) {
   a.invoke(info, arg(a, info, 0), 0, {});
   a.solver.edge(info.self, info.result);
@@ -856,14 +909,14 @@ void deref(Analysis& a, const CallInfo& info) {
 // are empty; those that nobody knows keep the result unknown.
 using TextWork = std::string (*)(const std::string&, const std::string&, const std::string&);
 
-void onTexts(Analysis& a, const CallInfo& info, TextWork work) {
+void onTexts(Analysis& a, const CallInfo& info, TextWork work, Value (*as)(Name)) {
   const NodeId result = info.result;
   const NodeId first = info.args->nodes.empty() ? a.single(textValue(0)) : arg(a, info, 0);
   const NodeId second = info.args->nodes.size() < 2 ? a.single(textValue(0)) : arg(a, info, 1);
-  texts(a, info.self, [&a, work, result, first, second](const std::string& self) {
-    texts(a, first, [&a, work, result, second, self](const std::string& one) {
-      texts(a, second, [&a, work, result, self, one](const std::string& two) {
-        a.solver.add(result, textValue(a.names.of(work(self, one, two))));
+  texts(a, info.self, [&a, work, as, result, first, second](const std::string& self) {
+    texts(a, first, [&a, work, as, result, second, self](const std::string& one) {
+      texts(a, second, [&a, work, as, result, self, one](const std::string& two) {
+        a.solver.add(result, as(a.names.of(work(self, one, two))));
       });
     });
   });
@@ -932,22 +985,6 @@ std::string trim(const std::string& text, const std::string&, const std::string&
   return text.substr(begin, text.find_last_not_of(" \t\r\n") - begin + 1);
 }
 
-std::string replaceFirst(const std::string& text, const std::string& from, const std::string& to) {
-  std::string result = text;
-  const std::size_t at = from.empty() ? std::string::npos : result.find(from);
-  if (at != std::string::npos) result.replace(at, from.size(), to);
-  return result;
-}
-
-std::string replaceAll(const std::string& text, const std::string& from, const std::string& to) {
-  std::string result = text;
-  if (from.empty() || to.find(from) != std::string::npos) return result;
-  for (std::size_t at = result.find(from); at != std::string::npos && result.size() < 10'000;
-       at = result.find(from, at + to.size()))
-    result.replace(at, from.size(), to);
-  return result;
-}
-
 std::string concat(const std::string& text, const std::string& one, const std::string& two) {
   return text + one + two;
 }
@@ -965,37 +1002,25 @@ std::string same(const std::string& text, const std::string&, const std::string&
 
 template <TextWork work>
 void onText(Analysis& a, const CallInfo& info) {
-  onTexts(a, info, work);
+  onTexts(a, info, work, textValue);
 }
 
-std::vector<std::string> splitText(const std::string& text, const std::string& by) {
-  std::vector<std::string> parts;
-  if (by.empty()) {
-    for (std::size_t i = 0; i < text.size() && i < 300; ++i)
-      parts.emplace_back(1, text[i]);
-    return parts;
-  }
-  std::size_t from = 0;
-  for (std::size_t at = text.find(by); at != std::string::npos && parts.size() < 300; at = text.find(by, from)) {
-    parts.push_back(text.substr(from, at - from));
-    from = at + by.size();
-  }
-  parts.push_back(text.substr(from));
-  return parts;
+// What gives a number.
+template <TextWork work>
+void inText(Analysis& a, const CallInfo& info) {
+  onTexts(a, info, work, numberValue);
 }
 
-void stringSplit(Analysis& a, const CallInfo& info) {
-  const CallInfo copy = info;
-  const NodeId by = arg(a, info, 0);
-  texts(a, info.self, [&a, copy, by](const std::string& text) {
-    texts(a, by, [&a, copy, text](const std::string& separator) {
-      const ObjectId list = a.newObject(Class::array, copy.site.where);
-      std::size_t next = 0;
-      for (const std::string& part : splitText(text, separator))
-        a.solver.add(a.defineProperty(list, a.names.of(std::to_string(next++)), true), textValue(a.names.of(part)));
-      a.solver.add(copy.result, list);
-    });
-  });
+std::string placeText(std::size_t place) {
+  return place == std::string::npos ? "-1" : std::to_string(place);
+}
+
+std::string indexOf(const std::string& text, const std::string& part, const std::string& from) {
+  return placeText(text.find(part, static_cast<std::size_t>(std::max(0L, number(from, 0)))));
+}
+
+std::string lastIndexOf(const std::string& text, const std::string& part, const std::string&) {
+  return placeText(text.rfind(part));
 }
 
 void fromCharCode(Analysis& a, const CallInfo& info) {
@@ -1142,11 +1167,11 @@ const Row kRows[] = {
     {"Array#some", arrayForEach},
     {"Array#every", arrayForEach},
     {"Array#findIndex", arrayForEach},
-    {"Array#reduce", arrayReduce},
-    {"Array#reduceRight", arrayReduce},
+    {"Array#reduce", arrayReduce<false>},
+    {"Array#reduceRight", arrayReduce<true>},
     {"Array#push", arrayPush},
     {"Array#unshift", arrayPush},
-    {"Array#pop", arrayElement},
+    {"Array#pop", arrayPop},
     {"Array#shift", arrayShift},
     {"Array#at", arrayAt},
     {"Array#item", arrayAt},
@@ -1198,19 +1223,19 @@ const Row kRows[] = {
     {"Promise#finally", promiseFinally},
     {"%resolve", resolveIt},
     {"Proxy", proxyNew},
-    {"String", firstArgument},
     {"Number", firstArgument},
     {"String.fromCharCode", fromCharCode},
     {"String.fromCodePoint", fromCharCode},
     {"String.raw", firstArgument},
-    {"String#split", stringSplit},
     {"String#slice", onText<slice>},
     {"String#substring", onText<substring>},
     {"String#substr", onText<substr>},
     {"String#charAt", onText<charAt>},
     {"String#at", onText<charAt>},
-    {"String#charCodeAt", onText<charCodeAt>},
-    {"String#codePointAt", onText<charCodeAt>},
+    {"String#charCodeAt", inText<charCodeAt>},
+    {"String#codePointAt", inText<charCodeAt>},
+    {"String#indexOf", inText<indexOf>},
+    {"String#lastIndexOf", inText<lastIndexOf>},
     {"String#toUpperCase", onText<toUpper>},
     {"String#toLowerCase", onText<toLower>},
     {"String#toLocaleUpperCase", onText<toUpper>},
@@ -1218,8 +1243,6 @@ const Row kRows[] = {
     {"String#trim", onText<trim>},
     {"String#trimStart", onText<trim>},
     {"String#trimEnd", onText<trim>},
-    {"String#replace", onText<replaceFirst>},
-    {"String#replaceAll", onText<replaceAll>},
     {"String#concat", onText<concat>},
     {"String#repeat", onText<repeat>},
     {"String#toString", onText<same>},
@@ -1239,8 +1262,8 @@ const Row kRows[] = {
     {"Math", none},
     {"console", none},
     {"Date", none},
-    {"RegExp", none},
-    {"Symbol", none},
+    {"Symbol", symbolNew},
+    {"Symbol.for", symbolFor},
 };
 
 }  // namespace
@@ -1250,6 +1273,8 @@ NodeId Analysis::concatenate(Where where, NodeId left, NodeId right) {
   const NodeId made = solver.make(where, Step::value);
   joins.emplace(made, std::make_pair(left, right));
   solver.listen(left, [this, right, made](const Arrival& one) {
+    // fn + "" is the function's text.
+    if (const Value text = functionText(one.value); text != kUnknown) solver.add(made, text);
     if (!isText(one.value)) {
       if (one.value == kUnknown) solver.add(made, kUnknown);
       return;

@@ -37,6 +37,10 @@ const Model kModels[] = {
     {"mithril", "window.m=", kMithril},
     {"rxjs", "RxJS", kRxjs},
     {"rxjs", "rxjs", kRxjs},
+    {"templates", "ustache", kTemplates},
+    {"templates", "andlebars", kTemplates},
+    {"templates", "Hogan", kTemplates},
+    {"templates", "ejs.", kTemplates},
     {"movie", "\x01movie", kMovie},
     {"browser",
      "\x01"

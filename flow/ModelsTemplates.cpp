@@ -236,12 +236,31 @@ void evaluatePage(Analysis& a, Run run, const std::string& library) {
   evaluateAll(a, run, expressionsOf(library, a.pages[page], a.files[run.file].bytes));
 }
 
+// The script in a text with <% code %> and <%= values %>.
+std::string codeIn(const std::string& text) {
+  std::string code;
+  for (std::size_t at = text.find("<%"); at != std::string::npos; at = text.find("<%", at)) {
+    const std::size_t end = text.find("%>", at);
+    if (end == std::string::npos) break;
+    const bool isValue = text[at + 2] == '=' || text[at + 2] == '-';
+    const std::size_t begin = at + (isValue ? 3 : 2);
+    const std::string part = text.substr(begin, end - std::min(begin, end));
+    code += isValue ? "(" + part + "\n);" : part + "\n";
+    at = end;
+  }
+  return code;
+}
+
 void evaluateText(Analysis& a, Run run, const std::string& library, const std::string& text) {
   if (run.site.where.unit >= a.units.size()) return;
   const Unit& unit = a.units[run.site.where.unit];
   run.file = unit.file;
   run.base = unit.base + (unit.isExact ? run.site.where.offset : 0);
   run.isExact = false;
+  if (library == "underscore") {
+    (void)evaluate(a, run, codeIn(text), 0, false);
+    return;
+  }
   evaluateAll(a, run, expressionsOf(library, parsePage(text), text));
 }
 
@@ -251,7 +270,7 @@ void evaluateTemplate(Analysis& a, const CallInfo& info) {
   if (kind == 0 || a.solver.isEmpty(kind)) return;
   const std::string library = a.names.text(nameIn(a.solver.values(kind)[0].value));
   const Run run = runFor(a, info);
-  evaluatePage(a, run, library);
+  if (library != "underscore") evaluatePage(a, run, library);
   if (const NodeId text = arg(a, info, 2))
     a.solver.listen(text, [&a, run, library](const Arrival& value) {
       if (isText(value.value) && !isNumber(value.value))

@@ -40,6 +40,8 @@ const char* familyOf(Class cls) {
       return "jQuery#";
     case Class::event:
       return "Event#";
+    case Class::pattern:
+      return "RegExp#";
     default:
       return "Object#";
   }
@@ -158,9 +160,19 @@ ObjectId Analysis::nativeObject(std::string_view name) {
   return made;
 }
 
+// The length of a text, or the letter at a place.
+Value Analysis::partOfText(Name whole, const std::string& name) {
+  const std::string& text = names.text(whole);
+  if (name == "length") return numberValue(names.of(std::to_string(text.size())));
+  if (!isIndex(name) || std::stoul(name) >= text.size()) return kUnknown;
+  return textValue(names.of(text.substr(std::stoul(name), 1)));
+}
+
 // What reading `name` of `value` gives: its own property, those of its prototypes, and what is built in.
 NodeId Analysis::readNode(Value value, Name name) {
   if (isText(value)) {
+    const Value part = partOfText(nameIn(value), names.text(name));
+    if (part != kUnknown) return single(part);
     const std::string native = "String#" + names.text(name);
     if (natives.count(native)) return single(nativeObject(native));
     return readNode(stringProto, name);
@@ -179,6 +191,7 @@ NodeId Analysis::readNode(Value value, Name name) {
   const bool isDefinite = own.isDefinite;
   solver.edge(ownNode, node);
   const std::string& text = names.text(name);
+  if (objects[id].isMoved && isIndex(text)) solver.edge(allNode(id), node);
   if (isDefinite) return node;
   // Neither a place that is known nor a method of lists is among what is written under names that nobody knows.
   const bool isInPlace =
@@ -358,6 +371,7 @@ void Analysis::writeUnknown(ObjectId of, NodeId value, std::uint8_t level) {
 
 ObjectId Analysis::arrayOf(Where where, const std::vector<NodeId>& nodes) {
   const ObjectId made = newObject(Class::array, where);
+  objects[made].b = static_cast<std::uint32_t>(nodes.size());
   for (std::size_t i = 0; i < nodes.size(); ++i)
     solver.edge(nodes[i], defineProperty(made, names.of(std::to_string(i))));
   return made;
@@ -393,6 +407,17 @@ void Analysis::elementsOfValue(Where where, Value list, NodeId target) {
     default:
       return;
   }
+}
+
+void Analysis::moveElements(ObjectId list) {
+  if (objects[list].isMoved) return;
+  objects[list].isMoved = true;
+  std::vector<NodeId> nodes;
+  for (const auto& [name, node] : objects[list].reads)
+    if (isIndex(names.text(name))) nodes.push_back(node);
+  std::sort(nodes.begin(), nodes.end());
+  for (const NodeId node : nodes)
+    solver.edge(allNode(list), node);
 }
 
 NodeId Analysis::elementsOf(Where where, NodeId list) {

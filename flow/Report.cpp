@@ -317,6 +317,10 @@ struct ReportMaker {
         continue;
       }
       const std::string& method = a.names.text(recorded.method);
+      if (method.find(kHole) != std::string::npos) {
+        addOpen(recorded, plugin, "the name of the method is not known", true);
+        continue;
+      }
       if (isOwnProperty(recorded.element, recorded.method)) continue;
       if (method == "Execute") {
         takeExecute(recorded, plugin);
@@ -336,6 +340,7 @@ struct ReportMaker {
     for (const Arrival& value : first ? a.solver.values(first) : std::vector<Arrival>()) {
       if (!isText(value.value) || isNumber(value.value)) continue;
       std::string name = a.names.text(nameIn(value.value));
+      if (name.find(kHole) != std::string::npos) continue;
       name.resize(std::min(name.size(),
                            name.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_ ")));
       name.erase(std::remove(name.begin(), name.end(), ' '), name.end());

@@ -163,12 +163,25 @@ struct SignName {
 
 // Words and signs that are nodes without a name, and what they say of their parent.
 constexpr SignName kSigns[] = {
-    {"static", kStatic},     {"get", kGet},          {"set", kSet},
-    {"async", kAsync},       {"*", kStar},           {"of", kOf},
-    {"default", kDefault},   {"var", kVar},          {"let", kLexical},
-    {"const", kLexical},     {"+", kPlus},           {"+=", kPlus},
-    {"&&", kLogical},        {"&&=", kLogical},      {"||", kLogical | kOr},
-    {"||=", kLogical | kOr}, {"??", kLogical | kOr}, {"?\?=", kLogical | kOr},
+    {"static", kStatic},
+    {"get", kGet},
+    {"set", kSet},
+    {"async", kAsync},
+    {"await", kAsync},
+    {"*", kStar},
+    {"of", kOf},
+    {"default", kDefault},
+    {"var", kVar},
+    {"let", kLexical},
+    {"const", kLexical},
+    {"+", kPlus},
+    {"+=", kPlus},
+    {"&&", kLogical},
+    {"&&=", kLogical},
+    {"||", kLogical | kOr},
+    {"||=", kLogical | kOr},
+    {"??", kLogical | kOr},
+    {"?\?=", kLogical | kOr},
     {",", kCommaMark},
 };
 

@@ -13,6 +13,9 @@ bool isPluginTag(const std::string& tag) {
   return tag == "object" || tag == "embed" || tag == "applet";
 }
 
+// Bytes of the text of an element that script may read.
+constexpr std::size_t kMaxElementText = 200;
+constexpr std::size_t kMaxTemplateText = 20'000;
 constexpr std::size_t kMaxTargets = 40;  // of events that are heard around them
 
 bool isOneOf(const std::string& text, std::initializer_list<const char*> others) {
@@ -109,7 +112,8 @@ ObjectId Analysis::elementObject(std::uint32_t realm, std::uint32_t index) {
              attribute.name == "title")
       solver.add(property(made, names.of(attribute.name)).node, textValue(names.of(attribute.value)));
   }
-  if (!of.text.empty() && of.text.size() < 200)
+  const bool isTemplate = of.tag == "script" && !isScriptType(of.valueOf("type"));
+  if (!of.text.empty() && of.text.size() < (isTemplate ? kMaxTemplateText : kMaxElementText))
     for (const char* name : {"textContent", "innerText", "innerHTML", "text"})
       solver.add(property(made, names.of(name)).node, textValue(names.of(of.text)));
   if (isPluginTag(of.tag)) {
@@ -148,7 +152,7 @@ void Analysis::setAttribute(Value of, const std::string& attribute, const std::s
     if (name == "id") element.ids.insert(names.of(value));
     solver.add(idNode(element.realm, names.of(value)), of);
   } else if (name == "innerhtml" || name == "outerhtml" || name == "srcdoc") {
-    addMarkup(element.realm, value, where);
+    addMarkup(element.realm, value, where, of);
   } else if (name == "text" || name == "textcontent" || name == "innertext") {
     if (element.tag == "script") runText(value, where, element.realm, 0, kNobody);
   } else if (name.size() > 2 && name.compare(0, 2, "on") == 0) {
@@ -180,7 +184,7 @@ void Analysis::addHandlerText(std::uint32_t realm, const std::string& text, Wher
   if (unit != kNone) runScript(unit, realm, self);
 }
 
-void Analysis::addMarkup(std::uint32_t realm, const std::string& markup, Where where) {
+void Analysis::addMarkup(std::uint32_t realm, const std::string& markup, Where where, ObjectId around) {
   if (markup.find('<') == std::string::npos || markup.size() > 500'000 || where.unit >= units.size()) return;
   const std::uint32_t file = units[where.unit].file;
   const std::uint32_t base = units[where.unit].base + (units[where.unit].isExact ? where.offset : 0);
@@ -196,6 +200,10 @@ void Analysis::addMarkup(std::uint32_t realm, const std::string& markup, Where w
     }
     if (id.empty() && !isPluginTag(element.tag) && !isFrameTag(element.tag) && !hasHandler) continue;
     const ObjectId made = makeElement(realm, element.tag, where);
+    if (around != kNobody) {
+      solver.add(property(around, names.of("%children")).node, made);
+      solver.add(property(made, names.of("parentNode")).node, around);
+    }
     if (isFrameTag(element.tag)) loadFrame(made, element.valueOf("src"), element.valueOf("name"));
     for (const PageAttribute& attribute : element.attributes)
       setAttribute(made, attribute.name, attribute.value, where);
@@ -300,7 +308,7 @@ void Analysis::readElement(ObjectId id, Name name, NodeId target) {
     solver.add(property(id, names.of("contentDocument")).node, realms[realm].document);
     return;
   }
-  if (text == "shadowRoot") solver.add(target, id);
+  if (text == "shadowRoot" || (text == "content" && info.tag == "template")) solver.add(target, id);
   if (text == "ownerDocument") solver.add(target, realms[info.realm].document);
   if (text == "dataset") {
     const ObjectId set = newObject(Class::plain, objects[id].where);

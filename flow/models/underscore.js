@@ -62,7 +62,10 @@ var _ = (function () {
     flow: function (f, g, h) { return function (a) { var b = f(a); var c = g(b); return h ? h(c) : c; }; },
     tap: function (o, f) { f(o); return o; }, thru: function (o, f) { return f(o); },
     defer: run, delay: later, attempt: function (f) { return f.apply(null, [].slice.call(arguments, 1)); },
-    mixin: function (more) { Object.assign(_, more); }, noop: function () {}, template: function () {},
+    mixin: function (more) { Object.assign(_, more); }, noop: function () {},
+    template: function (text) {
+      return function (data) { __tarvoTemplate("underscore", data, text); return __tarvoRendered(text); };
+    },
     chain: function (value) { return new Chain(value); }
   });
   function Chain(value) { this.wrapped = value; }

@@ -25,6 +25,7 @@ var Vue = (function () {
     vm.$data = vm;
     vm.$el = document.body;
     vm.$refs = {};
+    __tarvoReferences(vm.$refs, options.template);
     var state = options.setup({}, { emit: vm.$emit, attrs: {}, slots: {}, expose: function () {} });
     for (var part in state) vm[part] = state[part].value || state[part];
     state();

@@ -107,6 +107,79 @@ TEST(FlowAnalysis, FollowsObjectsToTheirCalls) {
     EXPECT_EQ(found(analyse(row.script)), row.expected) << row.script;
 }
 
+TEST(FlowAnalysis, FollowsNamesThatTextsAreTakenApartFor) {
+  const std::vector<Row> rows = {
+      {"var pascal = function (n) { return n.replace(/(^|-)(\\w)/g, function (all, dash, l) { return l.toUpperCase(); "
+       "}); };\nau['Set' + pascal('black-level')](); cam['Set' + pascal('tint')]();",
+       "AUDIO.SetBlackLevel CAMERA.SetTint"},
+      {"au['Set' + 'edge'.replace(/^./, c => c.toUpperCase())]();", "AUDIO.SetEdge"},
+      {"au['a-b'.split('-').map(function (w) { return w[0].toUpperCase() + w.substr(1); }).join('')]();", "AUDIO.AB"},
+      {"au['x.SetOne'.replace(/^x\\./, '')](); au['Y-Get'.replace(/(\\w+)-(\\w+)/, '$2$1')]();",
+       "AUDIO.SetOne AUDIO.GetY"},
+      {"['au.A', 'cam.B'].forEach(function (l) { var dot = l.indexOf('.');\n"
+       "document.getElementById(l.slice(0, dot))[l.slice(dot + 1)](); });",
+       "AUDIO.A CAMERA.B"},
+      {"var m = /^(\\w+)\\.(\\w+)$/.exec('cam.B'); document.getElementById(m[1])[m[2]]();", "CAMERA.B"},
+      {"const {groups: {id, name}} = 'au#A'.match(/(?<id>\\w+)#(?<name>\\w+)/); document.getElementById(id)[name]();",
+       "AUDIO.A"},
+      {"'A,  B'.split(/,\\s*/).forEach(function (n) { au[n](); });", "AUDIO.A AUDIO.B"},
+      {"for (const m of 'Aa Bb'.matchAll(/\\w+/g)) au[m[0]]();", "AUDIO.Aa AUDIO.Bb"},
+      {"au[new RegExp('^x(.*)').exec('xA')[1]]();", "AUDIO.A"},
+      {"const call = (texts, p) => p[texts[1].trim()](); call`do ${au} A`;", "AUDIO.A"},
+      // A container that reads the names of parameters.
+      {"var all = {}; function inject(f) { var list = /\\(([^)]*)\\)/.exec(String(f))[1];\n"
+       "f.apply(null, list.split(',').map(function (s) { return all[s.trim()]; })); }\n"
+       "all.audio = au; all.fake = { A: function () {} };\n"
+       "inject(function (fake, audio) { audio.B(); fake.A(); });",
+       "AUDIO.B"},
+      {"var all = {p: cam}; function inject(f) { var names = f.toString().match(/^function\\s*\\(\\s*([^)]*)\\)/)[1];\n"
+       "var args = []; names.split(',').forEach(function (n) { args.push(all[n]); }); f.apply(null, args); }\n"
+       "inject(function (p) { p.A(); });",
+       "CAMERA.A"},
+      {"var all = {p: cam}; function inject(f) { var n = (f + '').split('(')[1].split(')')[0]; f(all[n]); }\n"
+       "inject(function (p) { p.A(); });",
+       "CAMERA.A"},
+  };
+  for (const Row& row : rows)
+    EXPECT_EQ(found(analyse(row.script)), row.expected) << row.script;
+}
+
+TEST(FlowAnalysis, FollowsListsThatAreUsedUp) {
+  const std::vector<Row> rows = {
+      {"function ns(path) { var parts = path.split('.'), at = window;\n"
+       "while (parts.length) { var p = parts.shift(); at = at[p] = at[p] || {}; } return at; }\n"
+       "ns('my.dev').audio = au; my.dev.audio.A();",
+       "AUDIO.A"},
+      {"function declare(name, made) { var parts = name.split('.'), at = window;\n"
+       "while (parts.length > 1) at = at[parts[0]] = at[parts.shift()] || {}; at[parts[0]] = made; }\n"
+       "declare('tv.Audio', function () { this.p = au; }); new tv.Audio().p.A();",
+       "AUDIO.A"},
+      {"function f() { var a = [].slice.call(arguments), n = a.shift(); cam[n].apply(cam, a); } f('A', 1);",
+       "CAMERA.A"},
+      {"var parts = 'a.b.A'.split('.'); au[parts.pop()]();", "AUDIO.A"},
+      {"var list = [['au', 'A']], i = 0; function go(by) { i = (i + by) % list.length;\n"
+       "document.getElementById(list[i][0])[list[i][1]](); } go(1);",
+       "AUDIO.A"},
+      {"var run = [(x, n) => n(document.getElementById(x)), (p) => p.B()].reduceRight((n, f) => x => f(x, n), null);\n"
+       "run('cam');",
+       "CAMERA.B"},
+      {"class P { constructor(a) { this.a = a; } go() { this.a.A(); } }\n"
+       "new (Function.prototype.bind.apply(P, [null].concat([cam])))().go();",
+       "CAMERA.A"},
+      {"const E = Symbol('e'), all = {}; all[E] = au; all[Symbol('other')] = cam; all[E].A();", "AUDIO.A"},
+      {"function* inner() { const p = yield 1; p.A(); return cam; } function* outer() { (yield* inner()).B(); }\n"
+       "const g = outer(); g.next(); g.next(au);",
+       "AUDIO.A CAMERA.B"},
+      {"function co(g) { const it = g(); (function step(v) { const r = it.next(v); "
+       "Promise.resolve(r.value).then(step); })(); }\n"
+       "co(function* () { const p = yield Promise.resolve(au); p.A(); const c = yield Promise.resolve(cam); c.B(); });",
+       "AUDIO.A CAMERA.B"},
+      {"(async () => { for await (const c of [Promise.resolve(cam)]) c.B(); })();", "CAMERA.B"},
+  };
+  for (const Row& row : rows)
+    EXPECT_EQ(found(analyse(row.script)), row.expected) << row.script;
+}
+
 TEST(FlowAnalysis, LeavesAloneWhatIsNoCallOfAPlugin) {
   const std::vector<Row> rows = {
       {"au.GetVolume(); cam.Capture();", ""},
@@ -133,6 +206,8 @@ TEST(FlowAnalysis, LeavesAloneWhatIsNoCallOfAPlugin) {
        "C.prototype.go = function (f) { f(this.p); }; C(au).go(function (p) {}); C({ X: 1 }).go(function (o) { o.X(); "
        "});",
        ""},
+      // An object is never what && gives of its left side.
+      {"var text = au && au.GetVolume(); text.split(',');", ""},
       // Documented for one of those that come.
       {"[au, cam].forEach(function (p) { p.GetVolume(); });", ""},
   };
