@@ -211,7 +211,8 @@ TrialOptions trialOptions(const Options& options) {
   throw UserError("no browser at '" + options.browser + "'" + didYouMeanFile(options.browser));
 }
 
-InspectionOptions inspectionOf(const Options& options, const Accepted& accepted, bool hasEvidence) {
+InspectionOptions inspectionOf(const Options& options, const Accepted& accepted, bool hasEvidence,
+                               std::size_t applications) {
   InspectionOptions inspection{options.database,
                                seesAll(options, accepted),
                                options.log,
@@ -221,6 +222,7 @@ InspectionOptions inspectionOf(const Options& options, const Accepted& accepted,
                                trialOptions(options),
                                {options.flow, options.possible, options.perPlugin}};
   inspection.exclusions = Exclusions(options.excludes, options.excludeInPackages);
+  inspection.threads = inspection.flow.threads = options.threadsFor(applications);
   inspection.deprecations = Deprecations(listDatabase(options.database), options.denyDeprecated);
   return inspection;
 }
@@ -251,9 +253,10 @@ int checkAll(const Options& options, const std::function<void(ApplicationReport&
   requireSoundDatabase(options);
   const Applications applications = applicationsOf(options);
   Accepted accepted = readAccepted(options.accept, options.acceptFiles);
-  const InspectionOptions inspection = inspectionOf(options, accepted, true);
+  const InspectionOptions inspection = inspectionOf(options, accepted, true, applications.names.size());
   WorkerBounds bounds = options.bounds;
   bounds.besides = trialSeconds(inspection.trial);
+  bounds.threads = inspection.threads;
   Handover handover(std::move(accepted.calls), take);
   const Work work = [&](const std::string& application) {
     return bytesOf(reportOn(application, applications, inspection));
@@ -276,9 +279,11 @@ int checkCommand(const Options& given) {
   const Applications applications = applicationsOf(options);
   const Accepted accepted = readAccepted(options.accept, options.acceptFiles);
   if (!options.quiet) printLines(accepted.calls.expired());
-  InspectionOptions inspection = inspectionOf(options, accepted, Outputs::hasEvidence(options));
+  InspectionOptions inspection =
+      inspectionOf(options, accepted, Outputs::hasEvidence(options), applications.names.size());
   WorkerBounds bounds = options.bounds;
   bounds.besides = trialSeconds(inspection.trial);
+  bounds.threads = inspection.threads;
   std::optional<StoreRun> store;
   if (!options.store.empty()) {
     store.emplace(options, inspection);

@@ -20,6 +20,7 @@ struct FlowOptions {
   bool isPerPlugin = false;           // a method that is documented for another plug-in only counts as undocumented
   bool isDocumented = false;          // list calls of documented methods with their traces, too
   flow::ParseCache* cache = nullptr;  // of earlier runs on the same application
+  unsigned threads = 1;               // that work; the result is that of one
 };
 
 // An id that an element of a plug-in has.
