@@ -19,7 +19,7 @@ check_cxx_compiler_flag(-fstack-clash-protection TARVO_HAS_STACK_CLASH_PROTECTIO
 check_cxx_compiler_flag(-fcf-protection TARVO_HAS_CF_PROTECTION)  # an error but on x86
 
 function(tarvo_harden)
-  if(TARVO_SANITIZE)
+  if(TARVO_SANITIZE OR TARVO_SANITIZE_THREADS)
     return()
   endif()
   set(level $<IF:$<BOOL:${TARVO_HAS_FORTIFY_3}>,3,2>)

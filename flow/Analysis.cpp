@@ -207,7 +207,7 @@ void Analysis::chooseScripts() {
     scripts.push_back({files[page.file].bytes, true, false, {}});
   for (const File& file : files)
     if (file.isMovie) scripts.push_back({file.bytes, true, false, {}});
-  const std::vector<Relevance> found = relevanceOf(scripts, database.identifiers, pluginIds);
+  const std::vector<Relevance> found = relevanceOf(scripts, database.identifiers, pluginIds, extras.forEach);
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     relevances[numbers[i]] = found[i];
     if (found[i] == Relevance::none && !scripts[i].isLibrary) files[numbers[i]].bytes = std::string();

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "flow/Relevance.h"
+
 // Flow analysis: which methods an application's script calls on plug-in objects.
 //
 // Text in, calls with traces out. Nothing is run: the scripts of each page are read into a graph along which plug-in
@@ -106,9 +108,10 @@ class ParseCache;
 struct Extras {
   bool hasDocumentedTraces = false;  // calls of documented methods have their traces, too
   ParseCache* cache = nullptr;       // of earlier runs
+  ForEach forEach = {};              // reads scripts in several threads (Relevance.h)
 };
 
-// The result does not depend on the order of files, nor on the cache.
+// The result does not depend on the order of files, nor on the cache or the threads.
 Result analyse(std::vector<File> files, const Database& database, const Limits& limits = {}, const Extras& extras = {});
 
 }  // namespace flow

@@ -136,15 +136,30 @@ struct Shared {
   }
 };
 
+// What `tell` says of each number below `count`; no bits, which threads could not set side by side.
+std::vector<char> told(std::size_t count, const ForEach& forEach, const std::function<bool(std::size_t)>& tell) {
+  std::vector<char> all(count);
+  const auto work = [&](std::size_t i) { all[i] = tell(i) ? 1 : 0; };
+  if (forEach) {
+    forEach(count, work);
+  } else {
+    for (std::size_t i = 0; i < count; ++i)
+      work(i);
+  }
+  return all;
+}
+
 }  // namespace
 
 std::vector<Relevance> relevanceOf(const std::vector<Script>& scripts, const std::vector<std::string>& identifiers,
-                                   const std::vector<std::string>& ids) {
+                                   const std::vector<std::string>& ids, const ForEach& forEach) {
   std::vector<Relevance> relevance(scripts.size(), Relevance::none);
   std::vector<std::size_t> open;
   Shared shared;
+  const std::vector<char> own =
+      told(scripts.size(), forEach, [&](std::size_t i) { return isOwn(scripts[i], identifiers, ids); });
   for (std::size_t i = 0; i < scripts.size(); ++i) {
-    if (isOwn(scripts[i], identifiers, ids)) {
+    if (own[i] != 0) {
       relevance[i] = Relevance::own;
       shared.add(scripts[i]);
     } else if (!scripts[i].isLibrary) {
@@ -152,8 +167,10 @@ std::vector<Relevance> relevanceOf(const std::vector<Script>& scripts, const std
     }
   }
   // One step only: what a library shares with others is not the application's.
-  for (const std::size_t i : open)
-    if (shared.isSharedWith(scripts[i])) relevance[i] = Relevance::shared;
+  const std::vector<char> isShared =
+      told(open.size(), forEach, [&](std::size_t i) { return shared.isSharedWith(scripts[open[i]]); });
+  for (std::size_t i = 0; i < open.size(); ++i)
+    if (isShared[i] != 0) relevance[open[i]] = Relevance::shared;
   return relevance;
 }
 

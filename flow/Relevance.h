@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,8 +27,12 @@ struct Script {
   std::string_view name;  // of the file, without folders and extensions: what others ask for it by, if it is a module
 };
 
-// For each script. `ids` are those of the elements of plug-ins.
+// Calls `work` once for each number below `count`, in any order and in any threads.
+using ForEach = std::function<void(std::size_t count, const std::function<void(std::size_t)>& work)>;
+
+// For each script. `ids` are those of the elements of plug-ins. With `forEach`, scripts are read by that; the result is
+// the same.
 std::vector<Relevance> relevanceOf(const std::vector<Script>& scripts, const std::vector<std::string>& identifiers,
-                                   const std::vector<std::string>& ids);
+                                   const std::vector<std::string>& ids, const ForEach& forEach = {});
 
 }  // namespace flow

@@ -217,11 +217,13 @@ FlowOptions flowOptions(const Options& options) {
   return {!options.device && FlowRun::isThere(), options.possible, options.perPlugin};
 }
 
-InspectionOptions inspectionOf(const Options& options, const Accepted& accepted, bool hasEvidence) {
+InspectionOptions inspectionOf(const Options& options, const Accepted& accepted, bool hasEvidence,
+                               std::size_t applications) {
   InspectionOptions inspection{options.database,      seesAll(options, accepted), options.log,
                                accepted.names,        options.bounds.unpacked,    hasEvidence,
                                trialOptions(options), flowOptions(options)};
   inspection.exclusions = Exclusions(options.excludes, options.excludeInPackages);
+  inspection.threads = inspection.flow.threads = options.threadsFor(applications);
   inspection.flow.database = std::make_shared<const DatabaseListing>(listDatabase(options.database));
   inspection.deprecations = Deprecations(*inspection.flow.database, options.denyDeprecated);
   return inspection;
@@ -253,9 +255,10 @@ int checkAll(const Options& options, const std::function<void(ApplicationReport&
   requireSoundDatabase(options);
   const Applications applications = applicationsOf(options);
   Accepted accepted = readAccepted(options.accept, options.acceptFiles);
-  const InspectionOptions inspection = inspectionOf(options, accepted, true);
+  const InspectionOptions inspection = inspectionOf(options, accepted, true, applications.names.size());
   WorkerBounds bounds = options.bounds;
   bounds.besides = trialSeconds(inspection.trial);
+  bounds.threads = inspection.threads;
   Handover handover(std::move(accepted.calls), take);
   const Work work = [&](const std::string& application, const SendFirst& sendFirst) {
     return bytesOf(reportOn(application, applications, inspection, sendFirst));
@@ -278,9 +281,11 @@ int checkCommand(const Options& given) {
   const Applications applications = applicationsOf(options);
   const Accepted accepted = readAccepted(options.accept, options.acceptFiles);
   if (!options.quiet) printLines(accepted.calls.expired());
-  InspectionOptions inspection = inspectionOf(options, accepted, Outputs::hasEvidence(options));
+  InspectionOptions inspection =
+      inspectionOf(options, accepted, Outputs::hasEvidence(options), applications.names.size());
   WorkerBounds bounds = options.bounds;
   bounds.besides = trialSeconds(inspection.trial);
+  bounds.threads = inspection.threads;
   std::optional<StoreRun> store;
   if (!options.store.empty()) {
     store.emplace(options, inspection);

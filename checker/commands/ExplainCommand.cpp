@@ -17,7 +17,9 @@ namespace {
 CommandOutput explained(const Options& options, const std::string& application) {
   CommandOutput output;
   try {
-    const Outcome run = runEngine(application, EngineRunOptions{options.database, {}, false, options.bounds.unpacked});
+    EngineRunOptions runOptions{options.database, {}, false, options.bounds.unpacked};
+    runOptions.threads = options.bounds.threads;
+    const Outcome run = runEngine(application, runOptions);
     if (options.log) {
       for (const LogLine& line : run.log)
         output.err += line.function + ": " + printable(line.text) + '\n';
@@ -33,7 +35,9 @@ CommandOutput explained(const Options& options, const std::string& application) 
 
 }  // namespace
 
-int explainCommand(const Options& options) {
+int explainCommand(const Options& given) {
+  Options options = given;
+  options.bounds.threads = options.threadsFor(1);
   requireSoundDatabase(options);
   return printFromWorker(options, [&](const std::string& application) { return explained(options, application); });
 }

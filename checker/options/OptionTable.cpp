@@ -121,8 +121,9 @@ const std::vector<OptionRow> kOptions{
     {"trial-seconds", "SECONDS", kWhat, kCheck | kCompare, true, &Options::trialSeconds, kMaxTrialSeconds,
      "time for a page in the browser", "; three times that for all pages of an application, beside --timeout"},
 
-    {"jobs", "N", kHow, kCheck | kCompare, true, &Options::jobs, kMaxJobs,
-     "how many applications to check at the same time", ""},
+    {"jobs", "N", kHow, kCheck | kExplain | kCompare, true, &Options::jobs, kMaxJobs,
+     "how many applications to check at the same time",
+     "; where there are fewer, several threads work on each, with the same result"},
     {"timeout", "SECONDS", kHow, kCheck | kExplain | kFlash | kTypes | kLsp | kCompare, true, &WorkerBounds::timeout,
      kMaxSeconds, "time for an application", ""},
     {"memory", "MIB", kHow, kCheck | kExplain | kFlash | kTypes | kLsp | kCompare, true, &WorkerBounds::memory,

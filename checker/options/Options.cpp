@@ -29,6 +29,13 @@ std::string ownDatabase() {
 
 }  // namespace
 
+// Each job is a processor; those without an application of their own are shared.
+unsigned Options::threadsFor(std::size_t applications) const {
+  constexpr std::size_t kMostThreads = 16;  // what one application can make use of
+  const std::size_t share = jobs / std::clamp<std::size_t>(applications, 1, jobs);
+  return static_cast<unsigned>(std::min(share, kMostThreads));
+}
+
 Options defaultOptions() {
   Options options;
   options.database = ownDatabase();

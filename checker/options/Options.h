@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <set>
 #include <string>
@@ -57,6 +58,7 @@ struct Options {
   std::string uses;   // the method that is asked for
 
   unsigned jobs = 1;
+  unsigned threadsFor(std::size_t applications) const;  // that work on each of so many
   WorkerBounds bounds;
 
   std::string format;

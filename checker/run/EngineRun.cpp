@@ -21,6 +21,7 @@
 #include "checker/run/FileGaps.h"
 #include "checker/run/GapReasons.h"
 #include "checker/run/MemoryPlace.h"
+#include "checker/run/Threads.h"
 
 namespace fs = std::filesystem;
 
@@ -79,8 +80,10 @@ class Run : public FlashEngine_1_00::Observer {
  public:
   explicit Run(const EngineRunOptions& options)
       : options_(options),
-        place_(options.keeps),
-        paths_{fs::absolute(options.database).string(), kRoot, std::string(kRoot) + "/AnalysisResult", &place_},
+        place_(options.keeps, options.threads),
+        threads_(options.threads),
+        paths_{fs::absolute(options.database).string(), kRoot, std::string(kRoot) + "/AnalysisResult", &place_,
+               &threads_},
         names_(kRoot) {
     if (options.exclusions.isInPackages()) {
       place_.hide([this](const std::string& path, const std::string& directory) { return hides(path, directory); });
@@ -125,6 +128,7 @@ class Run : public FlashEngine_1_00::Observer {
 
   const EngineRunOptions& options_;
   MemoryPlace place_;
+  Threads threads_;
   FlashEngine_1_00::EnginePaths paths_;
   PathNames names_;
   std::vector<std::string> inputs_;                 // as the engine gets them

@@ -20,6 +20,7 @@ struct EngineRunOptions {
   unsigned unpacked = 0;                // MiB that the packages of the application expand to; 0: as many as these:
   FlashEngine_1_00::ExpansionBounds expansion = {};
   Exclusions exclusions = {};  // files that the engine does not get
+  unsigned threads = 1;        // that work; the result is that of one
 
   // Texts of the application's files, or of new ones, as an editor has them; or null. By path, `application` in front.
   const std::map<std::string, std::string>* unsaved = nullptr;

@@ -17,6 +17,7 @@
 #include "checker/run/FlashHints.h"
 #include "checker/run/FlashMovie.h"
 #include "checker/run/GapReasons.h"
+#include "checker/run/Threads.h"
 #include "flow/Flow.h"
 #endif
 
@@ -346,7 +347,10 @@ void FlowRun::run(const FlowOptions& options, const std::set<std::string>& accep
   Taken all = taken(files_, names);
   const flow::Database documented = databaseOf(*options.database);
   readMovies(documented, all, report);
-  flow::Result result = flow::analyse(all.files, documented, {}, {options.isDocumented, options.cache});
+  const Threads threads(options.threads);
+  flow::Extras extras{options.isDocumented, options.cache};
+  if (options.threads > 1) extras.forEach = [&](std::size_t count, const auto& work) { threads.forEach(count, work); };
+  flow::Result result = flow::analyse(all.files, documented, {}, extras);
   forgetPlacesInMovies(all.files, result);
   result.notRead.erase(std::remove_if(result.notRead.begin(), result.notRead.end(),
                                       [&](const flow::NotRead& gap) { return isExcluded(gap, files_); }),

@@ -433,6 +433,7 @@ void inspect(const InspectionOptions& options, const TakeReport& soFar, Applicat
   CallCollector calls(options);
   EngineRunOptions runOptions{options.database, options.accepted, true, options.unpacked};
   runOptions.exclusions = options.exclusions;
+  runOptions.threads = options.threads;
   runOptions.callFound = [&](const FoundCall& call) { calls.record(call); };
   if (!options.unsaved.empty()) runOptions.unsaved = &options.unsaved;
   FlowRun flow(report.application, options.exclusions, &options.unsaved);

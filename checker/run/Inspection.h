@@ -22,6 +22,7 @@ struct InspectionOptions {
   Deprecations deprecations = {};
   Exclusions exclusions = {};
   UnsavedTexts unsaved = {};  // of its files
+  unsigned threads = 1;       // that work; the report is that of one
 };
 
 // Checks one application in this process; one at a time. What keeps it from being checked stands in the report.

@@ -2,13 +2,9 @@
 
 #include "checker/run/MemoryPlace.h"
 
-#include <libdeflate.h>
-
 #include <algorithm>
 #include <climits>
-#include <cstdlib>
 #include <cstring>
-#include <new>
 #include <string_view>
 #include <utility>
 
@@ -29,85 +25,6 @@ static_assert(kWhole < INT_MAX);
 
 constexpr off_t kMostPackage = 256 << 20;  // bytes of a package of the user's that is read at once
 
-struct Free {
-  void operator()(char* bytes) const { std::free(bytes); }
-};
-
-}  // namespace
-
-// Bytes that grow. realloc moves large blocks without copying them.
-struct MemoryPlace::Content {
-  std::unique_ptr<char, Free> bytes;
-  std::size_t size = 0;
-  std::size_t room = 0;
-
-  bool reserve(std::size_t wanted) {
-    if (wanted <= room) return true;
-    auto* const moved = static_cast<char*>(std::realloc(bytes.get(), wanted));
-    if (moved == nullptr) return false;
-    (void)bytes.release();
-    bytes.reset(moved);
-    room = wanted;
-    return true;
-  }
-  void append(const char* added, std::size_t count) {
-    if (!reserve(size + count > room ? std::max(size + count, room + room / 2) : room)) throw std::bad_alloc();
-    std::memcpy(bytes.get() + size, added, count);
-    size += count;
-  }
-  void cut(std::size_t at) {
-    size = std::min(size, at);
-    if (size == 0) return;
-    if (auto* const moved = static_cast<char*>(std::realloc(bytes.get(), size))) {
-      (void)bytes.release();
-      bytes.reset(moved);
-      room = size;
-    }
-  }
-  std::string_view view() const { return {bytes.get(), size}; }
-};
-
-// Whole deflate streams, one after the other.
-class MemoryPlace::Inflater {
- public:
-  Inflater() : decompressor_(libdeflate_alloc_decompressor()) {}
-  ~Inflater() { libdeflate_free_decompressor(decompressor_); }
-  Inflater(const Inflater&) = delete;
-  Inflater& operator=(const Inflater&) = delete;
-
-  char* room(std::size_t packedSize) {
-    if (decompressor_ == nullptr) return nullptr;
-    return packed_.reserve(std::max(packedSize, kHead)) ? packed_.bytes.get() : nullptr;
-  }
-
-  // What the bytes in the room inflate to, if it has that size and checksum and ends with them.
-  bool inflate(std::size_t packedSize, std::size_t size, unsigned long crc, Content& content) {
-    content.size = 0;
-    if (!content.reserve(std::max<std::size_t>(size, 1))) return false;
-    if (isWhole(packedSize, size, crc, content)) {
-      content.size = size;
-      return true;
-    }
-    content = Content{};
-    return false;
-  }
-
- private:
-  bool isWhole(std::size_t packedSize, std::size_t size, unsigned long crc, const Content& content) const {
-    std::size_t read = 0;
-    std::size_t made = 0;
-    const libdeflate_result result = libdeflate_deflate_decompress_ex(decompressor_, packed_.bytes.get(), packedSize,
-                                                                      content.bytes.get(), size, &read, &made);
-    return result == LIBDEFLATE_SUCCESS && read == packedSize && made == size &&
-           libdeflate_crc32(0, content.bytes.get(), size) == crc;
-  }
-
-  libdeflate_decompressor* decompressor_;
-  Content packed_;
-};
-
-namespace {
-
 enum class Kind { source, flash, other };
 
 Kind kindOf(const std::string& path) {
@@ -117,8 +34,7 @@ Kind kindOf(const std::string& path) {
 
 class MemorySink : public FileSink {
  public:
-  MemorySink(std::shared_ptr<MemoryPlace::Content> content, MemoryPlace::Inflater& inflater, Kind kind,
-             bool keepsOthers)
+  MemorySink(std::shared_ptr<MemoryContent> content, Inflater& inflater, Kind kind, bool keepsOthers)
       : content_(std::move(content)), inflater_(inflater), kind_(kind), keepsOthers_(keepsOthers) {}
 
   bool write(const char* bytes, std::size_t size) override {
@@ -128,10 +44,9 @@ class MemorySink : public FileSink {
     return true;
   }
 
-  char* roomForPacked(std::size_t packedSize) override { return inflater_.room(packedSize); }
-  bool inflate(std::size_t packedSize, std::size_t size, unsigned long crc) override {
-    if (!inflater_.inflate(packedSize, size, crc, *content_)) return false;
-    if (size > most_) cutWhereNobodyReads();
+  bool inflate(std::FILE* package, const FlashEngine_1_00::DeflateStream& stream) override {
+    if (!inflater_.inflate(package, stream, *content_)) return false;
+    if (content_->size > most_) cutWhereNobodyReads();
     return true;
   }
 
@@ -173,8 +88,8 @@ class MemorySink : public FileSink {
     return searched_ <= INT_MAX ? searched_ : std::size_t{INT_MAX};
   }
 
-  std::shared_ptr<MemoryPlace::Content> content_;
-  MemoryPlace::Inflater& inflater_;
+  std::shared_ptr<MemoryContent> content_;
+  Inflater& inflater_;
   Kind kind_;
   bool keepsOthers_;
   bool isCut_ = false;
@@ -184,9 +99,8 @@ class MemorySink : public FileSink {
 
 }  // namespace
 
-MemoryPlace::MemoryPlace(std::function<bool(const std::string& path)> keepsOther)
-    : keepsOther_(std::move(keepsOther)), inflater_(std::make_unique<Inflater>()) {}
-MemoryPlace::~MemoryPlace() = default;
+MemoryPlace::MemoryPlace(std::function<bool(const std::string& path)> keepsOther, std::size_t lanes)
+    : keepsOther_(std::move(keepsOther)), inflater_(lanes) {}
 
 // ---- names ---------------------------------------------------------------------------------------------------------
 
@@ -242,7 +156,7 @@ namespace {
 // A stream over a content, which stays as long as the stream does. As on the disk, and other than with fmemopen, one
 // may seek behind the end: minizip does where a package lies about the size of its fields.
 struct Reader {
-  std::shared_ptr<MemoryPlace::Content> content;
+  std::shared_ptr<const MemoryContent> content;
   off64_t position;
 };
 
@@ -270,7 +184,7 @@ int closeReader(void* cookie) {
   return 0;
 }
 
-File openContent(std::shared_ptr<MemoryPlace::Content> content) {
+File openContent(std::shared_ptr<const MemoryContent> content) {
   auto reader = std::make_unique<Reader>(Reader{std::move(content), 0});
   File file(fopencookie(reader.get(), "rb", {readFrom, nullptr, seekIn, closeReader}));
   if (file != nullptr) (void)reader.release();
@@ -288,14 +202,14 @@ std::unique_ptr<FileSink> MemoryPlace::createFile(const std::string& path, Expan
   std::vector<std::string>& listed = listed_[current_];
   Node& node = nodes_[whole];
   replaced = node.content != nullptr;
-  node = {std::make_shared<Content>(), listed.size()};
+  node = {std::make_shared<MemoryContent>(), listed.size()};
   listed.push_back(whole);
-  return std::make_unique<MemorySink>(node.content, *inflater_, kindOf(whole),
+  return std::make_unique<MemorySink>(node.content, inflater_, kindOf(whole),
                                       keepsOther_ != nullptr && keepsOther_(whole));
 }
 
 void MemoryPlace::addText(const std::string& path, const std::string& text) {
-  auto content = std::make_shared<Content>();
+  auto content = std::make_shared<MemoryContent>();
   if (!text.empty()) content->append(text.data(), text.size());
   texts_[path] = std::move(content);
 }
@@ -305,12 +219,26 @@ File MemoryPlace::open(const std::string& path) {
   if (node != nodes_.end()) {
     return node->second.content == nullptr ? nullptr : openContent(node->second.content);
   }
-  const auto input = inputs_.find(path);
-  const std::string& user = input == inputs_.end() ? path : input->second;
+  const std::string& user = usersPath(path);
   const auto text = texts_.find(user);
   if (text != texts_.end()) return openContent(text->second);
-  if (user == packagePath_) return openContent(package_);
+  if (auto package = packageAt(user)) return openContent(std::move(package));
   return openPackage(user, openFile(user, "rb"));
+}
+
+const std::string& MemoryPlace::usersPath(const std::string& path) const {
+  const auto input = inputs_.find(path);
+  return input == inputs_.end() ? path : input->second;
+}
+
+std::shared_ptr<const MemoryContent> MemoryPlace::packageAt(const std::string& path) const {
+  const std::lock_guard<std::mutex> lock(packageMutex_);
+  return path == packagePath_ ? package_ : nullptr;
+}
+
+void MemoryPlace::beginExtraction(const std::string& path) {
+  const auto node = nodes_.find(path);
+  inflater_.begin(node != nodes_.end() ? node->second.content : packageAt(usersPath(path)));
 }
 
 // An entry costs several small reads from different places, each of which would be two calls of the system's.
@@ -321,7 +249,7 @@ File MemoryPlace::openPackage(const std::string& path, File file) {
   const std::size_t count = std::fread(head, 1, sizeof head, file.get());
   std::rewind(file.get());
   if (size > kMostPackage || !FlashEngine_1_00::isPackage({head, count})) return file;
-  auto content = std::make_shared<Content>();
+  auto content = std::make_shared<MemoryContent>();
   const auto wanted = static_cast<std::size_t>(size);
   if (!content->reserve(wanted)) return file;
   content->size = std::fread(content->bytes.get(), 1, wanted, file.get());
@@ -329,6 +257,7 @@ File MemoryPlace::openPackage(const std::string& path, File file) {
     std::rewind(file.get());
     return file;
   }
+  const std::lock_guard<std::mutex> lock(packageMutex_);
   packagePath_ = path;
   package_ = std::move(content);
   return openContent(package_);

@@ -2,26 +2,27 @@
 
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include "APICheckEngine/Facade.h"
+#include "checker/run/Inflater.h"
+#include "checker/run/MemoryContent.h"
 
 // The files of one run, in memory: nothing of an application is written to the disk.
 //
 // Names mean what they mean in an empty directory of the device. Files are listed in the order of their package. A file
 // is kept as far as anyone reads it: web sources, Flash files and packages whole; others by their first bytes, unless
 // `keepsOther` asks for up to 16 MiB of them. Of a large source only what stands before its first zero byte is kept.
+//
+// Files may be opened in several threads at once, as long as nothing else is asked for.
 class MemoryPlace : public FlashEngine_1_00::FilePlace {
  public:
-  struct Content;
-  class Inflater;
-
-  // `keepsOther` by path; or null: none.
-  explicit MemoryPlace(std::function<bool(const std::string& path)> keepsOther);
-  ~MemoryPlace() override;
+  // `keepsOther` by path; or null: none. Packages are inflated in so many threads, with the one that asks.
+  explicit MemoryPlace(std::function<bool(const std::string& path)> keepsOther, std::size_t lanes = 1);
 
   // Makes the user's file at `path` one that is opened as `name`.
   void addInput(const std::string& name, const std::string& path) { inputs_[name] = path; }
@@ -35,6 +36,8 @@ class MemoryPlace : public FlashEngine_1_00::FilePlace {
 
   FlashEngine_1_00::File open(const std::string& path) override;
   FlashEngine_1_00::File createResultFile(const std::string& path) override;
+  void beginExtraction(const std::string& path) override;
+  void endExtraction() override { inflater_.end(); }
   int makeExtractionDirectory(const std::string& path) override;
   int enterDirectory(const std::string& path) override;
   bool isThere(const std::string& path) override;
@@ -49,8 +52,8 @@ class MemoryPlace : public FlashEngine_1_00::FilePlace {
 
  private:
   struct Node {
-    std::shared_ptr<Content> content;  // null: a directory
-    std::size_t place = 0;             // in the list of its extraction directory
+    std::shared_ptr<MemoryContent> content;  // null: a directory
+    std::size_t place = 0;                   // in the list of its extraction directory
   };
   bool isDirectory(const std::string& path) const;
 
@@ -63,12 +66,16 @@ class MemoryPlace : public FlashEngine_1_00::FilePlace {
   // A package of the user's, whole; the last one that was opened.
   FlashEngine_1_00::File openPackage(const std::string& path, FlashEngine_1_00::File file);
 
-  std::unique_ptr<Inflater> inflater_;
+  const std::string& usersPath(const std::string& path) const;
+  std::shared_ptr<const MemoryContent> packageAt(const std::string& path) const;
+
+  Inflater inflater_;
+  mutable std::mutex packageMutex_;  // of the next two
   std::string packagePath_;
-  std::shared_ptr<Content> package_;
+  std::shared_ptr<const MemoryContent> package_;
   std::string current_;
   std::unordered_map<std::string, Node> nodes_;                       // by whole path
   std::unordered_map<std::string, std::vector<std::string>> listed_;  // by extraction directory
   std::unordered_map<std::string, std::string> inputs_;
-  std::unordered_map<std::string, std::shared_ptr<Content>> texts_;  // by the user's path
+  std::unordered_map<std::string, std::shared_ptr<const MemoryContent>> texts_;  // by the user's path
 };

@@ -16,6 +16,10 @@
 
 namespace {
 
+// MiB of address space that a further thread reserves, most of which it never uses: 64 for what it allocates, and its
+// stack. An application must not fail for the processors that there are.
+constexpr rlim_t kReserved = 80;
+
 // Only what can be given up again: the helper that removes the directory has no bounds.
 void bound(int resource, rlim_t value) {
   rlimit limit{};
@@ -38,7 +42,7 @@ pid_t startProcess(int end, const WorkerBounds& bounds, const Signals& signals, 
   if (end != kPipe) (void)dup2(end, kPipe);
   closefrom(kPipe + 1);
   bound(RLIMIT_CORE, 0);
-  if (kIsMemoryBounded) bound(RLIMIT_AS, rlim_t{bounds.memory} << 20);
+  if (kIsMemoryBounded) bound(RLIMIT_AS, (bounds.memory + (bounds.threads - 1) * kReserved) << 20);
   // The engine goes on without what it finds no memory for; here it has to be known.
   std::set_new_handler([] { _exit(kWorkOutOfMemory); });
   try {

@@ -12,10 +12,10 @@
 // streams and one descriptor, and ends with it.
 
 // Whether the bound on memory has an effect: a sanitizer takes address space by the terabyte.
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool kIsMemoryBounded = false;
 #elif defined(__has_feature)
-constexpr bool kIsMemoryBounded = !__has_feature(address_sanitizer);
+constexpr bool kIsMemoryBounded = !__has_feature(address_sanitizer) && !__has_feature(thread_sanitizer);
 #else
 constexpr bool kIsMemoryBounded = true;
 #endif

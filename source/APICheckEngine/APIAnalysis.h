@@ -27,6 +27,9 @@ struct FoundCalls;
 struct Key;
 struct Knowledge;
 class LookupCallFinder;
+struct PluginElement;
+struct ReadSource;
+struct ScriptFunctions;
 class SourceIndex;
 }  // namespace detail
 
@@ -235,7 +238,9 @@ class APIAnalysis : public IAppAnalysis {
     std::string_view call;
     bool isRepeated = false;  // an equal one was judged before
   };
-  class Aliases;        // of ObjectDiscovery.cpp
+  class SourceScan;  // of SourceSelection.cpp
+  class Aliases;     // of ObjectDiscovery.cpp, like the next one
+  class ElementScan;
   struct Bindings;      // of VariableBinding.cpp
   struct SearchedText;  // of CallExtraction.cpp, like the next two
   struct Lookup;
@@ -262,7 +267,9 @@ class APIAnalysis : public IAppAnalysis {
   bool keep(detail::EqualRecords<SWFStateMentInfo>& record, Records& list);
   RunResult endScan(const Stop& outer);
 
-  void appendScriptFunctions(const std::string& cleaned, const std::string& path);
+  bool keepSource(const std::string& path, detail::ReadSource& read);
+  void appendPluginElements(const std::vector<detail::PluginElement>& elements, const std::string& path);
+  void appendScriptFunctions(const detail::ScriptFunctions& found, const std::string& cleaned, const std::string& path);
   void declareLookUps(const std::vector<detail::Key>& symbols);
   void declareEmbeds(const std::vector<detail::Key>& symbols);
   detail::EqualRecords<SWFStateMentInfo>& bindingOf(const SWFStateMentInfo& declared, std::string& variable,

@@ -15,6 +15,7 @@
 #include "platform/File.h"
 #include "platform/FilePlace.h"
 #include "platform/Limits.h"
+#include "platform/PartWork.h"
 #include "platform/Paths.h"
 #include "platform/RemoveTree.h"
 #include "swf/UnlistedScript.h"

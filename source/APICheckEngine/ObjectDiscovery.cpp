@@ -21,8 +21,14 @@
 #include "APICheckEngine/search/DefinedFunctions.h"
 #include "APICheckEngine/search/ObjectElements.h"
 #include "platform/Log.h"
+#include "platform/PartWork.h"
 
 namespace FlashEngine_1_00 {
+
+struct detail::PluginElement {
+  std::string classId;
+  std::string text;  // without blanks
+};
 
 using detail::Key;
 using detail::makeKey;
@@ -48,6 +54,17 @@ std::string pluginClassIn(const std::string& element) {
     if (element.find(classId) != std::string::npos) return withoutBlanks(classId);
   }
   return {};
+}
+
+// Appends the complete object elements of known plug-ins in a zero-terminated text. Whether it has any of others.
+bool findPluginElements(const char* text, const detail::ObjectTags& tags, std::vector<detail::PluginElement>& found) {
+  bool hasElements = false;
+  for (detail::ObjectElements at(text, tags); at.next();) {
+    hasElements = true;
+    std::string classId = pluginClassIn(at.element());
+    if (!classId.empty()) found.push_back({std::move(classId), withoutBlanks(at.element())});
+  }
+  return hasElements;
 }
 
 // Class identifier and id of a record of objectTagList.
@@ -95,26 +112,48 @@ class APIAnalysis::Aliases {
   detail::DefinedFunctions functions_;
 };
 
-RunResult APIAnalysis::FindObjectTagToken() {
-  for (std::size_t i = 0; i < worthfulSourceList.size(); ++i) {
-    const std::string& extension = *worthfulExtList[i];
+// Goes through all sources.
+class APIAnalysis::ElementScan : public PartWork {
+ public:
+  explicit ElementScan(APIAnalysis& engine)
+      : engine_(engine), tags_(partLanes()), elements_(engine.worthfulSourceList.size()) {}
+
+  void prepare(std::size_t part, std::size_t lane) override {
+    const std::string& extension = *engine_.worthfulExtList[part];
     const bool hasTags = std::any_of(std::begin(kExtensionsWithTags), std::end(kExtensionsWithTags),
                                      [&](const char* known) { return extension == known; });
-    if (hasTags) (void)FindObjectTags(worthfulSourceList[i], worthfulPathList[i]);
+    if (hasTags) (void)findPluginElements(engine_.worthfulSourceList[part]->c_str(), tags_[lane], elements_[part]);
   }
+
+  void take(std::size_t part) override {
+    const std::vector<detail::PluginElement> found = std::move(elements_[part]);
+    engine_.appendPluginElements(found, *engine_.worthfulPathList[part]);
+  }
+
+ private:
+  APIAnalysis& engine_;
+  std::vector<detail::ObjectTags> tags_;  // of each lane
+  std::vector<std::vector<detail::PluginElement>> elements_;
+};
+
+RunResult APIAnalysis::FindObjectTagToken() {
+  ElementScan scan(*this);
+  runParts(worthfulSourceList.size(), scan);
   return RUN_SUCCESS;
 }
 
 bool APIAnalysis::FindObjectTags(std::string* text, std::string* path) {
-  bool hasElements = false;
-  for (detail::ObjectElements at(text->c_str()); at.next();) {
-    hasElements = true;
-    const std::string classId = pluginClassIn(at.element());
-    if (classId.empty()) continue;
-    append(objectTagList, makeRecord(makeKey(classId, withoutBlanks(at.element())), "Global", *path));
-    append(objectClassList, makeRecord(classId, "Global", *path));
-  }
+  std::vector<detail::PluginElement> found;
+  const bool hasElements = findPluginElements(text->c_str(), detail::ObjectTags(), found);
+  appendPluginElements(found, *path);
   return hasElements;
+}
+
+void APIAnalysis::appendPluginElements(const std::vector<detail::PluginElement>& elements, const std::string& path) {
+  for (const detail::PluginElement& element : elements) {
+    append(objectTagList, makeRecord(makeKey(element.classId, element.text), "Global", path));
+    append(objectClassList, makeRecord(element.classId, "Global", path));
+  }
 }
 
 RunResult APIAnalysis::ObjectStartIDChecker(bool& hasStart, bool& hasEnd, std::string* text) {

@@ -20,9 +20,20 @@
 #include "platform/FilePlace.h"
 #include "platform/Limits.h"
 #include "platform/Log.h"
+#include "platform/PartWork.h"
 #include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
+
+// A web source, before anything was made of it.
+struct detail::ReadSource {
+  enum class Kind { none, unreadable, source };
+
+  Kind kind = Kind::none;
+  bool isCut = false;                              // a part of it was left out, or all of it
+  std::unique_ptr<std::string> cleaned = nullptr;  // null where there is nothing to be looked at
+};
+
 namespace {
 
 constexpr const char* kScanned[] = {"html", "HTML", "htm", "HTM", "js", "JS", "xml", "XML"};
@@ -112,37 +123,94 @@ std::string readText(std::FILE* file) {
   }
 }
 
+// Reads and cleans the file at `path`, if it is named as a web source.
+detail::ReadSource readSource(const std::string& path) {
+  detail::ReadSource read;
+  if (!isOneOf(CStringUtil().findFileExtention(path), kScanned)) return read;
+  const File file = openInput(path);
+  read.kind = file == nullptr ? detail::ReadSource::Kind::unreadable : detail::ReadSource::Kind::source;
+  if (file == nullptr) return read;
+  auto text = std::make_unique<std::string>(readText(file.get()));
+  const bool isTooLong = text->size() >= INT_MAX;
+  read.isCut = isTooLong || ftello(file.get()) > static_cast<off_t>(text->size());
+  if (text->empty() || isTooLong) return read;
+
+  // With its terminating zero: the cleaned text ends with one, as an unfinished comment's does.
+  text->push_back('\0');
+  const int length = delete_comment(text->data(), static_cast<int>(text->size()), text->data());
+  text->resize(static_cast<std::size_t>(length));
+  read.cleaned = std::move(text);
+  return read;
+}
+
 }  // namespace
 
-RunResult APIAnalysis::FirstScanSource(std::vector<std::string>* files) {
-  const Pattern lookUps(lookUpPattern());
-  const Pattern embeds(kEmbeds);
-  for (const std::string& path : *files) {
-    std::string* cleaned = nullptr;
-    if (CheckFileAnalysisWorth(path, cleaned) == 0) continue;
-    const std::string_view text = cleaned->c_str();
-    const std::vector<detail::Excerpt> excerpts = detail::findExcerpts(text);
-    AccessRecords accesses(lookUps, text, excerpts, path, objectAccessList, AccessRecords::Kept::first);
+// Goes through all files. What a source holds by itself is found ahead, its records are made in its turn.
+class APIAnalysis::SourceScan : public PartWork {
+ public:
+  SourceScan(APIAnalysis& engine, const std::vector<std::string>& files)
+      : engine_(engine), files_(files), headers_(partLanes()), scanned_(files.size()) {}
+
+  void prepare(std::size_t part, std::size_t lane) override {
+    auto scanned = std::make_unique<Scanned>();
+    scanned->read = readSource(files_[part]);
+    if (scanned->read.cleaned != nullptr) {
+      const char* const text = scanned->read.cleaned->c_str();
+      scanned->excerpts = detail::findExcerpts(text);
+      scanned->functions = detail::findFunctions(text, headers_[lane]);
+    }
+    scanned_[part] = std::move(scanned);
+  }
+
+  void take(std::size_t part) override {
+    const std::unique_ptr<Scanned> scanned = std::move(scanned_[part]);
+    const std::string& path = files_[part];
+    if (!engine_.keepSource(path, scanned->read)) return;
+    std::string* const cleaned = engine_.cleanedSourceList.back();
+    appendAccesses(cleaned->c_str(), scanned->excerpts, path);
+    engine_.worthfulSourceList.push_back(cleaned);
+    append(engine_.worthfulPathList, std::make_unique<std::string>(path));
+    engine_.appendScriptFunctions(scanned->functions, *cleaned, *engine_.worthfulPathList.back());
+    append(engine_.worthfulExtList, std::make_unique<std::string>(CStringUtil().findFileExtention(path)));
+  }
+
+ private:
+  struct Scanned {
+    detail::ReadSource read;
+    std::vector<detail::Excerpt> excerpts;
+    detail::ScriptFunctions functions;
+  };
+
+  void appendAccesses(std::string_view text, const std::vector<detail::Excerpt>& excerpts, const std::string& path) {
+    AccessRecords accesses(lookUps_, text, excerpts, path, engine_.objectAccessList, AccessRecords::Kept::first);
     // These are read from the last one on: which of equal ones is the last decides their order.
-    AccessRecords embedsAccesses(embeds, text, excerpts, path, embedsAccessList, AccessRecords::Kept::last);
+    AccessRecords embedsAccesses(embeds_, text, excerpts, path, engine_.embedsAccessList, AccessRecords::Kept::last);
     for (const detail::Excerpt& excerpt : excerpts) {
       accesses.append(excerpt);
       embedsAccesses.append(excerpt);
     }
     embedsAccesses.finish();
-    worthfulSourceList.push_back(cleaned);
-    append(worthfulPathList, std::make_unique<std::string>(path));
-    appendScriptFunctions(*cleaned, *worthfulPathList.back());
-    append(worthfulExtList, std::make_unique<std::string>(stringUtil_.findFileExtention(path)));
   }
+
+  APIAnalysis& engine_;
+  const std::vector<std::string>& files_;
+  const Pattern lookUps_{lookUpPattern()};
+  const Pattern embeds_{kEmbeds};
+  std::vector<detail::FunctionHeaders> headers_;  // of each lane
+  std::vector<std::unique_ptr<Scanned>> scanned_;
+};
+
+RunResult APIAnalysis::FirstScanSource(std::vector<std::string>* files) {
+  SourceScan scan(*this, *files);
+  runParts(files->size(), scan);
   TARVO_LOG(" WorthFul File [%d] EA", static_cast<int>(worthfulSourceList.size()));
   PrintProcessingTime("FirstScanSource");
   return RUN_SUCCESS;
 }
 
 // Appends the functions that a cleaned source defines.
-void APIAnalysis::appendScriptFunctions(const std::string& cleaned, const std::string& path) {
-  const detail::ScriptFunctions found = detail::findFunctions(cleaned.c_str());
+void APIAnalysis::appendScriptFunctions(const detail::ScriptFunctions& found, const std::string& cleaned,
+                                        const std::string& path) {
   std::vector<FlashFunctionInfo*> records(found.functions.size());
   for (const std::uint32_t find : found.finds) {
     const detail::ScriptFunction& function = found.functions[find];
@@ -157,26 +225,22 @@ void APIAnalysis::appendScriptFunctions(const std::string& cleaned, const std::s
 }
 
 int APIAnalysis::CheckFileAnalysisWorth(std::string path, std::string*& cleaned) {
-  const std::string extension = stringUtil_.findFileExtention(path);
-  if (!isOneOf(extension, kScanned)) return 0;
-  const File file = openInput(path);
-  if (file == nullptr) {
-    TARVO_LOG(" file[%s] Open Error ", path.c_str());
-    notRead(Gap::fileUnreadable, path);
-    return 0;
-  }
-  auto owned = std::make_unique<std::string>(readText(file.get()));
-  const bool isTooLong = owned->size() >= INT_MAX;
-  if (isTooLong || ftello(file.get()) > static_cast<off_t>(owned->size())) notRead(Gap::sourceCut, path);
-  if (owned->empty() || isTooLong) return 0;
-
-  // With its terminating zero: the cleaned text ends with one, as an unfinished comment's does.
-  owned->push_back('\0');
-  const int length = delete_comment(owned->data(), static_cast<int>(owned->size()), owned->data());
-  owned->resize(static_cast<std::size_t>(length));
-  cleaned = owned.get();
-  append(cleanedSourceList, std::move(owned));
+  detail::ReadSource read = readSource(path);
+  if (!keepSource(path, read)) return 0;
+  cleaned = cleanedSourceList.back();
   return 1;
+}
+
+// Tells of what could not be read of the file at `path`. Whether there is a cleaned text, which is then kept.
+bool APIAnalysis::keepSource(const std::string& path, detail::ReadSource& read) {
+  if (read.kind == detail::ReadSource::Kind::unreadable) {
+    TARVO_LOG_AS("CheckFileAnalysisWorth", " file[%s] Open Error ", path.c_str());
+    notRead(Gap::fileUnreadable, path);
+  }
+  if (read.isCut) notRead(Gap::sourceCut, path);
+  if (read.cleaned == nullptr) return false;
+  append(cleanedSourceList, std::move(read.cleaned));
+  return true;
 }
 
 int APIAnalysis::documentExtentionChecker(std::string extension) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <ctime>
 #include <memory>
 #include <string>
@@ -16,6 +17,14 @@ namespace FlashEngine_1_00 {
 class ExpansionBudget;
 class PartObserver;
 
+// A deflate stream in a package, as the package's headers have it.
+struct DeflateStream {
+  std::uint64_t begin;  // where it begins
+  std::uint64_t packed;
+  std::uint64_t size;  // that it inflates to
+  unsigned long crc;
+};
+
 // Takes the bytes of one new file. What came before the sink is gone is in the file, also if it is not finished.
 class FileSink {
  public:
@@ -28,11 +37,10 @@ class FileSink {
   virtual bool write(const char* bytes, std::size_t size) = 0;
   virtual bool finish() = 0;
 
-  // For a place that inflates whole deflate streams faster than zlib does: memory for the bytes of one, or null. Then
-  // makes the file of them: the stream has to end with them, and what it inflates to has this size and checksum. False
-  // if anything is otherwise; the file is empty then, and whoever asked does it piece by piece.
-  virtual char* roomForPacked(std::size_t /*packedSize*/) { return nullptr; }
-  virtual bool inflate(std::size_t /*packedSize*/, std::size_t /*size*/, unsigned long /*crc*/) { return false; }
+  // For a place that inflates whole deflate streams faster than zlib does: makes the file of one in `package`, before
+  // the first byte. The stream has to end with its bytes, and what it inflates to has its size and checksum. False if
+  // anything is otherwise; the file is empty then, and whoever asked does it piece by piece.
+  virtual bool inflate(std::FILE* /*package*/, const DeflateStream& /*stream*/) { return false; }
 };
 
 class FilePlace {
@@ -44,6 +52,11 @@ class FilePlace {
 
   // The file of the finding lines, empty. Null if it cannot be opened.
   virtual File createResultFile(const std::string& path) = 0;
+
+  // Told that the entries of the package at `path`, which was just opened, are extracted now, in their order, and when
+  // that is over.
+  virtual void beginExtraction(const std::string& /*path*/) {}
+  virtual void endExtraction() {}
 
   // Makes `path` a directory and works in it, so that the paths below count from there. Both: 0 on success, else -1.
   virtual int makeExtractionDirectory(const std::string& path) = 0;

@@ -29,8 +29,13 @@ class Pattern {
  private:
   friend class MatchCursor;
 
-  // The end of a text that is searched, which hosts can ask for like after trex_search.
-  static const char* endOf(const char* text) { return g_limitAddress = text + std::strlen(text); }
+  // The end of a text that is searched, which hosts can ask for like after trex_search. Searches may go on in several
+  // threads (platform/PartWork.h), each with patterns of its own.
+  static const char* endOf(const char* text) {
+    const char* const end = text + std::strlen(text);
+    __atomic_store_n(&g_limitAddress, end, __ATOMIC_RELAXED);
+    return end;
+  }
 
   std::unique_ptr<TrexExpression, void (*)(TrexExpression*)> expression_;
 };

@@ -131,7 +131,7 @@ class Layout {
     for (Place at = begin; at < end;) {
       constexpr std::size_t kPiece = 1 << 16;
       constexpr std::size_t kMaxRecord = kCentralSize + 3 * kLongestField;
-      if (at - pieceAt + kMaxRecord > directory.size()) {
+      if (at - pieceAt + kMaxRecord > directory.size() && (at == begin || pieceAt + directory.size() < size_)) {
         directory = read(at, kPiece + kMaxRecord);
         pieceAt = at;
       }

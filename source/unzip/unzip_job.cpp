@@ -48,12 +48,14 @@ class Package {
   Package& operator=(const Package&) = delete;
 
   unzFile get() const { return package_; }
+  const std::string& path() const { return path_; }
   // The package's file: that is what minizip's stdio functions open.
   std::FILE* stream() const { return static_cast<std::FILE*>(file_); }
 
  private:
   // The file is opened before minizip asks for it: no exception may pass through C code.
   bool open(const std::string& name) {
+    path_ = name;  // before there is anything to be closed
     file_ = place_.open(name).release();
     if (file_ == nullptr) return false;
     zlib_filefunc64_def functions = stdio_;
@@ -73,6 +75,19 @@ class Package {
   zlib_filefunc64_def stdio_{};
   voidpf file_ = nullptr;
   unzFile package_ = nullptr;
+  std::string path_;
+};
+
+// Tells the place for how long a package is extracted.
+class Extracting {
+ public:
+  Extracting(FilePlace& place, const std::string& package) : place_(place) { place_.beginExtraction(package); }
+  ~Extracting() { place_.endExtraction(); }
+  Extracting(const Extracting&) = delete;
+  Extracting& operator=(const Extracting&) = delete;
+
+ private:
+  FilePlace& place_;
 };
 
 struct Job {
@@ -235,13 +250,9 @@ bool hasSaneSizes(const unz_file_info64& info) {
 // Writes the data of a deflated entry, which begin at `begin`, to `output` at once, if all of them are as the headers
 // say. False if they are not, or the place has no way to do that: nothing was written then.
 bool writeAtOnce(const Entry& entry, ZPOS64_T begin, FileSink& output, const ExtractOptions& options) {
-  const auto packed = static_cast<std::size_t>(entry.info.compressed_size);
-  const auto size = static_cast<std::size_t>(entry.info.uncompressed_size);
-  if (!hasSaneSizes(entry.info) || !options.run->budget.hasBytes(size)) return false;
-  char* const room = output.roomForPacked(packed);
-  if (room == nullptr || fseeko(options.stream, static_cast<off_t>(begin), SEEK_SET) != 0) return false;
-  return std::fread(room, 1, packed, options.stream) == packed && output.inflate(packed, size, entry.info.crc) &&
-         options.run->budget.takeBytes(size);
+  const DeflateStream stream{begin, entry.info.compressed_size, entry.info.uncompressed_size, entry.info.crc};
+  return hasSaneSizes(entry.info) && options.run->budget.hasBytes(stream.size) &&
+         output.inflate(options.stream, stream) && options.run->budget.takeBytes(stream.size);
 }
 
 // Writes the data of the open entry, which begin at `begin`, to `output`. Deflated ones are inflated here, to know
@@ -347,8 +358,9 @@ int runUnzipJob(int argc, char** argv, Extraction& extraction) {
   // KEPT: the working directory stays in the extraction directory. Hosts pass absolute paths because of it.
   // (test WorkingDirectoryStaysInTheLastExtractionDirectory)
   if (job.directory != nullptr && extraction.place.enterDirectory(job.directory) != 0) return kFailed;
-  return job.entry == nullptr ? do_extract(package.get(), job.options)
-                              : do_extract_onefile(package.get(), job.entry, job.options);
+  if (job.entry != nullptr) return do_extract_onefile(package.get(), job.entry, job.options);
+  const Extracting extracting(extraction.place, package.path());
+  return do_extract(package.get(), job.options);
 }
 
 int do_extract(unzFile package, const ExtractOptions& options) {

@@ -137,4 +137,21 @@ TEST_F(CommandLine, NamesThatMatchNothingAreToldOnlyIfAllCallsWereLookedAt) {
   EXPECT_EQ(check("--accept GetX --all www 2>&1 >/dev/null").text, line);
 }
 
+// Examples, each by itself with several threads, and all at once.
+TEST_F(CommandLine, JobsChangeNoReport) {
+  for (const std::string applications :
+       {EXAMPLES "/undocumented.wgt", EXAMPLES "/nested.wgt", EXAMPLES "/flash-undocumented.wgt", EXAMPLES}) {
+    for (const char* wanted : {"--all ", "--flow --all --trace "}) {
+      if (!canRun(wanted)) continue;
+      const Output expected = check(wanted + ("--jobs 1 " + applications) + " 2>&1");
+      EXPECT_NE(expected.text, "");
+      for (const char* jobs : {"2", "4", "9"}) {
+        const Output found = check(wanted + ("--jobs " + std::string(jobs) + ' ' + applications) + " 2>&1");
+        EXPECT_EQ(found.text, expected.text) << jobs;
+        EXPECT_EQ(found.status, expected.status) << jobs;
+      }
+    }
+  }
+}
+
 }  // namespace

@@ -91,4 +91,17 @@ TEST(OptionTable, EveryValueReachesItsField) {
   EXPECT_THROW(setOption(options, *optionNamed("color"), "blue"), UserError);
 }
 
+TEST(OptionTable, JobsWithoutAnApplicationAreShared) {
+  const struct {
+    unsigned jobs;
+    std::size_t applications;
+    unsigned threads;
+  } rows[] = {{1, 1, 1}, {4, 1, 4}, {4, 0, 4}, {4, 2, 2}, {4, 3, 1}, {4, 500, 1}, {5, 2, 2}, {1024, 1, 16}};
+  for (const auto& row : rows) {
+    Options options;
+    options.jobs = row.jobs;
+    EXPECT_EQ(options.threadsFor(row.applications), row.threads) << row.jobs << " jobs, " << row.applications;
+  }
+}
+
 }  // namespace

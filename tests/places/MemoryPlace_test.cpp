@@ -50,15 +50,18 @@ class MemoryPlaceTest : public EngineTest {
     return all;
   }
 
+  // On the disk, and in memory with one thread and with several.
   void expectSame(const std::string& bytes) {
-    MemoryPlace place([](const std::string&) { return true; });
-    Expanded memory = expand(bytes, &place);
     Expanded disk = expand(bytes, nullptr);
-    std::sort(memory.files.begin(), memory.files.end());
     std::sort(disk.files.begin(), disk.files.end());
-    EXPECT_EQ(memory.files, disk.files);
-    EXPECT_EQ(memory.log, disk.log);
-    EXPECT_EQ(memory.gaps, disk.gaps);
+    for (const std::size_t lanes : {1U, 3U}) {
+      MemoryPlace place([](const std::string&) { return true; }, lanes);
+      Expanded memory = expand(bytes, &place);
+      std::sort(memory.files.begin(), memory.files.end());
+      EXPECT_EQ(memory.files, disk.files) << lanes;
+      EXPECT_EQ(memory.log, disk.log) << lanes;
+      EXPECT_EQ(memory.gaps, disk.gaps) << lanes;
+    }
   }
 };
 

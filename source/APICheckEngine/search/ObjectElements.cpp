@@ -19,17 +19,15 @@ constexpr const char* kSingleQuotedId = R"(id\s*=\s*'[\w\s\_]*')";
 
 }  // namespace
 
-ObjectTags::ObjectTags() : start_(kObjectStart), end_(kObjectEnd) {}
-
-ObjectElements::ObjectElements(const char* text) : tag_(kTag), at_(tag_, text) {}
+ObjectTags::ObjectTags() : tag_(kTag), start_(kObjectStart), end_(kObjectEnd) {}
 
 bool ObjectElements::next() {
   bool inside = false;
   element_.clear();
   while (at_.next()) {
     const std::string tag = at_.match();
-    const bool starts = objectTags_.starts(tag);
-    const bool ends = objectTags_.ends(tag);
+    const bool starts = tags_.starts(tag);
+    const bool ends = tags_.ends(tag);
     if (!starts && !inside) continue;
     if (starts && ends) element_.clear();
     element_ += tag;

@@ -10,23 +10,26 @@ namespace FlashEngine_1_00::detail {
 
 inline constexpr const char* kNoId = "_NO_CLASSID_FOUND_";
 
-// Tells the tags of object elements.
+// Tells tags, and those of object elements.
 class ObjectTags {
  public:
   ObjectTags();
+
+  const Pattern& tag() const { return tag_; }
 
   bool starts(const std::string& tag) const { return start_.matchesIn(tag.c_str()); }  // holds "<object", in any case
   bool ends(const std::string& tag) const { return end_.matchesIn(tag.c_str()); }      // holds "object>"
 
  private:
+  Pattern tag_;
   Pattern start_;
   Pattern end_;
 };
 
-// The complete object elements of a zero-terminated text, which must outlive this, in order.
+// The complete object elements of a zero-terminated text, in order. Text and tags must outlive this.
 class ObjectElements {
  public:
-  explicit ObjectElements(const char* text);
+  ObjectElements(const char* text, const ObjectTags& tags) : tags_(tags), at_(tags.tag(), text) {}
 
   bool next();
 
@@ -34,8 +37,7 @@ class ObjectElements {
   const std::string& element() const { return element_; }
 
  private:
-  const Pattern tag_;
-  const ObjectTags objectTags_;
+  const ObjectTags& tags_;
   MatchCursor at_;
   std::string element_;
 };

@@ -40,7 +40,7 @@ constexpr const char* kFunctionHeader =
 
 class FunctionFinder {
  public:
-  explicit FunctionFinder(std::string_view text) : text_(text), braces_(text) {
+  FunctionFinder(std::string_view text, const Pattern& pattern) : text_(text), braces_(text), pattern_(pattern) {
     for (MatchCursor at(pattern_, text.data()); at.next();)
       headers_.push_back(headerOf(at.view()));
     findBlocks();
@@ -198,7 +198,7 @@ class FunctionFinder {
 
   std::string_view text_;
   const BraceIndex braces_;
-  const Pattern pattern_{kFunctionHeader};
+  const Pattern& pattern_;
   std::vector<Header> headers_;
   std::vector<Block> blocks_;
   std::vector<Seen> seen_;  // one per header
@@ -208,9 +208,11 @@ class FunctionFinder {
 
 }  // namespace
 
-ScriptFunctions findFunctions(std::string_view source) {
+FunctionHeaders::FunctionHeaders() : pattern_(kFunctionHeader) {}
+
+ScriptFunctions findFunctions(std::string_view source, const FunctionHeaders& headers) {
   if (source.find(kFunctionKeyword) == std::string_view::npos) return {};
-  return FunctionFinder(source).functions();
+  return FunctionFinder(source, headers.pattern()).functions();
 }
 
 }  // namespace FlashEngine_1_00::detail

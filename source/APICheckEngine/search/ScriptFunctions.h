@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "regex/Pattern.h"
+
 // The functions that a source defines.
 
 namespace FlashEngine_1_00::detail {
@@ -18,10 +20,21 @@ struct ScriptFunctions {
   std::vector<std::uint32_t> finds;  // positions in `functions`
 };
 
+// What headers look like. Compiling it costs more than searching a small source.
+class FunctionHeaders {
+ public:
+  FunctionHeaders();
+
+  const Pattern& pattern() const { return pattern_; }
+
+ private:
+  Pattern pattern_;
+};
+
 // The functions that `source` (zero-terminated, no zero byte inside) defines, as views into it. A function is found
 // once for every block around a "function" keyword that it stands in, so that one inside another is found again in the
 // outer one's block. Of more than kMaxEqualRecords finds of one function, the first ones and the last one stay: aliases
 // depend on which function is found first, bindings on which is found last.
-ScriptFunctions findFunctions(std::string_view source);
+ScriptFunctions findFunctions(std::string_view source, const FunctionHeaders& headers = {});
 
 }  // namespace FlashEngine_1_00::detail
