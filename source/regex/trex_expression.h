@@ -145,6 +145,7 @@ struct TrexExpression {
   std::vector<TrexAnchor> anchors;  // one of them holds for every match; none if no literals are known
 
   bool testsBegin = false;  // whether what matches depends on where the text begins
+  bool isGreedy = false;    // whether each repetition takes all that it can: nothing behind it can end it earlier
 
   // What the attempts of one search leave to each other.
   std::uint32_t search = 0;   // its number
@@ -156,6 +157,14 @@ bool trexClassLetterMatches(char letter, unsigned char byte);
 
 // Finds out what saves work in matching an expression whose nodes are complete.
 void trexAnalyse(TrexExpression& expression);
+
+// One attempt of a greedy expression, which keeps no groups. `isLong`: it was given up at a long repetition, over which
+// attempts should go that remember.
+struct TrexGreedyAttempt {
+  const char* end;  // of the match, or null
+  bool isLong;
+};
+TrexGreedyAttempt trexGreedyAttempt(const TrexExpression& expression, const char* end, const char* position);
 
 // The number of anchors that are worth following at a time.
 constexpr std::size_t kMaxAnchors = 4;

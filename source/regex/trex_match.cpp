@@ -329,6 +329,10 @@ const char* trexAttempt(TrexExpression& expression, const char* begin, const cha
                         bool remembers) {
   expression.begin = begin;
   expression.end = end;
+  if (remembers && expression.isGreedy) {
+    const TrexGreedyAttempt attempt = trexGreedyAttempt(expression, end, position);
+    if (!attempt.isLong) return attempt.end;
+  }
   if (remembers) expression.runs.resize(expression.nodes.size());
   return Matcher(expression, remembers).attempt(position);
 }

@@ -1,0 +1,90 @@
+// Matcher of greedy patterns: a walk over the nodes in their order. The elements behind a repetition have no say in
+// where it ends, so that nothing is looked ahead for, and short repetitions cost too little to be remembered. Test:
+// tests/regex/trex_differential_test.cpp.
+
+#include <algorithm>
+
+#include "regex/trex_expression.h"
+
+namespace {
+
+constexpr std::int32_t kNone = -1;
+constexpr std::ptrdiff_t kLongRun = 64;  // bytes of a repetition that another attempt should not go over again
+
+class GreedyMatcher {
+ public:
+  GreedyMatcher(const TrexExpression& expression, const char* end)
+      : nodes_(expression.nodes.data()), sets_(expression.sets.data()), end_(end), first_(expression.first) {}
+
+  TrexGreedyAttempt attempt(const char* position) {
+    const char* const end = matchNode(first_, position);
+    return {end, isLong_};
+  }
+
+ private:
+  const char* matchSequence(std::int32_t index, const char* at) {
+    for (; index != kNone && at != nullptr; index = nodes_[index].next)
+      at = matchNode(index, at);
+    return at;
+  }
+
+  const char* matchNode(std::int32_t index, const char* at) {
+    const TrexNode& n = nodes_[index];
+    switch (n.kind) {
+      case TREX_NODE_REPEAT:
+        return matchRepeat(n, at);
+      case TREX_NODE_GROUP:
+      case TREX_NODE_GROUP_NOCAPTURE:
+        return matchSequence(n.left, at);
+      case TREX_NODE_ALTERNATION:
+        return matchAlternation(n, at);
+      default:  // a single byte
+        return at <= end_ && sets_[index].contains(static_cast<unsigned char>(*at)) ? at + 1 : nullptr;
+    }
+  }
+
+  const char* matchAlternation(const TrexNode& alternation, const char* at) {
+    const char* const left = matchSequence(alternation.left, at);
+    return left != nullptr || isLong_ ? left : matchSequence(alternation.right, at);
+  }
+
+  const char* matchRepeat(const TrexNode& repeat, const char* at) {
+    const std::int32_t kind = nodes_[repeat.left].kind;
+    const bool isGroup = kind == TREX_NODE_GROUP || kind == TREX_NODE_GROUP_NOCAPTURE;
+    const char* const to = isGroup ? endOfRounds(nodes_[repeat.left].left, at) : endOfRun(sets_[repeat.left], at);
+    isLong_ = isLong_ || to - at >= kLongRun;
+    const bool isNeeded = (static_cast<std::uint32_t>(repeat.right) >> 16) > 0;
+    return isLong_ || (isNeeded && to == at) ? nullptr : to;
+  }
+
+  // Where a repetition of a byte of a set ends, or has become long. Only one that begins at the end of the text takes
+  // the byte there.
+  const char* endOfRun(const TrexByteSet& taken, const char* at) const {
+    const char* const last = at < end_ ? at + std::min(end_ - at, kLongRun) : end_ + 1;
+    while (at < last && taken.contains(static_cast<unsigned char>(*at)))
+      ++at;
+    return at;
+  }
+
+  // The same for a repetition of a sequence, which does not match empty.
+  const char* endOfRounds(std::int32_t sequence, const char* at) {
+    const char* const begin = at;
+    for (const char* after = at; after != nullptr && !isLong_ && at - begin < kLongRun;) {
+      at = after;
+      after = at >= end_ && at > begin ? nullptr : matchSequence(sequence, at);
+    }
+    return at;
+  }
+
+  const TrexNode* const nodes_;
+  const TrexByteSet* const sets_;
+  const char* const end_;
+  const std::int32_t first_;
+  bool isLong_ = false;
+};
+
+}  // namespace
+
+TrexGreedyAttempt trexGreedyAttempt(const TrexExpression& expression, const char* end, const char* position) {
+  return GreedyMatcher(expression, end).attempt(position);
+}
