@@ -17,10 +17,10 @@
 #include "APICheckEngine/Knowledge.h"
 #include "APICheckEngine/MethodName.h"
 #include "APICheckEngine/Tables.h"
+#include "APICheckEngine/search/AccessText.h"
 #include "APICheckEngine/search/CommonObjects.h"
 #include "APICheckEngine/search/LookupCalls.h"
 #include "platform/Limits.h"
-#include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
 
@@ -111,17 +111,8 @@ class APIAnalysis::LookupRecords {
 
 namespace {
 
-// `getElementById("tv` and `$_('tv`; not `embeds[1]`.
-constexpr const char* kLookedUpId = R"((getElementById|[\$]\s*[\_]*)\s*[(]["'\s]*[\w\_]+)";
-
 bool contains(std::string_view text, std::string_view piece) {
   return text.find(piece) != std::string_view::npos;
-}
-
-// The element id in an access expression; empty if it looks none up.
-std::string lookedUpId(const Pattern& lookedUp, const std::string& access) {
-  const std::string match(lookedUp.search(access.c_str()));
-  return match.substr(match.find_last_of("(\"' \t\n\v\f\r") + 1);
 }
 
 std::unique_ptr<SWFStateMentInfo> makeCall(const std::string& path, int line, std::unique_ptr<std::string> expression) {
@@ -230,13 +221,12 @@ std::string APIAnalysis::findAPINameForKOBCase(std::string* callText) {
 
 RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
   const Stop outer = stop_;
-  const Pattern lookedUp(kLookedUpId);
   detail::LookupCallFinder finder(observesAll() ? std::numeric_limits<std::size_t>::max() : kMaxEqualRecords);
   LookupRecords records;
   std::unordered_map<const SWFStateMentInfo*, Lookup> lookups;  // by declaration
   for (SWFStateMentInfo* declared : declareList) {
     const auto [known, isNew] = lookups.try_emplace(declared);
-    if (isNew) known->second = lookupIn(*declared, lookedUp, finder);
+    if (isNew) known->second = lookupIn(*declared, finder);
     const Lookup& lookup = known->second;
     if (lookup.calls == nullptr || !records.begin(lookup)) continue;
     const RunResult code = reportCallsOn(lookup, records);
@@ -246,10 +236,9 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
 }
 
 // What a declaration looks up, and the calls on that in its source.
-APIAnalysis::Lookup APIAnalysis::lookupIn(SWFStateMentInfo& declared, const Pattern& lookedUp,
-                                          detail::LookupCallFinder& finder) {
+APIAnalysis::Lookup APIAnalysis::lookupIn(SWFStateMentInfo& declared, detail::LookupCallFinder& finder) {
   Key key = splitKey(*declared.expression);
-  const std::string id = lookedUpId(lookedUp, key.symbol);
+  const std::string id = detail::lookedUpId(key.symbol);
   const std::string* source = sourceOf(declared.path, worthfulSourceList);
   if (id.empty() || source == nullptr) return {};
   return {std::move(key.classId), &declared.path, foundSymbolLineNumber(&declared.path, &declared.access),

@@ -14,9 +14,9 @@
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/Keys.h"
 #include "APICheckEngine/Knowledge.h"
+#include "APICheckEngine/search/AccessText.h"
 #include "APICheckEngine/search/EnclosingFunctions.h"
 #include "APICheckEngine/search/NamedSymbol.h"
-#include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
 
@@ -29,14 +29,6 @@ using detail::withoutBlanks;
 
 namespace {
 
-// A look-up whose result is used on the spot: `document.getElementById("tv").`, `$("tv") .`; not `$("tv") +`.
-constexpr const char* kDirectUse = R"((\s*document\s*\.\s*getElementById\s*[(][\"'\s]*[\w\_]+[\"'\s]*\)\s*\.+))"
-                                   "|"
-                                   R"((\s*[\$]\s*[(]["'\s]*[\w\_]+["'\s]*\)\s*\.+))";
-
-// "this.tv ="; in "tv == null", "tv =" and then the second "=" alone, which names nothing.
-constexpr const char* kAssignment = R"((([\w\_]+)[\.]*)*\s*(=))";
-
 std::unique_ptr<SWFStateMentInfo> makeDeclaration(const std::string& classId, const SWFStateMentInfo& access) {
   auto record = std::make_unique<SWFStateMentInfo>();
   record->expression = std::make_unique<std::string>(makeKey(withoutBlanks(classId), *access.expression));
@@ -46,23 +38,10 @@ std::unique_ptr<SWFStateMentInfo> makeDeclaration(const std::string& classId, co
   return record;
 }
 
-// Tells the variables to which a declaration's element is assigned.
-class AssignedVariables {
- public:
-  std::vector<std::string> in(const std::string& expression) const {
-    std::vector<std::string> variables;
-    if (directUse_.matchesIn(expression.c_str())) return variables;
-    for (MatchCursor at(assignment_, expression.c_str()); at.next();) {
-      std::string variable = without(withoutBlanks(at.match()), "=");
-      if (!variable.empty()) variables.push_back(std::move(variable));
-    }
-    return variables;
-  }
-
- private:
-  const Pattern directUse_{kDirectUse};
-  const Pattern assignment_{kAssignment};
-};
+// The variables to which a declaration's element is assigned.
+std::vector<std::string> variablesIn(const std::string& expression) {
+  return detail::isUsedDirectly(expression) ? std::vector<std::string>() : detail::assignedVariables(expression);
+}
 
 }  // namespace
 
@@ -135,13 +114,12 @@ struct APIAnalysis::Bindings {
 };
 
 RunResult APIAnalysis::FindObjectVariable() {
-  const AssignedVariables assigned;
   Bindings bindings{{functionBlockList, *known_}, {}};
   std::unordered_map<const SWFStateMentInfo*, std::vector<EqualRecords<SWFStateMentInfo>*>> bindingsOf;  // declarations
   for (const SWFStateMentInfo* declared : declareList) {
     const auto [known, isNew] = bindingsOf.try_emplace(declared);
     if (isNew) {
-      for (std::string& variable : assigned.in(*declared->expression))
+      for (std::string& variable : variablesIn(*declared->expression))
         known->second.push_back(&bindingOf(*declared, variable, bindings));
     }
     for (EqualRecords<SWFStateMentInfo>* binding : known->second)
