@@ -129,13 +129,14 @@ class FirstBytes {
 };
 
 // Whether each repetition takes all that it can. One that looks ahead stops early only where what follows matches; it
-// does not if what it repeats cannot begin with the same bytes.
+// does not if what it repeats cannot begin with the same bytes. If both are single bytes, the one that follows is
+// noted.
 class Greed {
  public:
-  explicit Greed(const TrexExpression& expression) : e_(expression), first_(expression) {}
+  explicit Greed(TrexExpression& expression) : e_(expression), first_(expression) {}
 
   // Of the elements from `index` on, behind which `continuation` comes.
-  bool ofSequence(std::int32_t index, std::int32_t continuation, int depth) const {
+  bool ofSequence(std::int32_t index, std::int32_t continuation, int depth) {
     for (; index != kNone; index = node(index).next) {
       if (!ofNode(index, node(index).next != kNone ? node(index).next : continuation, depth)) return false;
     }
@@ -150,16 +151,16 @@ class Greed {
     return node.kind == TREX_NODE_GROUP || node.kind == TREX_NODE_GROUP_NOCAPTURE;
   }
 
-  bool ofNode(std::int32_t index, std::int32_t continuation, int depth) const {
+  bool ofNode(std::int32_t index, std::int32_t continuation, int depth) {
     const TrexNode& n = node(index);
     if (depth > kMaxDepth) return false;
     if (isGroup(n)) return ofSequence(n.left, continuation, depth + 1);
     if (n.kind == TREX_NODE_ALTERNATION) return ofAlternative(n.left, depth) && ofAlternative(n.right, depth);
-    return n.kind == TREX_NODE_REPEAT ? ofRepeat(n, continuation, depth) : trait(index).isByte;
+    return n.kind == TREX_NODE_REPEAT ? ofRepeat(index, continuation, depth) : trait(index).isByte;
   }
 
   // Elements of an alternative have none behind them but those of their own groups.
-  bool ofAlternative(std::int32_t index, int depth) const {
+  bool ofAlternative(std::int32_t index, int depth) {
     for (; index != kNone; index = node(index).next) {
       const bool isRepeat = node(index).kind == TREX_NODE_REPEAT;
       if (!ofNode(index, isRepeat ? node(index).next : kNone, depth + 1)) return false;
@@ -167,12 +168,17 @@ class Greed {
     return true;
   }
 
-  bool ofRepeat(const TrexNode& repeat, std::int32_t stop, int depth) const {
+  bool ofRepeat(std::int32_t index, std::int32_t stop, int depth) {
+    const TrexNode& repeat = node(index);
     const std::uint32_t rounds = static_cast<std::uint32_t>(repeat.right);
     if (rounds >> 16 > 1 || (rounds & kUnbounded) != kUnbounded) return false;
     const First taken = first_.ofNode(repeat.left, depth);
     const bool looksAhead = stop != kNone && !trait(stop).isOptional;
-    if (taken.canBeEmpty || (looksAhead && !isApart(taken, first_.ofNode(stop, depth)))) return false;
+    if (taken.canBeEmpty) return false;
+    if (looksAhead && !isApart(taken, first_.ofNode(stop, depth))) {
+      e_.traits[static_cast<std::size_t>(index)].stop = stop;
+      return trait(repeat.left).isByte && trait(stop).isByte;
+    }
     return trait(repeat.left).isByte ||
            (isGroup(node(repeat.left)) && ofSequence(node(repeat.left).left, stop, depth + 1));
   }
@@ -181,7 +187,7 @@ class Greed {
     return !behind.canBeEmpty && !taken.bytes.intersects(behind.bytes);
   }
 
-  const TrexExpression& e_;
+  TrexExpression& e_;
   const FirstBytes first_;
 };
 
@@ -378,7 +384,7 @@ void trexAnalyse(TrexExpression& expression) {
   for (std::size_t i = 0; i < expression.nodes.size(); ++i) {
     const TrexNode& node = expression.nodes[i];
     expression.sets[i] = nodeSet(expression.nodes, node);
-    expression.traits[i] = {isByte(node), isOptional(node)};
+    expression.traits[i] = {isByte(node), isOptional(node), kNone};
     expression.testsBegin = expression.testsBegin || node.kind == TREX_NODE_BEGIN || node.kind == TREX_NODE_BOUNDARY;
   }
   const First first = FirstBytes(expression).ofSequence(expression.first, 0);

@@ -1,5 +1,5 @@
-// Matcher of greedy patterns: a walk over the nodes in their order. The elements behind a repetition have no say in
-// where it ends, so that nothing is looked ahead for, and short repetitions cost too little to be remembered. Test:
+// Matcher of greedy patterns: a walk over the nodes in their order. Of the elements behind a repetition, one byte at
+// most has a say in where it ends, so that looking ahead is cheap, and short repetitions need not be remembered. Test:
 // tests/regex/trex_differential_test.cpp.
 
 #include <algorithm>
@@ -9,12 +9,15 @@
 namespace {
 
 constexpr std::int32_t kNone = -1;
-constexpr std::ptrdiff_t kLongRun = 64;  // bytes of a repetition that another attempt should not go over again
 
 class GreedyMatcher {
  public:
   GreedyMatcher(const TrexExpression& expression, const char* end)
-      : nodes_(expression.nodes.data()), sets_(expression.sets.data()), end_(end), first_(expression.first) {}
+      : nodes_(expression.nodes.data()),
+        traits_(expression.traits.data()),
+        sets_(expression.sets.data()),
+        end_(end),
+        first_(expression.first) {}
 
   TrexGreedyAttempt attempt(const char* position) {
     const char* const end = matchNode(first_, position);
@@ -32,7 +35,7 @@ class GreedyMatcher {
     const TrexNode& n = nodes_[index];
     switch (n.kind) {
       case TREX_NODE_REPEAT:
-        return matchRepeat(n, at);
+        return matchRepeat(index, at);
       case TREX_NODE_GROUP:
       case TREX_NODE_GROUP_NOCAPTURE:
         return matchSequence(n.left, at);
@@ -48,10 +51,14 @@ class GreedyMatcher {
     return left != nullptr || isLong_ ? left : matchSequence(alternation.right, at);
   }
 
-  const char* matchRepeat(const TrexNode& repeat, const char* at) {
+  const char* matchRepeat(std::int32_t index, const char* at) {
+    const TrexNode& repeat = nodes_[index];
     const std::int32_t kind = nodes_[repeat.left].kind;
     const bool isGroup = kind == TREX_NODE_GROUP || kind == TREX_NODE_GROUP_NOCAPTURE;
-    const char* const to = isGroup ? endOfRounds(nodes_[repeat.left].left, at) : endOfRun(sets_[repeat.left], at);
+    const std::int32_t stop = traits_[index].stop;
+    const char* const to = isGroup         ? endOfRounds(nodes_[repeat.left].left, at)
+                           : stop == kNone ? endOfRun(sets_[repeat.left], at)
+                                           : endOfRunTo(sets_[stop], sets_[repeat.left], at);
     isLong_ = isLong_ || to - at >= kLongRun;
     const bool isNeeded = (static_cast<std::uint32_t>(repeat.right) >> 16) > 0;
     return isLong_ || (isNeeded && to == at) ? nullptr : to;
@@ -60,11 +67,24 @@ class GreedyMatcher {
   // Where a repetition of a byte of a set ends, or has become long. Only one that begins at the end of the text takes
   // the byte there.
   const char* endOfRun(const TrexByteSet& taken, const char* at) const {
-    const char* const last = at < end_ ? at + std::min(end_ - at, kLongRun) : end_ + 1;
+    const char* const last = lastOf(at);
     while (at < last && taken.contains(static_cast<unsigned char>(*at)))
       ++at;
     return at;
   }
+
+  // The same for one that ends before a byte of `stop`, its first byte aside.
+  const char* endOfRunTo(const TrexByteSet& stop, const TrexByteSet& taken, const char* at) const {
+    const char* const last = lastOf(at);
+    if (at >= last || !taken.contains(static_cast<unsigned char>(*at))) return at;
+    for (++at; at < last; ++at) {
+      const auto byte = static_cast<unsigned char>(*at);
+      if (stop.contains(byte) || !taken.contains(byte)) break;
+    }
+    return at;
+  }
+
+  const char* lastOf(const char* at) const { return at < end_ ? at + std::min(end_ - at, kLongRun) : end_ + 1; }
 
   // The same for a repetition of a sequence, which does not match empty.
   const char* endOfRounds(std::int32_t sequence, const char* at) {
@@ -77,6 +97,7 @@ class GreedyMatcher {
   }
 
   const TrexNode* const nodes_;
+  const TrexExpression::Trait* const traits_;
   const TrexByteSet* const sets_;
   const char* const end_;
   const std::int32_t first_;
