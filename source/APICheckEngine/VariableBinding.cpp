@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <optional>
 #include <unordered_map>
 #include <utility>
@@ -22,16 +23,35 @@ namespace FlashEngine_1_00 {
 
 using detail::EqualRecords;
 using detail::Key;
-using detail::makeKey;
 using detail::splitKey;
-using detail::without;
 using detail::withoutBlanks;
 
 namespace {
 
+// A key in memory of its size.
+std::unique_ptr<std::string> newKey(const std::string& classId, const std::string& symbol) {
+  auto key = std::make_unique<std::string>();
+  key->reserve(classId.size() + 1 + symbol.size());
+  key->append(classId).append(1, '#').append(symbol);
+  return key;
+}
+
+// The class identifier in a declaration's expression, once blanks and line feeds are gone.
+std::string bareClassId(const std::string& expression) {
+  std::string bare;
+  bare.reserve(expression.size());
+  std::copy_if(expression.begin(), expression.end(), std::back_inserter(bare),
+               [](char c) { return c != ' ' && c != '\n'; });
+  const std::size_t begin = bare.find_first_not_of('#');
+  const std::size_t end = bare.find('#', begin);
+  if (bare.find_first_not_of('#', end) == std::string::npos) return {};  // no second piece
+  return bare.substr(begin, end - begin);
+}
+
+// The class identifier has no blanks.
 std::unique_ptr<SWFStateMentInfo> makeDeclaration(const std::string& classId, const SWFStateMentInfo& access) {
   auto record = std::make_unique<SWFStateMentInfo>();
-  record->expression = std::make_unique<std::string>(makeKey(withoutBlanks(classId), *access.expression));
+  record->expression = newKey(classId, *access.expression);
   record->scope = "Global";
   record->path = access.path;
   record->access = *access.expression;
@@ -51,7 +71,9 @@ std::vector<std::string> variablesIn(const std::string& expression) {
 RunResult APIAnalysis::FindDeclareListValidation() {
   std::vector<Key> symbols;
   for (const SWFStateMentInfo* record : objectIdList) {
-    if (record->text != "Func") symbols.push_back(splitKey(*record->expression));
+    if (record->text == "Func") continue;
+    symbols.push_back(splitKey(*record->expression));
+    symbols.back().classId = withoutBlanks(symbols.back().classId);
   }
   declareLookUps(symbols);
   declareEmbeds(symbols);
@@ -60,7 +82,7 @@ RunResult APIAnalysis::FindDeclareListValidation() {
   return RUN_SUCCESS;
 }
 
-// Appends a declaration for each access that names one of the symbols.
+// Appends a declaration for each access that names one of the symbols, whose class identifiers have no blanks.
 void APIAnalysis::declareLookUps(const std::vector<Key>& symbols) {
   detail::NamedSymbol named(symbols);
   std::unordered_map<const SWFStateMentInfo*, std::optional<EqualRecords<SWFStateMentInfo>>> declarations;  // by access
@@ -95,26 +117,41 @@ void APIAnalysis::declareEmbeds(const std::vector<Key>& symbols) {
 // ---- variables
 // -------------------------------------------------------------------------------------------------------
 
-// The bindings made so far, by what they are made of.
+// The bindings made so far, by what they are made of: texts of their records and of declarations.
 struct APIAnalysis::Bindings {
   struct MadeOf {
-    std::string key;
-    std::string path;
+    std::string_view key;
+    std::string_view path;
     const char* body;
 
     bool operator==(const MadeOf& other) const { return body == other.body && key == other.key && path == other.path; }
   };
   struct Hash {
     std::size_t operator()(const MadeOf& madeOf) const {
-      return std::hash<std::string>()(madeOf.key) ^ std::hash<const char*>()(madeOf.body);
+      return std::hash<std::string_view>()(madeOf.key) ^ std::hash<const char*>()(madeOf.body);
     }
   };
+  // What all variables of one declaration have in common.
+  struct Declaration {
+    const SWFStateMentInfo* record = nullptr;
+    std::string classId;
+    std::optional<std::string_view> body;  // of the function around it, once it is asked for
+  };
+  const Declaration& of(const SWFStateMentInfo& declared, bool withBody) {
+    if (recent.record != &declared) recent = {&declared, bareClassId(*declared.expression), {}};
+    if (withBody && !recent.body.has_value()) {
+      recent.body = enclosing.body(declared.path, splitKey(*declared.expression).symbol);
+    }
+    return recent;
+  }
+
   detail::EnclosingFunctions enclosing;
   std::unordered_map<MadeOf, EqualRecords<SWFStateMentInfo>, Hash> known;
+  Declaration recent;
 };
 
 RunResult APIAnalysis::FindObjectVariable() {
-  Bindings bindings{{functionBlockList, *known_}, {}};
+  Bindings bindings{{functionBlockList, *known_}, {}, {}};
   std::unordered_map<const SWFStateMentInfo*, std::vector<EqualRecords<SWFStateMentInfo>*>> bindingsOf;  // declarations
   for (const SWFStateMentInfo* declared : declareList) {
     const auto [known, isNew] = bindingsOf.try_emplace(declared);
@@ -132,21 +169,20 @@ RunResult APIAnalysis::FindObjectVariable() {
 EqualRecords<SWFStateMentInfo>& APIAnalysis::bindingOf(const SWFStateMentInfo& declared, std::string& variable,
                                                        Bindings& bindings) {
   const bool wholeFile = variable.find("this.") != std::string::npos;
-  const std::string classId = splitKey(withoutBlanks(without(*declared.expression, "\n"))).classId;
-  std::string key = makeKey(withoutBlanks(classId), variable);
-  std::string_view body;
-  if (!wholeFile) body = bindings.enclosing.body(declared.path, splitKey(*declared.expression).symbol);
-  Bindings::MadeOf madeOf{key, declared.path, body.data()};
+  const Bindings::Declaration& declaration = bindings.of(declared, !wholeFile);
+  std::unique_ptr<std::string> key = newKey(declaration.classId, variable);
+  const std::string_view body = wholeFile ? std::string_view() : *declaration.body;
+  const Bindings::MadeOf madeOf{*key, declared.path, body.data()};
   const auto known = bindings.known.find(madeOf);
   if (known != bindings.known.end()) return known->second;
 
   auto record = std::make_unique<SWFStateMentInfo>();
-  record->expression = std::make_unique<std::string>(std::move(key));
+  record->expression = std::move(key);
   record->scope = wholeFile ? "Src" : "Func";
   record->text = body;
   record->path = declared.path;
   record->line = foundSymbolLineNumber(&record->path, &variable);
-  return bindings.known.emplace(std::move(madeOf), std::move(record)).first->second;
+  return bindings.known.emplace(madeOf, std::move(record)).first->second;
 }
 
 int APIAnalysis::foundSymbolLineNumber(std::string* path, std::string* symbol) {
@@ -154,7 +190,8 @@ int APIAnalysis::foundSymbolLineNumber(std::string* path, std::string* symbol) {
   if (source == nullptr) return -1;
   const auto isSymbolByte = [](char c) { return c >= '0' && c <= 'z'; };
   const auto start = std::find_if(symbol->begin(), symbol->end(), isSymbolByte);
-  const std::string wanted(start == symbol->end() ? symbol->begin() : start, symbol->end());
+  const auto skipped = start == symbol->end() ? 0 : static_cast<std::size_t>(start - symbol->begin());
+  const std::string_view wanted = std::string_view(*symbol).substr(skipped);
   detail::SourceIndex& index = known_->indexOf(*source);
   const std::size_t at = index.find(wanted);
   return at == std::string::npos ? 0 : index.lineOf(at);

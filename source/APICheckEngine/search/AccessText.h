@@ -9,9 +9,9 @@
 namespace FlashEngine_1_00::detail {
 
 // A look-up whose result is used on the spot: `document.getElementById("tv").`, `$("tv") .`; not `$("tv") +`.
-constexpr const char* kDirectUse = R"((\s*document\s*\.\s*getElementById\s*[(][\"'\s]*[\w\_]+[\"'\s]*\)\s*\.+))"
+constexpr const char* kDirectUse = R"((document\s*\.\s*getElementById\s*[(][\"'\s]*[\w\_]+[\"'\s]*\)\s*\.+))"
                                    "|"
-                                   R"((\s*[\$]\s*[(]["'\s]*[\w\_]+["'\s]*\)\s*\.+))";
+                                   R"(([\$]\s*[(]["'\s]*[\w\_]+["'\s]*\)\s*\.+))";
 
 // "this.tv ="; in "tv == null", "tv =" and then the second "=" alone, which names nothing.
 constexpr const char* kAssignment = R"((([\w\_]+)[\.]*)*\s*(=))";
