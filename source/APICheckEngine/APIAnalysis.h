@@ -15,7 +15,6 @@
 #include "tarvo/IAppAnalysis.h"
 #include "unzip/expansion_budget.h"
 
-class Pattern;
 class TextIndex;
 
 namespace FlashEngine_1_00 {
@@ -281,7 +280,7 @@ class APIAnalysis : public IAppAnalysis {
                       const std::string& path, FoundCall::On on);
   std::unique_ptr<SWFStateMentInfo> makeVariableCall(const std::string& classId, std::string callText,
                                                      std::string path);
-  Lookup lookupIn(SWFStateMentInfo& declared, const Pattern& lookedUp, detail::LookupCallFinder& finder);
+  Lookup lookupIn(SWFStateMentInfo& declared, detail::LookupCallFinder& finder);
   RunResult reportCallsOn(const Lookup& lookup, LookupRecords& records);
   std::unique_ptr<SWFStateMentInfo> makeLookupCall(const Lookup& lookup, const std::string& callText);
   RunResult reportLookUpsIn(const std::vector<std::string>& statements, const std::string& fileName,

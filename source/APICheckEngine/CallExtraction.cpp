@@ -17,10 +17,10 @@
 #include "APICheckEngine/Knowledge.h"
 #include "APICheckEngine/MethodName.h"
 #include "APICheckEngine/Tables.h"
+#include "APICheckEngine/search/AccessText.h"
 #include "APICheckEngine/search/CommonObjects.h"
 #include "APICheckEngine/search/LookupCalls.h"
 #include "platform/Limits.h"
-#include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
 
@@ -40,12 +40,28 @@ struct APIAnalysis::SearchedText {
   TextIndex* index(std::size_t bytes) const { return source == nullptr ? nullptr : source->forSearchOf(bytes); }
 };
 
+namespace {
+
+// Records that are made in equal rounds.
+struct Round {
+  int rounds = 0;
+  std::vector<std::optional<detail::EqualRecords<SWFStateMentInfo>>> records;  // by position of the candidate
+};
+
+// The rounds of the look-ups of one class, by their lines.
+using RoundsOfClass = std::unordered_map<int, Round>;
+
+}  // namespace
+
 // A look-up of a plug-in element: one of declareList. One that looks nothing up in a source that is there has no calls.
 struct APIAnalysis::Lookup {
   std::string classId;
   const std::string* path = nullptr;
   int line = 0;
   const LookupCalls* calls = nullptr;
+  Round* candidates = nullptr;  // of LookupRecords, once it was asked for them; like the next two
+  RoundsOfClass* ofClass = nullptr;
+  Round* ofLine = nullptr;
 };
 
 // The records that are made of calls on look-ups. Every look-up of an element goes through the same calls: a round.
@@ -54,12 +70,16 @@ class APIAnalysis::LookupRecords {
  public:
   // Begins the round of a look-up; false if its records would be equal to those of kMaxEqualRecords rounds before, or
   // there are too many that differ in the line alone.
-  bool begin(const Lookup& lookup) {
-    candidates_ = &candidatesOf_[lookup.calls];
-    OfClass& ofClass = classes_[{lookup.calls, lookup.classId}];
-    isFirst_ = ofClass.lines.empty();
+  bool begin(Lookup& lookup) {
+    if (lookup.ofClass == nullptr) {
+      lookup.candidates = &candidatesOf_[lookup.calls];
+      lookup.ofClass = &classes_[{lookup.calls, lookup.classId}];
+    }
+    candidates_ = lookup.candidates;
+    isFirst_ = lookup.ofClass->empty();
     if (!isFirst_ && places_ >= kMaxLookupPlaces) return false;
-    line_ = &ofClass.lines[lookup.line];
+    if (lookup.ofLine == nullptr) lookup.ofLine = &(*lookup.ofClass)[lookup.line];
+    line_ = lookup.ofLine;
     if (line_->rounds++ >= kMaxEqualRecords) return false;
     ++candidates_->rounds;
     return true;
@@ -85,14 +105,6 @@ class APIAnalysis::LookupRecords {
   }
 
  private:
-  struct Round {
-    int rounds = 0;
-    std::vector<std::optional<detail::EqualRecords<SWFStateMentInfo>>> records;  // by position of the candidate
-  };
-  struct OfClass {
-    std::unordered_map<int, Round> lines;
-  };
-
   template <typename Make>
   static detail::EqualRecords<SWFStateMentInfo>& recordIn(Round& round, std::size_t position, const Make& make) {
     if (position >= round.records.size()) round.records.resize(position + 1);
@@ -102,7 +114,7 @@ class APIAnalysis::LookupRecords {
   }
 
   std::unordered_map<const LookupCalls*, Round> candidatesOf_;
-  std::map<std::pair<const LookupCalls*, std::string>, OfClass> classes_;
+  std::map<std::pair<const LookupCalls*, std::string>, RoundsOfClass> classes_;
   Round* candidates_ = nullptr;  // of this round
   Round* line_ = nullptr;        // of this round
   bool isFirst_ = false;
@@ -111,17 +123,8 @@ class APIAnalysis::LookupRecords {
 
 namespace {
 
-// `getElementById("tv` and `$_('tv`; not `embeds[1]`.
-constexpr const char* kLookedUpId = R"((getElementById|[\$]\s*[\_]*)\s*[(]["'\s]*[\w\_]+)";
-
 bool contains(std::string_view text, std::string_view piece) {
   return text.find(piece) != std::string_view::npos;
-}
-
-// The element id in an access expression; empty if it looks none up.
-std::string lookedUpId(const Pattern& lookedUp, const std::string& access) {
-  const std::string match(lookedUp.search(access.c_str()));
-  return match.substr(match.find_last_of("(\"' \t\n\v\f\r") + 1);
 }
 
 std::unique_ptr<SWFStateMentInfo> makeCall(const std::string& path, int line, std::unique_ptr<std::string> expression) {
@@ -230,14 +233,13 @@ std::string APIAnalysis::findAPINameForKOBCase(std::string* callText) {
 
 RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
   const Stop outer = stop_;
-  const Pattern lookedUp(kLookedUpId);
   detail::LookupCallFinder finder(observesAll() ? std::numeric_limits<std::size_t>::max() : kMaxEqualRecords);
   LookupRecords records;
   std::unordered_map<const SWFStateMentInfo*, Lookup> lookups;  // by declaration
   for (SWFStateMentInfo* declared : declareList) {
     const auto [known, isNew] = lookups.try_emplace(declared);
-    if (isNew) known->second = lookupIn(*declared, lookedUp, finder);
-    const Lookup& lookup = known->second;
+    if (isNew) known->second = lookupIn(*declared, finder);
+    Lookup& lookup = known->second;
     if (lookup.calls == nullptr || !records.begin(lookup)) continue;
     const RunResult code = reportCallsOn(lookup, records);
     if (code != RUN_SUCCESS) return code;
@@ -246,14 +248,17 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
 }
 
 // What a declaration looks up, and the calls on that in its source.
-APIAnalysis::Lookup APIAnalysis::lookupIn(SWFStateMentInfo& declared, const Pattern& lookedUp,
-                                          detail::LookupCallFinder& finder) {
+APIAnalysis::Lookup APIAnalysis::lookupIn(SWFStateMentInfo& declared, detail::LookupCallFinder& finder) {
   Key key = splitKey(*declared.expression);
-  const std::string id = lookedUpId(lookedUp, key.symbol);
+  const std::string id = detail::lookedUpId(key.symbol);
   const std::string* source = sourceOf(declared.path, worthfulSourceList);
-  if (id.empty() || source == nullptr) return {};
-  return {std::move(key.classId), &declared.path, foundSymbolLineNumber(&declared.path, &declared.access),
-          &finder.callsOn(id, known_->indexOf(*source))};
+  Lookup lookup;
+  if (id.empty() || source == nullptr) return lookup;
+  lookup.classId = std::move(key.classId);
+  lookup.path = &declared.path;
+  lookup.line = foundSymbolLineNumber(&declared.path, &declared.access);
+  lookup.calls = &finder.callsOn(id, known_->indexOf(*source));
+  return lookup;
 }
 
 // One round of a look-up: records its calls, and judges those that are new.

@@ -3,10 +3,13 @@
 
 #include "APICheckEngine/CallText.h"
 
+#include <array>
 #include <iterator>
 #include <set>
 #include <string_view>
 #include <unordered_set>
+#include <utility>
+#include <vector>
 
 #include "APICheckEngine/Keys.h"
 #include "APICheckEngine/Tables.h"
@@ -28,14 +31,17 @@ constexpr const char* kCallOpening = R"(\s*[\w\d\_]+\s*\()";
 // `Execute( "Start"`; not `Execute (`.
 constexpr const char* kExecuteCall = R"(Execute\(\s*["']*[\w\s\_]*["']*)";
 
-// The names of SystemFunctionPool, and how long they are.
+// The names of SystemFunctionPool, and by their last byte how long they are.
 struct BuiltInNames {
   BuiltInNames() : texts(std::begin(SystemFunctionPool), std::end(SystemFunctionPool)) {
+    std::set<std::pair<unsigned char, std::size_t>> ends;
     for (const std::string_view name : texts)
-      sizes.insert(name.size());
+      ends.emplace(static_cast<unsigned char>(name.back()), name.size());
+    for (const auto& [last, size] : ends)
+      sizes[last].push_back(size);
   }
   std::unordered_set<std::string_view> texts;
-  std::set<std::size_t> sizes;
+  std::array<std::vector<std::size_t>, 256> sizes;  // ascending
 };
 
 }  // namespace
@@ -61,12 +67,12 @@ NamePattern callsOnLookUps() {
 }
 
 // Instead of each name in the text, what stands before each parenthesis is looked up, in all the lengths that names
-// have: a name before a parenthesis is found in both ways.
+// with that last byte have: a name before a parenthesis is found in both ways.
 bool holdsBuiltIn(const std::string& callText) {
   static const BuiltInNames names;
   const std::string_view text = callText;
-  for (std::size_t open = text.find('('); open != std::string_view::npos; open = text.find('(', open + 1)) {
-    for (const std::size_t size : names.sizes) {
+  for (std::size_t open = text.find('(', 1); open != std::string_view::npos; open = text.find('(', open + 1)) {
+    for (const std::size_t size : names.sizes[static_cast<unsigned char>(text[open - 1])]) {
       if (size > open) break;
       if (names.texts.count(text.substr(open - size, size)) > 0) return true;
     }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <optional>
 #include <unordered_map>
 #include <utility>
@@ -14,55 +15,53 @@
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/Keys.h"
 #include "APICheckEngine/Knowledge.h"
+#include "APICheckEngine/search/AccessText.h"
 #include "APICheckEngine/search/EnclosingFunctions.h"
 #include "APICheckEngine/search/NamedSymbol.h"
-#include "regex/Pattern.h"
 
 namespace FlashEngine_1_00 {
 
 using detail::EqualRecords;
 using detail::Key;
-using detail::makeKey;
 using detail::splitKey;
-using detail::without;
 using detail::withoutBlanks;
 
 namespace {
 
-// A look-up whose result is used on the spot: `document.getElementById("tv").`, `$("tv") .`; not `$("tv") +`.
-constexpr const char* kDirectUse = R"((\s*document\s*\.\s*getElementById\s*[(][\"'\s]*[\w\_]+[\"'\s]*\)\s*\.+))"
-                                   "|"
-                                   R"((\s*[\$]\s*[(]["'\s]*[\w\_]+["'\s]*\)\s*\.+))";
+// A key in memory of its size.
+std::unique_ptr<std::string> newKey(const std::string& classId, const std::string& symbol) {
+  auto key = std::make_unique<std::string>();
+  key->reserve(classId.size() + 1 + symbol.size());
+  key->append(classId).append(1, '#').append(symbol);
+  return key;
+}
 
-// "this.tv ="; in "tv == null", "tv =" and then the second "=" alone, which names nothing.
-constexpr const char* kAssignment = R"((([\w\_]+)[\.]*)*\s*(=))";
+// The class identifier in a declaration's expression, once blanks and line feeds are gone.
+std::string bareClassId(const std::string& expression) {
+  std::string bare;
+  bare.reserve(expression.size());
+  std::copy_if(expression.begin(), expression.end(), std::back_inserter(bare),
+               [](char c) { return c != ' ' && c != '\n'; });
+  const std::size_t begin = bare.find_first_not_of('#');
+  const std::size_t end = bare.find('#', begin);
+  if (bare.find_first_not_of('#', end) == std::string::npos) return {};  // no second piece
+  return bare.substr(begin, end - begin);
+}
 
+// The class identifier has no blanks.
 std::unique_ptr<SWFStateMentInfo> makeDeclaration(const std::string& classId, const SWFStateMentInfo& access) {
   auto record = std::make_unique<SWFStateMentInfo>();
-  record->expression = std::make_unique<std::string>(makeKey(withoutBlanks(classId), *access.expression));
+  record->expression = newKey(classId, *access.expression);
   record->scope = "Global";
   record->path = access.path;
   record->access = *access.expression;
   return record;
 }
 
-// Tells the variables to which a declaration's element is assigned.
-class AssignedVariables {
- public:
-  std::vector<std::string> in(const std::string& expression) const {
-    std::vector<std::string> variables;
-    if (directUse_.matchesIn(expression.c_str())) return variables;
-    for (MatchCursor at(assignment_, expression.c_str()); at.next();) {
-      std::string variable = without(withoutBlanks(at.match()), "=");
-      if (!variable.empty()) variables.push_back(std::move(variable));
-    }
-    return variables;
-  }
-
- private:
-  const Pattern directUse_{kDirectUse};
-  const Pattern assignment_{kAssignment};
-};
+// The variables to which a declaration's element is assigned.
+std::vector<std::string> variablesIn(const std::string& expression) {
+  return detail::isUsedDirectly(expression) ? std::vector<std::string>() : detail::assignedVariables(expression);
+}
 
 }  // namespace
 
@@ -72,7 +71,9 @@ class AssignedVariables {
 RunResult APIAnalysis::FindDeclareListValidation() {
   std::vector<Key> symbols;
   for (const SWFStateMentInfo* record : objectIdList) {
-    if (record->text != "Func") symbols.push_back(splitKey(*record->expression));
+    if (record->text == "Func") continue;
+    symbols.push_back(splitKey(*record->expression));
+    symbols.back().classId = withoutBlanks(symbols.back().classId);
   }
   declareLookUps(symbols);
   declareEmbeds(symbols);
@@ -81,7 +82,7 @@ RunResult APIAnalysis::FindDeclareListValidation() {
   return RUN_SUCCESS;
 }
 
-// Appends a declaration for each access that names one of the symbols.
+// Appends a declaration for each access that names one of the symbols, whose class identifiers have no blanks.
 void APIAnalysis::declareLookUps(const std::vector<Key>& symbols) {
   detail::NamedSymbol named(symbols);
   std::unordered_map<const SWFStateMentInfo*, std::optional<EqualRecords<SWFStateMentInfo>>> declarations;  // by access
@@ -116,32 +117,46 @@ void APIAnalysis::declareEmbeds(const std::vector<Key>& symbols) {
 // ---- variables
 // -------------------------------------------------------------------------------------------------------
 
-// The bindings made so far, by what they are made of.
+// The bindings made so far, by what they are made of: texts of their records and of declarations.
 struct APIAnalysis::Bindings {
   struct MadeOf {
-    std::string key;
-    std::string path;
+    std::string_view key;
+    std::string_view path;
     const char* body;
 
     bool operator==(const MadeOf& other) const { return body == other.body && key == other.key && path == other.path; }
   };
   struct Hash {
     std::size_t operator()(const MadeOf& madeOf) const {
-      return std::hash<std::string>()(madeOf.key) ^ std::hash<const char*>()(madeOf.body);
+      return std::hash<std::string_view>()(madeOf.key) ^ std::hash<const char*>()(madeOf.body);
     }
   };
+  // What all variables of one declaration have in common.
+  struct Declaration {
+    const SWFStateMentInfo* record = nullptr;
+    std::string classId;
+    std::optional<std::string_view> body;  // of the function around it, once it is asked for
+  };
+  const Declaration& of(const SWFStateMentInfo& declared, bool withBody) {
+    if (recent.record != &declared) recent = {&declared, bareClassId(*declared.expression), {}};
+    if (withBody && !recent.body.has_value()) {
+      recent.body = enclosing.body(declared.path, splitKey(*declared.expression).symbol);
+    }
+    return recent;
+  }
+
   detail::EnclosingFunctions enclosing;
   std::unordered_map<MadeOf, EqualRecords<SWFStateMentInfo>, Hash> known;
+  Declaration recent;
 };
 
 RunResult APIAnalysis::FindObjectVariable() {
-  const AssignedVariables assigned;
-  Bindings bindings{{functionBlockList, *known_}, {}};
+  Bindings bindings{{functionBlockList, *known_}, {}, {}};
   std::unordered_map<const SWFStateMentInfo*, std::vector<EqualRecords<SWFStateMentInfo>*>> bindingsOf;  // declarations
   for (const SWFStateMentInfo* declared : declareList) {
     const auto [known, isNew] = bindingsOf.try_emplace(declared);
     if (isNew) {
-      for (std::string& variable : assigned.in(*declared->expression))
+      for (std::string& variable : variablesIn(*declared->expression))
         known->second.push_back(&bindingOf(*declared, variable, bindings));
     }
     for (EqualRecords<SWFStateMentInfo>* binding : known->second)
@@ -154,21 +169,20 @@ RunResult APIAnalysis::FindObjectVariable() {
 EqualRecords<SWFStateMentInfo>& APIAnalysis::bindingOf(const SWFStateMentInfo& declared, std::string& variable,
                                                        Bindings& bindings) {
   const bool wholeFile = variable.find("this.") != std::string::npos;
-  const std::string classId = splitKey(withoutBlanks(without(*declared.expression, "\n"))).classId;
-  std::string key = makeKey(withoutBlanks(classId), variable);
-  std::string_view body;
-  if (!wholeFile) body = bindings.enclosing.body(declared.path, splitKey(*declared.expression).symbol);
-  Bindings::MadeOf madeOf{key, declared.path, body.data()};
+  const Bindings::Declaration& declaration = bindings.of(declared, !wholeFile);
+  std::unique_ptr<std::string> key = newKey(declaration.classId, variable);
+  const std::string_view body = wholeFile ? std::string_view() : *declaration.body;
+  const Bindings::MadeOf madeOf{*key, declared.path, body.data()};
   const auto known = bindings.known.find(madeOf);
   if (known != bindings.known.end()) return known->second;
 
   auto record = std::make_unique<SWFStateMentInfo>();
-  record->expression = std::make_unique<std::string>(std::move(key));
+  record->expression = std::move(key);
   record->scope = wholeFile ? "Src" : "Func";
   record->text = body;
   record->path = declared.path;
   record->line = foundSymbolLineNumber(&record->path, &variable);
-  return bindings.known.emplace(std::move(madeOf), std::move(record)).first->second;
+  return bindings.known.emplace(madeOf, std::move(record)).first->second;
 }
 
 int APIAnalysis::foundSymbolLineNumber(std::string* path, std::string* symbol) {
@@ -176,7 +190,8 @@ int APIAnalysis::foundSymbolLineNumber(std::string* path, std::string* symbol) {
   if (source == nullptr) return -1;
   const auto isSymbolByte = [](char c) { return c >= '0' && c <= 'z'; };
   const auto start = std::find_if(symbol->begin(), symbol->end(), isSymbolByte);
-  const std::string wanted(start == symbol->end() ? symbol->begin() : start, symbol->end());
+  const auto skipped = start == symbol->end() ? 0 : static_cast<std::size_t>(start - symbol->begin());
+  const std::string_view wanted = std::string_view(*symbol).substr(skipped);
   detail::SourceIndex& index = known_->indexOf(*source);
   const std::size_t at = index.find(wanted);
   return at == std::string::npos ? 0 : index.lineOf(at);

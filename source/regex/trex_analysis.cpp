@@ -10,9 +10,10 @@
 namespace {
 
 constexpr std::int32_t kNone = -1;
-constexpr int kMaxDepth = 32;    // of deeper patterns nothing is said
-constexpr int kFairRarity = 12;  // of a literal; one that is more frequent is not worth another search
-constexpr int kGoodRarity = 24;  // of a literal; one that is rarer saves nothing more
+constexpr std::uint32_t kUnbounded = 0xFFFF;  // rounds of a repetition
+constexpr int kMaxDepth = 32;                 // of deeper patterns nothing is said
+constexpr int kFairRarity = 12;               // of a literal; one that is more frequent is not worth another search
+constexpr int kGoodRarity = 24;               // of a literal; one that is rarer saves nothing more
 
 const TrexByteSet& letterSet(std::int32_t letter) {
   static const auto table = [] {
@@ -92,9 +93,6 @@ class FirstBytes {
     return result;
   }
 
- private:
-  const TrexNode& node(std::int32_t index) const { return e_.nodes[static_cast<std::size_t>(index)]; }
-
   First ofNode(std::int32_t index, int depth) const {
     const TrexNode& n = node(index);
     if (depth > kMaxDepth) return {everyByte(), false};
@@ -124,7 +122,73 @@ class FirstBytes {
     }
   }
 
+ private:
+  const TrexNode& node(std::int32_t index) const { return e_.nodes[static_cast<std::size_t>(index)]; }
+
   const TrexExpression& e_;
+};
+
+// Whether each repetition takes all that it can. One that looks ahead stops early only where what follows matches; it
+// does not if what it repeats cannot begin with the same bytes. If both are single bytes, the one that follows is
+// noted.
+class Greed {
+ public:
+  explicit Greed(TrexExpression& expression) : e_(expression), first_(expression) {}
+
+  // Of the elements from `index` on, behind which `continuation` comes.
+  bool ofSequence(std::int32_t index, std::int32_t continuation, int depth) {
+    for (; index != kNone; index = node(index).next) {
+      if (!ofNode(index, node(index).next != kNone ? node(index).next : continuation, depth)) return false;
+    }
+    return true;
+  }
+
+ private:
+  const TrexNode& node(std::int32_t index) const { return e_.nodes[static_cast<std::size_t>(index)]; }
+  const TrexExpression::Trait& trait(std::int32_t index) const { return e_.traits[static_cast<std::size_t>(index)]; }
+
+  static bool isGroup(const TrexNode& node) {
+    return node.kind == TREX_NODE_GROUP || node.kind == TREX_NODE_GROUP_NOCAPTURE;
+  }
+
+  bool ofNode(std::int32_t index, std::int32_t continuation, int depth) {
+    const TrexNode& n = node(index);
+    if (depth > kMaxDepth) return false;
+    if (isGroup(n)) return ofSequence(n.left, continuation, depth + 1);
+    if (n.kind == TREX_NODE_ALTERNATION) return ofAlternative(n.left, depth) && ofAlternative(n.right, depth);
+    return n.kind == TREX_NODE_REPEAT ? ofRepeat(index, continuation, depth) : trait(index).isByte;
+  }
+
+  // Elements of an alternative have none behind them but those of their own groups.
+  bool ofAlternative(std::int32_t index, int depth) {
+    for (; index != kNone; index = node(index).next) {
+      const bool isRepeat = node(index).kind == TREX_NODE_REPEAT;
+      if (!ofNode(index, isRepeat ? node(index).next : kNone, depth + 1)) return false;
+    }
+    return true;
+  }
+
+  bool ofRepeat(std::int32_t index, std::int32_t stop, int depth) {
+    const TrexNode& repeat = node(index);
+    const std::uint32_t rounds = static_cast<std::uint32_t>(repeat.right);
+    if (rounds >> 16 > 1 || (rounds & kUnbounded) != kUnbounded) return false;
+    const First taken = first_.ofNode(repeat.left, depth);
+    const bool looksAhead = stop != kNone && !trait(stop).isOptional;
+    if (taken.canBeEmpty) return false;
+    if (looksAhead && !isApart(taken, first_.ofNode(stop, depth))) {
+      e_.traits[static_cast<std::size_t>(index)].stop = stop;
+      return trait(repeat.left).isByte && trait(stop).isByte;
+    }
+    return trait(repeat.left).isByte ||
+           (isGroup(node(repeat.left)) && ofSequence(node(repeat.left).left, stop, depth + 1));
+  }
+
+  static bool isApart(const First& taken, const First& behind) {
+    return !behind.canBeEmpty && !taken.bytes.intersects(behind.bytes);
+  }
+
+  TrexExpression& e_;
+  const FirstBytes first_;
 };
 
 // Literals that every match holds. Of several in a row, the first that is rare enough, else the rarest.
@@ -320,11 +384,12 @@ void trexAnalyse(TrexExpression& expression) {
   for (std::size_t i = 0; i < expression.nodes.size(); ++i) {
     const TrexNode& node = expression.nodes[i];
     expression.sets[i] = nodeSet(expression.nodes, node);
-    expression.traits[i] = {isByte(node), isOptional(node)};
+    expression.traits[i] = {isByte(node), isOptional(node), kNone};
     expression.testsBegin = expression.testsBegin || node.kind == TREX_NODE_BEGIN || node.kind == TREX_NODE_BOUNDARY;
   }
   const First first = FirstBytes(expression).ofSequence(expression.first, 0);
   expression.firstBytes = first.canBeEmpty ? everyByte() : first.bytes;
+  expression.isGreedy = Greed(expression).ofSequence(expression.first, kNone, 0);
   TrexLead before;
   Anchors anchors(expression);
   expression.anchors = anchors.ofSequence(expression.first, before, everyByte(), 0).anchors;

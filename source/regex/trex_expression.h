@@ -136,6 +136,7 @@ struct TrexExpression {
   struct Trait {
     bool isByte = false;      // matches a single byte: one of its set
     bool isOptional = false;  // a repetition of no rounds and more
+    std::int32_t stop = -1;   // of a repetition of single bytes in a greedy expression: the byte that ends it earlier
   };
 
   // What trexAnalyse found out.
@@ -145,10 +146,16 @@ struct TrexExpression {
   std::vector<TrexAnchor> anchors;  // one of them holds for every match; none if no literals are known
 
   bool testsBegin = false;  // whether what matches depends on where the text begins
+  bool isGreedy = false;    // whether each repetition takes all that it can, up to a single byte that ends it earlier
 
   // What the attempts of one search leave to each other.
   std::uint32_t search = 0;   // its number
   std::vector<TrexRun> runs;  // one per node
+
+  // The starts at which a greedy attempt of the search `longSearch` would come to a long repetition, most likely.
+  std::uint32_t longSearch = 0;
+  const char* longFrom = nullptr;
+  const char* longTo = nullptr;
 };
 
 // Whether `byte` is in the class of `letter`, one of "aAcCdDlpPsSuwWxX". The tests are those of <cctype>.
@@ -156,6 +163,16 @@ bool trexClassLetterMatches(char letter, unsigned char byte);
 
 // Finds out what saves work in matching an expression whose nodes are complete.
 void trexAnalyse(TrexExpression& expression);
+
+// Bytes of a repetition over which attempts should go that remember.
+constexpr std::ptrdiff_t kLongRun = 64;
+
+// One attempt of a greedy expression, which keeps no groups. `isLong`: it was given up at a long repetition.
+struct TrexGreedyAttempt {
+  const char* end;  // of the match, or null
+  bool isLong;
+};
+TrexGreedyAttempt trexGreedyAttempt(const TrexExpression& expression, const char* end, const char* position);
 
 // The number of anchors that are worth following at a time.
 constexpr std::size_t kMaxAnchors = 4;

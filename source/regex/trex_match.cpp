@@ -325,10 +325,31 @@ class Matcher {
 
 }  // namespace
 
+namespace {
+
+// An attempt that may be greedy, if the expression is: whether its outcome, which goes to `matchEnd`, is known. Where
+// one came to a long repetition, those that start right behind it would most likely do as well.
+bool attemptGreedily(TrexExpression& expression, const char* position, const char*& matchEnd) {
+  const bool isBehindLong =
+      expression.longSearch == expression.search && position >= expression.longFrom && position < expression.longTo;
+  if (!expression.isGreedy || isBehindLong) return false;
+  const TrexGreedyAttempt attempt = trexGreedyAttempt(expression, expression.end, position);
+  matchEnd = attempt.end;
+  if (!attempt.isLong) return true;
+  expression.longSearch = expression.search;
+  expression.longFrom = position;
+  expression.longTo = position + std::min(kLongRun, expression.end - position);
+  return false;
+}
+
+}  // namespace
+
 const char* trexAttempt(TrexExpression& expression, const char* begin, const char* end, const char* position,
                         bool remembers) {
   expression.begin = begin;
   expression.end = end;
+  const char* matchEnd = nullptr;
+  if (remembers && attemptGreedily(expression, position, matchEnd)) return matchEnd;
   if (remembers) expression.runs.resize(expression.nodes.size());
   return Matcher(expression, remembers).attempt(position);
 }

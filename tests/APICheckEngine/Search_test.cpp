@@ -10,6 +10,7 @@
 #include "APICheckEngine/Keys.h"
 #include "APICheckEngine/Knowledge.h"
 #include "APICheckEngine/Records.h"
+#include "APICheckEngine/search/AccessText.h"
 #include "APICheckEngine/search/ArgumentCalls.h"
 #include "APICheckEngine/search/CommonObjects.h"
 #include "APICheckEngine/search/DefinedFunctions.h"
@@ -76,6 +77,65 @@ TEST(Search, AccessesAreThoseOfEachExcerptByItself) {
       ASSERT_EQ(found, plainMatches(kLookUp, std::string(excerpt.text))) << excerpt.text << "\nin\n" << source;
     }
   }
+}
+
+// ---- what is read out of an access
+// -----------------------------------------------------------------------------------
+
+TEST(Search, AccessesAreReadAsTheirPatternsDo) {
+  const Texts pieces{"document",
+                     ".",
+                     "getElementById",
+                     "$",
+                     "(",
+                     ")",
+                     "'",
+                     "\"",
+                     " ",
+                     "\n",
+                     "\t",
+                     "_",
+                     "=",
+                     "==",
+                     "a.b",
+                     "tv",
+                     "1",
+                     "..",
+                     "$(",
+                     "('",
+                     "')",
+                     ").",
+                     "#",
+                     "\xe9",
+                     "x = $('tv')",
+                     "document.getElementById(\"tv\")"};
+  std::size_t used = 0;
+  std::size_t variables = 0;
+  std::size_t ids = 0;
+  for (unsigned seed = 0; seed < 30'000; ++seed) {
+    Text text(seed);
+    std::string access = text.of(pieces, 1 + text.below(12));
+    // Repetitions end after 65,536 bytes.
+    if (seed % 1000 == 0) access.insert(text.below(access.size() + 1), 65'530 + text.below(12), " _a."[text.below(4)]);
+    used += isUsedDirectly(access) ? 1 : 0;
+    ASSERT_EQ(isUsedDirectly(access), !plainMatches(kDirectUse, access).empty()) << access;
+
+    Texts assigned;
+    for (const std::string& match : plainMatches(kAssignment, access)) {
+      const std::string variable = without(withoutBlanks(match), "=");
+      if (!variable.empty()) assigned.push_back(variable);
+    }
+    variables += assigned.size();
+    ASSERT_EQ(assignedVariables(access), assigned) << access;
+
+    const Texts lookedUp = plainMatches(kLookedUpId, access);
+    const std::string match = lookedUp.empty() ? "" : lookedUp.front();
+    ids += lookedUp.empty() ? 0 : 1;
+    ASSERT_EQ(lookedUpId(access), match.substr(match.find_last_of("(\"' \t\n\v\f\r") + 1)) << access;
+  }
+  EXPECT_GT(used, 500U);
+  EXPECT_GT(variables, 500U);
+  EXPECT_GT(ids, 500U);
 }
 
 // ---- calls with an argument

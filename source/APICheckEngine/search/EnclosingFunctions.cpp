@@ -52,30 +52,29 @@ std::size_t LastFunctionAround::at(std::size_t place) const {
   return behind == stretches_.begin() ? kNone : behind[-1].function;
 }
 
-EnclosingFunctions::EnclosingFunctions(const std::vector<FlashFunctionInfo*>& functions, Knowledge& known)
-    : engine_(known) {
+void EnclosingFunctions::sortBySource() {
   // Of a function that is in the list several times, its last place counts.
   std::vector<const FlashFunctionInfo*> distinct;
   std::unordered_set<const FlashFunctionInfo*> seen;
-  for (auto function = functions.rbegin(); function != functions.rend(); ++function) {
+  for (auto function = functions_.rbegin(); function != functions_.rend(); ++function) {
     if (seen.insert(*function).second) distinct.push_back(*function);
   }
+  std::vector<OfSource>* sources = nullptr;  // of the path of the function before
+  std::string_view path;
   for (auto function = distinct.rbegin(); function != distinct.rend(); ++function) {
-    std::vector<OfSource>& sources = byPath_[(*function)->path];
-    if (sources.empty() || sources.back().source != (*function)->source) {
-      sources.push_back({(*function)->source, {}, {}});
+    if (sources == nullptr || path.data() != (*function)->path.data()) {
+      path = (*function)->path;
+      sources = &byPath_[path];
     }
-    sources.back().functions.push_back(*function);
+    if (sources->empty() || sources->back().source != (*function)->source) {
+      sources->push_back({(*function)->source, {}, {}});
+    }
+    sources->back().functions.push_back(*function);
   }
 }
 
 std::string_view EnclosingFunctions::body(const std::string& path, const std::string& access) {
-  const auto [place, isNew] = known_[path].try_emplace(access);
-  if (isNew) place->second = find(path, access);
-  return place->second;
-}
-
-std::string_view EnclosingFunctions::find(const std::string& path, const std::string& access) {
+  if (byPath_.empty()) sortBySource();
   const auto sources = byPath_.find(path);
   if (sources == byPath_.end()) return {};
   if (access.empty()) return sources->second.back().functions.back()->body;

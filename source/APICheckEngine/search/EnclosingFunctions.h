@@ -34,9 +34,11 @@ class LastFunctionAround {
 // of the list.
 class EnclosingFunctions {
  public:
-  EnclosingFunctions(const std::vector<FlashFunctionInfo*>& functions, Knowledge& known);
+  // Both outlive it.
+  EnclosingFunctions(const std::vector<FlashFunctionInfo*>& functions, Knowledge& known)
+      : functions_(functions), engine_(known) {}
 
-  // Its body; a null view if there is none.
+  // Its body; a null view if there is none. With the first question, the list is gone through.
   std::string_view body(const std::string& path, const std::string& access);
 
  private:
@@ -47,12 +49,12 @@ class EnclosingFunctions {
     std::optional<LastFunctionAround> last;  // once it is asked for
   };
 
-  std::string_view find(const std::string& path, const std::string& access);
+  void sortBySource();
   std::string_view lastHolding(OfSource& of, const std::string& access);
 
+  const std::vector<FlashFunctionInfo*>& functions_;
   Knowledge& engine_;
   std::unordered_map<std::string_view, std::vector<OfSource>> byPath_;
-  std::unordered_map<std::string, std::unordered_map<std::string, std::string_view>> known_;  // by path and access
 };
 
 }  // namespace FlashEngine_1_00::detail

@@ -57,6 +57,8 @@ class FunctionFinder {
 
   ScriptFunctions functions() const {
     ScriptFunctions found;
+    found.functions.reserve(headers_.size());
+    found.finds.reserve(finds_.size());
     for (const auto [begin, end, bodyEnd] : headers_) {
       const std::size_t known = bodyEnd == BraceIndex::kNone ? end : bodyEnd;
       found.functions.push_back({text_.substr(begin, end - begin), text_.substr(end, known - end)});
