@@ -29,7 +29,7 @@ constexpr int kMinRounds = 3;     // without long timers, with them, and with wh
 constexpr int kForcedRounds = 2;  // before functions that never ran are called
 constexpr int kMaxPasses = 4;     // of calling them
 constexpr auto kPrepare = milliseconds(6000);
-constexpr int kMaxDocuments = 24;         // of frames in a page
+constexpr int kMaxDocuments = 40;         // of frames in a page
 constexpr std::size_t kMaxDrivers = 40;   // of a page: frames that are written by code count, too
 constexpr std::size_t kMaxSessions = 12;  // of a page
 
@@ -144,9 +144,9 @@ void Page::prepare(const std::string& session) {
 void Page::navigate() {
   std::string url = shared_.server->urlOf(path_);
   // What only the user's address would say carries the mark.
-  if (world_ == World::made) url += '?' + shared_.mark;
+  if (world_ != World::unreachable) url += '?' + shared_.mark;
   if (isForced_) url += '&';  // the tab may have that page: the same address with a fragment would load nothing
-  if (world_ == World::made) url += '#' + shared_.mark;
+  if (world_ != World::unreachable) url += '#' + shared_.mark;
   state_ = State::loading;
   stateSince_ = Clock::now();
   sendTo(session_, "Page.navigate", {{"url", url}}, [](const Json&, const std::string&) {});
@@ -246,7 +246,7 @@ void Page::hear(const std::string& session, const Json& params) {
     const auto context = params.find("executionContextId");
     const std::string object = textOf(arguments->at(1), "objectId");
     if (context != params.end() && context->is_number_integer() && !object.empty())
-      drivers_.push_back({session, context->get<std::int64_t>(), object});
+      drivers_.push_back({session, context->get<std::int64_t>(), object, -1});
     return;
   }
   const Message message = messageOf(text, shared_.secret);
@@ -278,27 +278,37 @@ void Page::pollQuiet() {
   if (quietPolls_ >= 2 || Clock::now() >= quietAfter_ || drivers_.empty()) {
     return round_ == 0 ? beginRound() : measure(false);
   }
-  driven_ = 0;
+  active_ = drivers_.front();
   ask("state");
 }
 
 void Page::beginRound() {
   state_ = State::driving;
   stateSince_ = Clock::now();
-  driven_ = 0;
   if (drivers_.empty()) return measure(true);
-  ask(uncalled_ ? "begin uncalled" : "begin");
+  nextFrame();
 }
 
+// The newest frame that was not driven in this round: those that made it may take it away when they are.
 void Page::nextFrame() {
-  if (++driven_ < drivers_.size()) return ask(uncalled_ ? "begin uncalled" : "begin");
+  const auto next =
+      std::find_if(drivers_.rbegin(), drivers_.rend(), [this](const Driver& one) { return one.round < round_; });
+  if (next != drivers_.rend()) {
+    next->round = round_;
+    active_ = *next;
+    return ask(uncalled_ ? "begin uncalled" : "begin");
+  }
   ++round_;
   settle(kQuietRound);
 }
 
+bool Page::isThere(const Driver& driver) const {
+  return std::any_of(drivers_.begin(), drivers_.end(), [&](const Driver& one) { return one.object == driver.object; });
+}
+
 void Page::ask(const std::string& command) {
-  if (driven_ >= drivers_.size()) return nextFrame();
-  const Driver& driver = drivers_[driven_];
+  const Driver& driver = active_;
+  isPausing_ = false;
   askedAt_ = Clock::now();
   const std::uint64_t number = ++asked_;
   const Json params{{"objectId", driver.object},
@@ -336,13 +346,15 @@ void Page::answered(const std::string& state) {
   }
   if (state_ != State::driving) return;
   if (words.fail()) {  // it was ended: the next step goes on behind what hung
-    if (++failures_ <= kMaxFailures) return ask("step");
+    if (isThere(active_) && ++failures_ <= kMaxFailures) return ask("step");
     failures_ = 0;
     return nextFrame();
   }
   failures_ = 0;
   if (isMore == 1) return ask("step");
-  nextFrame();
+  if (isMore == 0) return nextFrame();
+  isPausing_ = true;  // it goes on by itself
+  nextPoll_ = Clock::now() + kPoll;
 }
 
 void Page::measure(bool isLast) {
@@ -455,6 +467,7 @@ void Page::tick() {
     return;
   }
   if (state_ == State::settling) pollQuiet();
+  if (state_ == State::driving && isPausing_ && now >= nextPoll_) ask("step");
 }
 
 void Page::giveUp(const std::string& reason) {

@@ -85,6 +85,7 @@ class Page {
   void pollQuiet();
   void beginRound();
   void nextFrame();
+  bool isThere(const Driver& driver) const;
   void ask(const std::string& command);
   void answered(const std::string& state);
   void measure(bool isLast);
@@ -109,7 +110,7 @@ class Page {
   std::set<std::string> sessions_;
   Places places_;
   std::vector<Driver> drivers_;
-  std::size_t driven_ = 0;  // of the drivers, in this round
+  Driver active_;  // the one that is asked
   int round_ = 0;
   int documents_ = 0;       // that frames have loaded
   bool hasLoaded_ = false;  // its own document was served
@@ -119,6 +120,7 @@ class Page {
   Clock::time_point watched_;             // what the times are of
   std::map<int, double> processorTimes_;  // of processes, some time after that
   std::uint64_t asked_ = 0;               // number of the question that is open
+  bool isPausing_ = false;  // the driver does something that is waited for
   Clock::time_point nextPoll_;
   Clock::time_point quietAfter_;  // settled at the latest
   Clock::time_point lastRequest_;
