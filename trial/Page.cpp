@@ -79,16 +79,18 @@ void Page::sendTo(const std::string& session, const std::string& method, const J
 
 // ---- opening -------------------------------------------------------------------------------------------------------
 
-void Page::open(const std::string& path, Clock::time_point deadline, bool isForced) {
+void Page::open(const std::string& path, Clock::time_point deadline, bool isForced, bool isLastTry) {
   path_ = path;
   deadline_ = deadline;
   isForced_ = isForced;
+  isLastTry_ = isLastTry;
   round_ = 0;
   documents_ = 0;
   ended_ = 0;
   unanswered_ = 0;
   failures_ = 0;
   hasLoaded_ = false;
+  hasRun_ = false;
   stateSince_ = Clock::now();
   if (session_.empty()) return begin();
   navigate();
@@ -119,13 +121,21 @@ void Page::attach(const std::string& target) {
     if (!error.empty()) return giveUp("no session: " + error);
     session_ = textOf(result, "sessionId");
     prepare(session_);
-    navigate();
   });
 }
 
-// Each frame that has a process of its own gets the same.
+// Each frame that has a process of its own gets the same. The page itself goes on when all is answered: a navigation
+// may change the process, and what the old one has not yet taken would come too late in the new one.
 void Page::prepare(const std::string& session) {
   sessions_.insert(session);
+  const auto sendTo = [this, &session](const std::string& to, const std::string& method, const Json& params) {
+    if (session != session_) return this->sendTo(to, method, params);
+    ++preparing_;
+    this->sendTo(to, method, params, [this, to, method](const Json&, const std::string& error) {
+      if (!error.empty()) shared_.protocol->onError(to, method + ": " + error);
+      if (--preparing_ == 0 && state_ == State::opening) navigate();
+    });
+  };
   sendTo(session, "Page.enable", Json::object());
   sendTo(session, "Page.addScriptToEvaluateOnNewDocument", {{"source", shared_.recorder(world_)}});
   sendTo(session, "Runtime.enable", Json::object());
@@ -149,7 +159,10 @@ void Page::navigate() {
   if (world_ != World::unreachable) url += '#' + shared_.mark;
   state_ = State::loading;
   stateSince_ = Clock::now();
-  sendTo(session_, "Page.navigate", {{"url", url}}, [](const Json&, const std::string&) {});
+  sendTo(session_, "Page.navigate", {{"url", url}}, [this](const Json& result, const std::string& error) {
+    const std::string problem = error.empty() ? textOf(result, "errorText") : error;
+    if (!problem.empty() && state_ == State::loading && !hasLoaded_) giveUp("it did not load: " + problem);
+  });
 }
 
 // ---- events --------------------------------------------------------------------------------------------------------
@@ -245,6 +258,7 @@ void Page::hear(const std::string& session, const Json& params) {
     if (drivers_.size() >= kMaxDrivers) return miss("it has more frames than are driven");
     const auto context = params.find("executionContextId");
     const std::string object = textOf(arguments->at(1), "objectId");
+    hasRun_ = hasRun_ || hasLoaded_;
     if (context != params.end() && context->is_number_integer() && !object.empty())
       drivers_.push_back({session, context->get<std::int64_t>(), object, -1});
     return;
@@ -285,6 +299,7 @@ void Page::pollQuiet() {
 void Page::beginRound() {
   state_ = State::driving;
   stateSince_ = Clock::now();
+  if (!hasRun_) return giveUp("it did not begin to run");
   if (drivers_.empty()) return measure(true);
   nextFrame();
 }
@@ -445,6 +460,7 @@ void Page::tick() {
     return close();
   }
   if (state_ == State::opening && inState > kOpen) return giveUp("the browser opened no page");
+  if (state_ == State::loading && !hasLoaded_ && inState > kOpen) return giveUp("it did not load in time");
   if (state_ == State::loading && hasRunFor(kLoad, stateSince_)) {
     ++ended_;
     shared_.incomplete(path_, "a script ran too long while it loaded, and was ended");
@@ -472,8 +488,13 @@ void Page::tick() {
 
 void Page::giveUp(const std::string& reason) {
   if (state_ == State::done || state_ == State::closing) return;
-  if (state_ != State::idle) miss(reason);
+  if (state_ != State::idle && !isToRepeat()) miss(reason);
   close();
+}
+
+// The browser, and not the page, is to blame where not even the recorder ran.
+bool Page::isToRepeat() const {
+  return !isLastTry_ && !hasRun_;
 }
 
 // A page in which scripts ran too long, or that is out of time, is not gone on with.

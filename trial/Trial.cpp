@@ -32,6 +32,7 @@ constexpr auto kEnd = seconds(6);           // for pages to be closed when all t
 constexpr std::size_t kMaxProcesses = 40;
 constexpr int kMaxEndedRenderers = 4;
 constexpr std::size_t kMaxPages = 30;
+constexpr int kMaxRepeats = 3;
 constexpr std::size_t kMaxIncomplete = 100;
 
 std::string randomWord() {
@@ -49,6 +50,7 @@ struct Lane {
   World world;
   std::deque<std::string> waiting;
   Page* page = nullptr;
+  int repeats = 0;        // of pages that the browser did not begin to run
   bool isForced = false;  // its pages have been run; now functions are called that never ran
 };
 
@@ -208,7 +210,10 @@ class Trial {
 
   // In the lane's tab, or in a new one where there is none that can go on.
   void startNext(Lane& lane) {
-    if (lane.page != nullptr && lane.page->isDone()) lane.page = nullptr;
+    if (lane.page != nullptr && lane.page->isDone()) {
+      if (lane.page->isToRepeat() && ++lane.repeats <= kMaxRepeats) lane.waiting.push_front(lane.page->path());
+      lane.page = nullptr;
+    }
     if (lane.waiting.empty() || (lane.page != nullptr && !lane.page->isIdle())) return;
     if (&lane == &lanes_[kPlausible] && !leave(lanes_[kUnreachable])) return;
     if (lane.page == nullptr) {
@@ -217,7 +222,8 @@ class Trial {
     }
     const std::string path = lane.waiting.front();
     lane.waiting.pop_front();
-    lane.page->open(path, std::min(deadline_, Clock::now() + seconds(options_.secondsPerPage)), lane.isForced);
+    lane.page->open(path, std::min(deadline_, Clock::now() + seconds(options_.secondsPerPage)), lane.isForced,
+                     lane.repeats >= kMaxRepeats);
   }
 
   // Whether a lane has nothing to do; its tab is closed then, for the memory.

@@ -558,7 +558,7 @@ const refresh = () => {
 // Keys and clicks in an order of chance, the same in each run: into menus and out of them, through the states of a
 // player. Each is a task of its own, so that what the page does after an answer, or in a timer, is done before the
 // next. It goes on by itself; the driver's steps only wait for it.
-const walkRounds = 3;
+const walkRounds = isPlausible ? 1 : 2;
 const walkLength = 150;
 const maxWaits = 40;    // of a walk, for timers
 const walkWait = 3;
