@@ -33,7 +33,8 @@ Message messageOf(const std::string& text, const std::string& secret) {
   message.first = unquoted(lines[1]);
   message.method = unquoted(lines[2]);
   message.arguments = lines[3];
-  if (lines[0] == "call") message.kind = Message::Kind::call;
+  message.isGiven = lines[0] == "word";
+  if (lines[0] == "call" || message.isGiven) message.kind = Message::Kind::call;
   if (lines[0] == "unknown") message.kind = Message::Kind::unknown;
   if (lines[0] == "navigation") message.kind = Message::Kind::navigation;
   if (lines[0] == "broken") message.kind = Message::Kind::broken;
@@ -76,6 +77,7 @@ void Findings::add(const Message& message, const Json& callFrames, const Places&
     rest.erase(rest.find(kUnknown), kUnknown.size());
     empty_.insert({call.place.path, call.place.line, call.place.column, rest, call.plugin});
   }
+  if (message.isGiven && !call.place.isSpelled) return;
   Calls& calls = isUnknown ? undetermined_ : calls_;
   Key key{call.place.path, call.place.line, call.place.column, isUnknown ? std::string() : call.method, call.plugin};
   if (calls.size() >= kMaxCalls && calls.count(key) == 0) {

@@ -18,6 +18,7 @@ struct Message {
   std::string first;  // class identifier, address, or name of a built-in that does not work
   std::string method;
   std::string arguments;
+  bool isGiven = false;  // the method is a word that the trial gave as an answer: one only where it is spelled
 };
 
 // Reads a text that begins with the recorder's secret. What is not as the recorder makes it is none.

@@ -9,10 +9,11 @@
 
 namespace trial {
 
-// Two worlds, because pages go different ways in them.
+// Several worlds, because pages go different ways in them.
 enum class World {
   unreachable,  // no network: whatever is not in the package fails
   made,         // everything answers, with texts that carry the mark
+  plausible,    // so, too; what the answers hold fits to what scripts compare with it, and plug-ins answer numbers
 };
 
 // An answer to a request of a page.

@@ -29,7 +29,7 @@ constexpr int kMinRounds = 3;     // without long timers, with them, and with wh
 constexpr int kForcedRounds = 2;  // before functions that never ran are called
 constexpr int kMaxPasses = 4;     // of calling them
 constexpr auto kPrepare = milliseconds(6000);
-constexpr int kMaxDocuments = 24;         // of frames in a page
+constexpr int kMaxDocuments = 40;         // of frames in a page
 constexpr std::size_t kMaxDrivers = 40;   // of a page: frames that are written by code count, too
 constexpr std::size_t kMaxSessions = 12;  // of a page
 
@@ -79,16 +79,18 @@ void Page::sendTo(const std::string& session, const std::string& method, const J
 
 // ---- opening -------------------------------------------------------------------------------------------------------
 
-void Page::open(const std::string& path, Clock::time_point deadline, bool isForced) {
+void Page::open(const std::string& path, Clock::time_point deadline, bool isForced, bool isLastTry) {
   path_ = path;
   deadline_ = deadline;
   isForced_ = isForced;
+  isLastTry_ = isLastTry;
   round_ = 0;
   documents_ = 0;
   ended_ = 0;
   unanswered_ = 0;
   failures_ = 0;
   hasLoaded_ = false;
+  hasRun_ = false;
   stateSince_ = Clock::now();
   if (session_.empty()) return begin();
   navigate();
@@ -119,13 +121,21 @@ void Page::attach(const std::string& target) {
     if (!error.empty()) return giveUp("no session: " + error);
     session_ = textOf(result, "sessionId");
     prepare(session_);
-    navigate();
   });
 }
 
-// Each frame that has a process of its own gets the same.
+// Each frame that has a process of its own gets the same. The page itself goes on when all is answered: a navigation
+// may change the process, and what the old one has not yet taken would come too late in the new one.
 void Page::prepare(const std::string& session) {
   sessions_.insert(session);
+  const auto sendTo = [this, &session](const std::string& to, const std::string& method, const Json& params) {
+    if (session != session_) return this->sendTo(to, method, params);
+    ++preparing_;
+    this->sendTo(to, method, params, [this, to, method](const Json&, const std::string& error) {
+      if (!error.empty()) shared_.protocol->onError(to, method + ": " + error);
+      if (--preparing_ == 0 && state_ == State::opening) navigate();
+    });
+  };
   sendTo(session, "Page.enable", Json::object());
   sendTo(session, "Page.addScriptToEvaluateOnNewDocument", {{"source", shared_.recorder(world_)}});
   sendTo(session, "Runtime.enable", Json::object());
@@ -144,12 +154,15 @@ void Page::prepare(const std::string& session) {
 void Page::navigate() {
   std::string url = shared_.server->urlOf(path_);
   // What only the user's address would say carries the mark.
-  if (world_ == World::made) url += '?' + shared_.mark;
+  if (world_ != World::unreachable) url += '?' + shared_.mark;
   if (isForced_) url += '&';  // the tab may have that page: the same address with a fragment would load nothing
-  if (world_ == World::made) url += '#' + shared_.mark;
+  if (world_ != World::unreachable) url += '#' + shared_.mark;
   state_ = State::loading;
   stateSince_ = Clock::now();
-  sendTo(session_, "Page.navigate", {{"url", url}}, [](const Json&, const std::string&) {});
+  sendTo(session_, "Page.navigate", {{"url", url}}, [this](const Json& result, const std::string& error) {
+    const std::string problem = error.empty() ? textOf(result, "errorText") : error;
+    if (!problem.empty() && state_ == State::loading && !hasLoaded_) giveUp("it did not load: " + problem);
+  });
 }
 
 // ---- events --------------------------------------------------------------------------------------------------------
@@ -245,8 +258,9 @@ void Page::hear(const std::string& session, const Json& params) {
     if (drivers_.size() >= kMaxDrivers) return miss("it has more frames than are driven");
     const auto context = params.find("executionContextId");
     const std::string object = textOf(arguments->at(1), "objectId");
+    hasRun_ = hasRun_ || hasLoaded_;
     if (context != params.end() && context->is_number_integer() && !object.empty())
-      drivers_.push_back({session, context->get<std::int64_t>(), object});
+      drivers_.push_back({session, context->get<std::int64_t>(), object, -1});
     return;
   }
   const Message message = messageOf(text, shared_.secret);
@@ -278,27 +292,38 @@ void Page::pollQuiet() {
   if (quietPolls_ >= 2 || Clock::now() >= quietAfter_ || drivers_.empty()) {
     return round_ == 0 ? beginRound() : measure(false);
   }
-  driven_ = 0;
+  active_ = drivers_.front();
   ask("state");
 }
 
 void Page::beginRound() {
   state_ = State::driving;
   stateSince_ = Clock::now();
-  driven_ = 0;
+  if (!hasRun_) return giveUp("it did not begin to run");
   if (drivers_.empty()) return measure(true);
-  ask(uncalled_ ? "begin uncalled" : "begin");
+  nextFrame();
 }
 
+// The newest frame that was not driven in this round: those that made it may take it away when they are.
 void Page::nextFrame() {
-  if (++driven_ < drivers_.size()) return ask(uncalled_ ? "begin uncalled" : "begin");
+  const auto next =
+      std::find_if(drivers_.rbegin(), drivers_.rend(), [this](const Driver& one) { return one.round < round_; });
+  if (next != drivers_.rend()) {
+    next->round = round_;
+    active_ = *next;
+    return ask(uncalled_ ? "begin uncalled" : "begin");
+  }
   ++round_;
   settle(kQuietRound);
 }
 
+bool Page::isThere(const Driver& driver) const {
+  return std::any_of(drivers_.begin(), drivers_.end(), [&](const Driver& one) { return one.object == driver.object; });
+}
+
 void Page::ask(const std::string& command) {
-  if (driven_ >= drivers_.size()) return nextFrame();
-  const Driver& driver = drivers_[driven_];
+  const Driver& driver = active_;
+  isPausing_ = false;
   askedAt_ = Clock::now();
   const std::uint64_t number = ++asked_;
   const Json params{{"objectId", driver.object},
@@ -336,13 +361,15 @@ void Page::answered(const std::string& state) {
   }
   if (state_ != State::driving) return;
   if (words.fail()) {  // it was ended: the next step goes on behind what hung
-    if (++failures_ <= kMaxFailures) return ask("step");
+    if (isThere(active_) && ++failures_ <= kMaxFailures) return ask("step");
     failures_ = 0;
     return nextFrame();
   }
   failures_ = 0;
   if (isMore == 1) return ask("step");
-  nextFrame();
+  if (isMore == 0) return nextFrame();
+  isPausing_ = true;  // it goes on by itself
+  nextPoll_ = Clock::now() + kPoll;
 }
 
 void Page::measure(bool isLast) {
@@ -433,6 +460,7 @@ void Page::tick() {
     return close();
   }
   if (state_ == State::opening && inState > kOpen) return giveUp("the browser opened no page");
+  if (state_ == State::loading && !hasLoaded_ && inState > kOpen) return giveUp("it did not load in time");
   if (state_ == State::loading && hasRunFor(kLoad, stateSince_)) {
     ++ended_;
     shared_.incomplete(path_, "a script ran too long while it loaded, and was ended");
@@ -455,12 +483,18 @@ void Page::tick() {
     return;
   }
   if (state_ == State::settling) pollQuiet();
+  if (state_ == State::driving && isPausing_ && now >= nextPoll_) ask("step");
 }
 
 void Page::giveUp(const std::string& reason) {
   if (state_ == State::done || state_ == State::closing) return;
-  if (state_ != State::idle) miss(reason);
+  if (state_ != State::idle && !isToRepeat()) miss(reason);
   close();
+}
+
+// The browser, and not the page, is to blame where not even the recorder ran.
+bool Page::isToRepeat() const {
+  return !isLastTry_ && !hasRun_;
 }
 
 // A page in which scripts ran too long, or that is out of time, is not gone on with.

@@ -44,8 +44,11 @@ class Page {
   Page& operator=(const Page&) = delete;
 
   // The tab is new, or idle. `isForced`: functions that never ran, here or elsewhere, are called after a round, and the
-  // tab is closed.
-  void open(const std::string& path, Clock::time_point deadline, bool isForced);
+  // tab is closed. `isLastTry`: if the browser does not begin to run the page, that is told.
+  void open(const std::string& path, Clock::time_point deadline, bool isForced, bool isLastTry);
+
+  // Whether the browser did not begin to run the page, and another try is worth it.
+  bool isToRepeat() const;
 
   // Whether the session is one of this page's; then it takes the event.
   bool take(const std::string& session, const std::string& method, const Json& params);
@@ -56,7 +59,7 @@ class Page {
   bool isDone() const { return state_ == State::done; }
 
   // Whether nothing more is expected of it.
-  bool isSettled() const { return isIdle() || isDone() || state_ == State::closing; }
+  bool isSettled() const { return isIdle() || ((isDone() || state_ == State::closing) && !isToRepeat()); }
 
   // It could not be closed: its processes have to be ended.
   bool isStuck() const { return isStuck_; }
@@ -85,6 +88,7 @@ class Page {
   void pollQuiet();
   void beginRound();
   void nextFrame();
+  bool isThere(const Driver& driver) const;
   void ask(const std::string& command);
   void answered(const std::string& state);
   void measure(bool isLast);
@@ -109,16 +113,20 @@ class Page {
   std::set<std::string> sessions_;
   Places places_;
   std::vector<Driver> drivers_;
-  std::size_t driven_ = 0;  // of the drivers, in this round
+  Driver active_;  // the one that is asked
   int round_ = 0;
   int documents_ = 0;       // that frames have loaded
   bool hasLoaded_ = false;  // its own document was served
+  bool hasRun_ = false;     // the recorder was there
+  bool isLastTry_ = true;
+  int preparing_ = 0;       // commands that are not answered
   int ended_ = 0;           // scripts that ran too long
   int unanswered_ = 0;      // attempts to end the present one
   std::optional<Clock::time_point> askedAt_;
   Clock::time_point watched_;             // what the times are of
   std::map<int, double> processorTimes_;  // of processes, some time after that
   std::uint64_t asked_ = 0;               // number of the question that is open
+  bool isPausing_ = false;  // the driver does something that is waited for
   Clock::time_point nextPoll_;
   Clock::time_point quietAfter_;  // settled at the latest
   Clock::time_point lastRequest_;

@@ -25,6 +25,8 @@ constexpr int kRemote[] = {13,  37,  38, 39, 40, 8,  27, 461, 10009, 403, 404, 4
                            53,  54,  55, 56, 57, 33, 34, 32,  19,    412, 413, 415, 417, 427, 428, 447, 448, 449,
                            457, 458, 36, 35, 77, 73, 82, 71,  89,    66,  112, 113, 9,   46,  176, 177, 178, 179};
 constexpr std::size_t kMaxKeys = 160;
+constexpr std::size_t kMaxCompared = 48;
+constexpr std::size_t kMoves = 8;  // of the remote's first ones: arrows, enter, back
 constexpr std::size_t kMaxKeyName = 24;
 constexpr std::size_t kMinSequence = 3;
 constexpr std::size_t kMaxSequence = 12;
@@ -128,9 +130,24 @@ std::string listOf(const std::vector<std::string>& texts) {
   return '[' + list + ']';
 }
 
+std::string tableOf(const Answers& answers) {
+  std::string table = "{__proto__: null";
+  for (const auto& [name, values] : answers)
+    table += ", " + dumped(name) + ": " + listOf(values);
+  return table + '}';
+}
+
 class Keys {
  public:
+  Keys() {
+    for (const int key : kRemote)
+      keys_.push_back(std::to_string(key));
+    known_.insert(keys_.begin(), keys_.end());
+    compared_.assign(keys_.begin(), keys_.begin() + kMoves);
+  }
+
   void add(const std::string& key) {
+    addOnce(compared_, key, kMaxCompared);
     if (keys_.size() < kMaxKeys && known_.insert(key).second) keys_.push_back(key);
   }
 
@@ -164,10 +181,14 @@ class Keys {
     }
   }
 
-  std::vector<std::string> take() { return std::move(keys_); }
+  void giveTo(Vocabulary& vocabulary) {
+    vocabulary.keys = std::move(keys_);
+    vocabulary.compared = std::move(compared_);
+  }
 
  private:
   std::vector<std::string> keys_;
+  std::vector<std::string> compared_;
   std::set<std::string> known_;
 };
 
@@ -180,17 +201,17 @@ std::string recorderScript(const Input& input, const Settings& settings, const V
   documented += '}';
   return std::string("(function recorder(settings) {'use strict';\n") + kRecorder + kUncalled + kDriver +
          "\n})({__proto__: null, secret: " + dumped(settings.secret) + ", mark: " + dumped(settings.mark) +
-         ", world: " + (settings.world == World::unreachable ? "0" : "1") + ", plugins: " + dumped(input.classIds) +
+         ", world: " + std::to_string(static_cast<int>(settings.world)) + ", plugins: " + dumped(input.classIds) +
          ", extension: " + dumped(input.extension) + ", documented: " + documented +
          ", keys: " + listOf(vocabulary.keys) + ", sequences: " + listOf(vocabulary.sequences) +
-         ", modifiers: " + listOf(vocabulary.modifiers) + ", words: " + listOf(vocabulary.words) + "});";
+         ", modifiers: " + listOf(vocabulary.modifiers) + ", words: " + listOf(vocabulary.words) +
+         ", compared: " + listOf(vocabulary.compared) + ", origins: " + dumped(vocabulary.origins) +
+         ", answers: " + tableOf(vocabulary.answers) + "});";
 }
 
 Vocabulary vocabularyOf(const std::vector<File>& files) {
   Keys keys;
   Vocabulary vocabulary;
-  for (const int key : kRemote)
-    keys.add(std::to_string(key));
   const auto isCode = [](const File& file) {
     return isPage(file.path) || contentTypeOf(file.path) == "text/javascript";
   };
@@ -198,10 +219,12 @@ Vocabulary vocabularyOf(const std::vector<File>& files) {
     if (isCode(file) && !isLibrary(file.path) && file.bytes.find("key") != std::string::npos) keys.addNames(file.bytes);
   for (const File& file : files)
     if (isCode(file) && !isLibrary(file.path) && file.bytes.find("ey") != std::string::npos) keys.addFrom(file.bytes);
-  vocabulary.keys = keys.take();
+  keys.giveTo(vocabulary);
   for (const File& file : files) {
     if (!isCode(file) || isLibrary(file.path)) continue;
     addSequencesAndWords(file.bytes, vocabulary);
+    addAnswers(file.bytes, vocabulary.answers);
+    addOrigins(file.bytes, vocabulary.origins);
     for (const char* modifier : kModifiers)
       if (file.bytes.find(modifier) != std::string::npos) addOnce(vocabulary.modifiers, dumped(modifier), 4);
   }

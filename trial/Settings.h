@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "trial/Answers.h"
 #include "trial/PackageServer.h"
 
 namespace trial {
@@ -20,6 +21,9 @@ struct Vocabulary {
   std::vector<std::string> sequences;  // of keys, as a hidden menu wants them; at most 20
   std::vector<std::string> modifiers;  // of key events: "shiftKey"
   std::vector<std::string> words;      // that scripts compare with; at most 40
+  std::vector<std::string> compared;   // keys that scripts compare with, and those that move; at most 48
+  std::vector<std::string> origins;    // of addresses
+  Answers answers;
 };
 
 // The script that runs first in every frame: recorder and driver, in a function of their own, with these settings.

@@ -32,6 +32,7 @@ constexpr auto kEnd = seconds(6);           // for pages to be closed when all t
 constexpr std::size_t kMaxProcesses = 40;
 constexpr int kMaxEndedRenderers = 4;
 constexpr std::size_t kMaxPages = 30;
+constexpr int kMaxRepeats = 3;
 constexpr std::size_t kMaxIncomplete = 100;
 
 std::string randomWord() {
@@ -44,11 +45,12 @@ std::string randomWord() {
   return word;
 }
 
-// The pages of one world, one after the other; both worlds at once.
+// The pages of one world, one after the other; two worlds at once, and the third in the place of the first.
 struct Lane {
   World world;
   std::deque<std::string> waiting;
   Page* page = nullptr;
+  int repeats = 0;        // of pages that the browser did not begin to run
   bool isForced = false;  // its pages have been run; now functions are called that never ran
 };
 
@@ -173,14 +175,18 @@ class Trial {
     for (const Lane& lane : lanes_)
       if (!lane.waiting.empty() || (lane.page != nullptr && !lane.page->isSettled())) return false;
     if (!hasRest_) addRest();
-    if (lanes_.front().waiting.empty() && options_.callsUncalled && !lanes_.back().isForced) forceAll();
-    return lanes_.back().waiting.empty();
+    const bool isWaiting = std::any_of(lanes_.begin(), lanes_.end(), [](const Lane& l) { return !l.waiting.empty(); });
+    if (!isWaiting && options_.callsUncalled && !lanes_[kMade].isForced) {
+      forceAll();
+      return false;
+    }
+    return !isWaiting;
   }
 
   // Each page once more, in the world where everything answers.
   void forceAll() {
-    lanes_.back().isForced = true;
-    lanes_.back().waiting.assign(result_.pages.begin(), result_.pages.end());
+    lanes_[kMade].isForced = true;
+    lanes_[kMade].waiting.assign(result_.pages.begin(), result_.pages.end());
   }
 
   void turn() {
@@ -204,15 +210,27 @@ class Trial {
 
   // In the lane's tab, or in a new one where there is none that can go on.
   void startNext(Lane& lane) {
-    if (lane.page != nullptr && lane.page->isDone()) lane.page = nullptr;
+    if (lane.page != nullptr && lane.page->isDone()) {
+      if (lane.page->isToRepeat() && ++lane.repeats <= kMaxRepeats) lane.waiting.push_front(lane.page->path());
+      lane.page = nullptr;
+    }
     if (lane.waiting.empty() || (lane.page != nullptr && !lane.page->isIdle())) return;
+    if (&lane == &lanes_[kPlausible] && !leave(lanes_[kUnreachable])) return;
     if (lane.page == nullptr) {
       pages_.push_back(std::make_unique<Page>(shared_, lane.world));
       lane.page = pages_.back().get();
     }
     const std::string path = lane.waiting.front();
     lane.waiting.pop_front();
-    lane.page->open(path, std::min(deadline_, Clock::now() + seconds(options_.secondsPerPage)), lane.isForced);
+    lane.page->open(path, std::min(deadline_, Clock::now() + seconds(options_.secondsPerPage)), lane.isForced,
+                     lane.repeats >= kMaxRepeats);
+  }
+
+  // Whether a lane has nothing to do; its tab is closed then, for the memory.
+  static bool leave(Lane& lane) {
+    if (!lane.waiting.empty() || (lane.page != nullptr && !lane.page->isSettled())) return false;
+    if (lane.page != nullptr && lane.page->isIdle()) lane.page->giveUp({});
+    return true;
   }
 
   void dropWaiting(const std::string& reason) {
@@ -244,7 +262,10 @@ class Trial {
     graceUntil_ = now + kGrace;
   }
 
+  // Only where none of them is one that another page is run in: nobody can tell whose they are.
   void endRenderers() const {
+    const auto isRunning = [](const Lane& lane) { return lane.page != nullptr && !lane.page->isSettled(); };
+    if (std::any_of(lanes_.begin(), lanes_.end(), isRunning)) return;
     for (const pid_t renderer : browser_->measure().renderers)
       browser_->endProcess(renderer);
   }
@@ -292,7 +313,10 @@ class Trial {
   std::set<std::string> loaded_;  // as pages or frames
   bool hasRest_ = false;
   std::vector<std::unique_ptr<Page>> pages_;  // they stay: answers come late
-  std::array<Lane, 2> lanes_{{{World::unreachable, {}}, {World::made, {}}}};
+  static constexpr std::size_t kUnreachable = 0;
+  static constexpr std::size_t kMade = 1;
+  static constexpr std::size_t kPlausible = 2;
+  std::array<Lane, 3> lanes_{{{World::unreachable, {}}, {World::made, {}}, {World::plausible, {}}}};
   std::optional<Browser> browser_;
   std::optional<Protocol> protocol_;
 };

@@ -16,6 +16,7 @@ struct Driver {
   std::string session;
   std::int64_t context = 0;
   std::string object;
+  int round = -1;  // that it was last driven in
 };
 
 // Hands the functions of a page that never ran to the drivers of its frames, which call them. Those of libraries are

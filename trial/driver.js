@@ -219,6 +219,7 @@ let part = 0;      // of that position
 let cut = 0;       // what there was more of than is tried: 1 elements, 2 callbacks
 let hangs = 0;     // steps of that phase that were ended
 let isInStep = false;
+let isPausing = false;  // there is nothing to do now, but later
 let elements = null;
 let others = [];   // that stand in shadows, or nowhere
 const maxOthers = 5000;
@@ -237,9 +238,9 @@ const fillIn = (element, name) => {
   if (name === 'select') {
     const count = optionCount(element);
     if (count > 1) setSelected(element, (round + 1) % count);
-  } else if (settings.world === 1 && name === 'textarea') {
+  } else if (isMade && name === 'textarea') {
     setArea(element, settings.mark);
-  } else if (settings.world === 1 && name === 'input') {
+  } else if (isMade && name === 'input') {
     const type = inputType(element);
     if ((type === 'number' || type === 'range') && round === 1) setInput(element, '9');
     if ((type === 'text' || type === 'search' || type === 'url' || type === 'hidden' || type === 'password') &&
@@ -247,6 +248,18 @@ const fillIn = (element, name) => {
       setInput(element, settings.mark);
   }
 };
+
+// What somebody may have typed: words that scripts know, and others behind them.
+const typeWords = (element, name) => {
+  const set = name === 'input' ? setInput : setArea;
+  for (let i = 0; i < wordCount; ++i) {
+    set(element, wordsOfText(i));
+    for (const type of ['input', 'change']) fireAt(element, plainEvent(type, element), type);
+    for (const type of keyTypes) fireAt(element, keyEvent(type, 13), '');
+  }
+  set(element, settings.mark);
+};
+const typed = asTable('text search url hidden password');
 
 let pointed = null;
 const elementTypes = mouseTypes.concat(plainTypes);
@@ -275,6 +288,8 @@ const nextForElement = (element) => {
         pointed = element;
         pointAt(element);
       }
+      if (isPlausible && type === 'change' && (name === 'textarea' || (name === 'input' && inputType(element) in typed)))
+        typeWords(element, name);
       fireAt(element, isMouse ? mouseEvent(type) : plainEvent(type, element), type);
       return true;
     }
@@ -383,6 +398,37 @@ const give = (word, run) => {
   }
 };
 
+// Messages as a page may expect them: with the origins that its scripts name, with properties that they compare.
+const plausibleMessages = () => {
+  const own = (isText) => {
+    const properties = {__proto__: null};
+    return new NativeProxy({}, {__proto__: null, get: (_, key) => {
+      if (typeof key === 'symbol') return undefined;
+      if (key in properties) return properties[key];
+      const value = plausible(key);
+      properties[key] = value !== undefined ? value : isText ? settings.mark : unknownValue(0, true);
+      return properties[key];
+    }});
+  };
+  const {origins} = settings;
+  const fire = (data, at) => fireAt(page, new NativeMessage('message', {
+    __proto__: null, data, source: page, origin: origins.length === 0 ? 'null' : origins[at % origins.length]}));
+  for (let i = 0; i < 24; ++i) fire(own(i % 2 === 0), floor(i / 2));
+  for (let i = 0; i < wordCount; ++i) fire(wordsOfText(i), i);
+  fire('M' + settings.mark, 0);
+};
+
+// Addresses as the page may have been left with.
+const replaceState = uncurried(History.prototype.replaceState);
+const pageHistory = history;
+const plausibleHashes = () => {
+  for (let i = 0; i < wordCount + 1; ++i) {
+    const hash = i === 0 ? '#/' + settings.mark + '/' + settings.mark : '#' + (i % 2 === 0 ? '/' : '') + wordsOfText(i - 1);
+    replaceState(pageHistory, null, '', hash);
+    fireAt(page, windowEvent('hashchange'));
+  }
+};
+
 const isAtDocument = asTable('visibilitychange deviceready scroll');
 const nextWindowEvent = () => {
   const at = position++;
@@ -394,6 +440,8 @@ const nextWindowEvent = () => {
       for (let i = 0; i < settings.words.length; ++i)
         give(settings.words[i], (word) => fireAt(page, messageOf(word)));
     }
+    if (isHeard && isPlausible && type === 'message') plausibleMessages();
+    if (isHeard && isPlausible && type === 'hashchange') plausibleHashes();
     if (isHeard && type !== 'error') fireAt(type in isAtDocument ? pageDocument : page, windowEvent(type));
     return true;
   }
@@ -499,7 +547,91 @@ const nextProbe = () => {
 };
 probes[''] = () => true;
 
-const eventPhases = [nextElement, nextKey, nextWindowEvent, nextCallback, nextProbe];
+// What is bounded from one event or step to the next.
+const refresh = () => {
+  work = inside = 0;
+  repeats = {__proto__: null};
+};
+
+// ---- a walk -------------------------------------------------------------------------------------------------------------
+
+// Keys and clicks in an order of chance, the same in each run: into menus and out of them, through the states of a
+// player. Each is a task of its own, so that what the page does after an answer, or in a timer, is done before the
+// next. It goes on by itself; the driver's steps only wait for it.
+const walkRounds = isPlausible ? 1 : 2;
+const walkLength = 150;
+const maxWaits = 40;    // of a walk, for timers
+const walkWait = 3;
+const maxWalked = 300;  // elements that it may go to
+const clicks = ['mousedown', 'mouseup', 'click'];
+const channel = new MessageChannel();
+const postMessage = uncurried(MessagePort.prototype.postMessage);
+const portAway = channel.port2;
+let chance = 4711;
+let walkable = [];
+let isWalking = false;
+let isActing = false;
+let hasWaited = false;
+let walked = 0;
+let waits = 0;
+let walkHangs = 0;
+
+const among = (count) => {
+  chance = (chance * 1103515245 + 12345) % 2147483648;
+  return floor(chance / 65536) % count;
+};
+const findWalkable = () => {
+  walkable = [];
+  const isDelegated = 'click' in listened || hasHandler(pageDocument, 'click') || hasHandler(page, 'click');
+  const found = queryAll(pageDocument, isDelegated ? 'body *' : 'a, button, input, label, option, summary, [onclick]');
+  for (let i = 0; i < listLength(found) && walkable.length < maxWalked; ++i) push(walkable, listItem(found, i));
+};
+const act = () => {
+  const hasKeys = wantsKeys();
+  if (!hasKeys && walkable.length < 2) {
+    isWalking = false;
+  } else if (hasKeys && (walkable.length === 0 || among(3) > 0)) {
+    const key = settings.compared[among(settings.compared.length)];
+    const target = keyTarget();
+    for (let i = 0; i < 3; ++i) fireAt(target, keyEvent(keyTypes[i], key), '');
+  } else {
+    const element = walkable[among(walkable.length)];
+    for (let i = 0; i < 3; ++i) fireAt(element, mouseEvent(clicks[i]), '');
+  }
+};
+const walkOn = () => {
+  if (!isWalking) return;
+  if ((isActing && ++walkHangs >= maxHangs) || walked >= walkLength) {
+    isWalking = false;
+    return;
+  }
+  hasWaited = !hasWaited && waiting > 0 && ++waits < maxWaits;
+  if (hasWaited) {
+    nativeTimeout(page, walkOn, walkWait);
+    return;
+  }
+  postMessage(portAway, 0);  // it goes on behind what hangs
+  refresh();
+  if (walked++ % 10 === 0) findWalkable();
+  isActing = true;
+  act();
+  isActing = false;
+};
+nativeListen.call(channel.port1, 'message', walkOn);
+channel.port1.start();
+
+const nextWalk = () => {
+  if (position++ === 0 && round > 0 && round <= walkRounds) {
+    isWalking = true;
+    isActing = hasWaited = false;
+    walked = waits = walkHangs = 0;
+    postMessage(portAway, 0);
+  }
+  isPausing = isWalking;
+  return isWalking;
+};
+
+const eventPhases = [nextElement, nextKey, nextWindowEvent, nextCallback, nextWalk, nextProbe];
 let phases = eventPhases;
 
 const nextPhase = () => {
@@ -507,15 +639,11 @@ const nextPhase = () => {
   position = part = hangs = 0;
 };
 
-const refresh = () => {
-  work = 0;
-  repeats = {__proto__: null};
-};
-
 const state = () =>
-  (phase < phases.length ? '1 ' : '0 ') + fired + ' ' + waiting + ' ' + kept.length + ' ' + told + ' ' + (untold > 0 ? cut | 4 : cut);
+  (phase >= phases.length ? '0 ' : isPausing ? '2 ' : '1 ') + fired + ' ' + waiting + ' ' + kept.length + ' ' + told + ' ' + (untold > 0 ? cut | 4 : cut);
 
 const begin = (given) => {
+  isWalking = false;
   phases = given;
   phase = position = part = events = hangs = 0;
   isInStep = false;
@@ -548,7 +676,8 @@ const driver = (command, argument, other) => {
       nextPhase();  // nothing but being ended leaves a step in the middle
     const begun = realNow(clock);
     isInStep = true;
-    while (phase < phases.length && realNow(clock) >= pressedUntil && realNow(clock) - begun < stepTime) {
+    isPausing = false;
+    while (phase < phases.length && !isPausing && realNow(clock) >= pressedUntil && realNow(clock) - begun < stepTime) {
       if (!phases[phase]()) nextPhase();
     }
     isInStep = false;

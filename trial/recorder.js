@@ -6,8 +6,9 @@
 // nothing is reachable from the page but the callables that it gets for a plug-in's properties, which are proxies.
 // Calls leave through the console's native function, with the stack that the browser itself has taken.
 //
-// `settings` is there already: secret, mark, world (0 or 1), plugins (class identifiers), extension (one of them),
-// documented (methods), keys, sequences (of keys), modifiers (of key events) and words that scripts compare with.
+// `settings` is there already: secret, mark, world (0: nothing can be reached, 1: made up, 2: plausible), plugins (class
+// identifiers), extension (one of them), documented (methods), keys, sequences (of keys), modifiers (of key events),
+// words, compared (keys) and answers (values by name) that scripts compare with, origins.
 
 const {
   apply, construct, defineProperty, get: getProperty, getOwnPropertyDescriptor, getPrototypeOf, has: hasProperty,
@@ -136,8 +137,10 @@ const isNothing = (name) =>
 // A word that the driver gives as the answer of a plug-in or another page. As the name of a method it is made up; that
 // nobody knows that name is told when the answer has the mark.
 let given;
+let inside = 0;  // built-ins that use patterns, as the page's own code would
 const isGiven = (name) =>
   given !== undefined && given !== '' && slice(name, -given.length) === given;
+const handedOut = {__proto__: null};  // words that are values of a plausible world: a method is not called so by them
 
 const record = (plugin, method, list) => {
   let name = method;
@@ -156,7 +159,7 @@ const record = (plugin, method, list) => {
   if (!isUnknown && settings.documented[name] === 1) return;
   if (!isWorthTelling(plugin + ' ' + (isUnknown ? '' : name))) return;
   ++told;
-  tell(isUnknown ? 'unknown' : 'call',
+  tell(isUnknown ? 'unknown' : name in handedOut ? 'word' : 'call',
        quote(plugin) + '\n' + shownText(name) + '\n' + shownArguments(list));
 };
 
@@ -191,7 +194,22 @@ const keepAll = (list) => {
   for (let i = 0; i < list.length && i < 20; ++i) keep(list[i], 2);
 };
 
-const number = settings.world === 0 ? 1 : 0;
+const isMade = settings.world > 0;
+const isPlausible = settings.world === 2;
+const number = settings.world === 1 ? 0 : 1;
+
+// In a plausible world, the values that scripts compare something of that name with, in turn.
+const turns = {__proto__: null};
+const plausible = (name) => {
+  if (!isPlausible || !(name in settings.answers)) return undefined;
+  const values = settings.answers[name];
+  const turn = turns[name] || 0;
+  turns[name] = turn + 1;
+  const value = values[turn % values.length];
+  if (typeof value === 'string') handedOut[value] = 1;
+  return value;
+};
+const itemsOf = (depth) => (isPlausible && depth < 3 ? 8 : 1);
 const functionMembers = {__proto__: null, call: 1, apply: 1, bind: 1};
 const textMembers = {__proto__: null};
 for (const name of Object.getOwnPropertyNames(String.prototype)) {
@@ -225,12 +243,11 @@ const commonMember = (key, depth) => {
   if (key === primitiveSymbol) return (hint) => (hint === 'number' ? number : settings.mark);
   if (key === iteratorSymbol) {
     return () => {
-      let isGiven = false;
+      let left = itemsOf(depth);
       return {
         __proto__: null,
         next: () => {
-          const done = isGiven;
-          isGiven = true;
+          const done = --left < 0;
           return {__proto__: null, done, value: done ? undefined : unknownValue(depth + 1)};
         },
       };
@@ -253,8 +270,10 @@ const commonMember = (key, depth) => {
   if (key in listMembers) {
     return made((list) => {
       if (typeof list[0] === 'function') {
-        const item = unknownValue(depth + 1);
-        callQuietly(list[0], list[1], key === 'reduce' || key === 'reduceRight' ? [list[1], item, 0] : [item, 0]);
+        for (let i = 0; i < itemsOf(depth); ++i) {
+          const item = unknownValue(depth + 1);
+          callQuietly(list[0], list[1], key === 'reduce' || key === 'reduceRight' ? [list[1], item, i] : [item, i]);
+        }
       }
       return unknownValue(depth + 1);
     });
@@ -284,7 +303,8 @@ function unknownValue(depth, isSettled, behaviour) {
       if (common !== undefined) return common;
       // A library that asks whether this is one of its own objects gets no.
       if (typeof key === 'symbol' || matches(strange, key) !== null) return undefined;
-      own[key] = unknownValue(depth + 1);
+      own[key] = plausible(key);
+      if (own[key] === undefined) own[key] = unknownValue(depth + 1);
       return own[key];
     },
     set: (_, key, given) => {
@@ -310,7 +330,7 @@ function unknownValue(depth, isSettled, behaviour) {
 const nativeTimeout = uncurried(page.setTimeout);
 const nativeInterval = uncurried(page.setInterval);
 const maxTicks = 60;  // of one interval
-const start = settings.world === 0 ? 1400000000000 : 1400014400000;  // in the afternoon, and in the evening
+const start = [1400000000000, 1400014400000, 1399971600000][settings.world];  // afternoon, evening, morning
 let now = start;
 let fired = 0;
 let waiting = 0;
@@ -508,12 +528,35 @@ for (const name of ('then toJSON length window document documentElement ownerDoc
   notPlugin[name] = 1;
 }
 const strange =
-  /^(on[a-z]+$|jQuery|sizzle|sizcache|Sizzle|__|_react|_vue|_vei|_v_|\$\$|ng[A-Z0-9]|_ko|_moo|uid$|_prototype|_dj|_yui|ext-|data-)|[0-9]{6}/;
+  /^(on[a-z]+$|jQuery|sizzle|sizcache|Sizzle|__|_react|_vue|_(leave|enter|move)Cb$|_vei|_v_|\$\$|ng[A-Z0-9]|_ko|_moo|uid$|_prototype|_dj|_yui|ext-|data-)|[0-9]{6}/;
 
 const callables = new WeakMap();  // element -> its callables by name
 const lastResults = {__proto__: null};
 let repeats = {__proto__: null};  // calls of one method since the driver's last step
 const maxRepeats = 300;
+
+// What a plug-in answers in a plausible world: at first what most do if all is well, later other things, too. The
+// functions that it got are called soon.
+const plainAnswers = [1, 1, 0, unknownValue(0), 2, '', true, -1, false, 3];
+const answerCounts = {__proto__: null};
+const maxSoon = 20;
+const plainAnswer = (key, method, list) => {
+  const count = answerCounts[key] || 0;
+  answerCounts[key] = count + 1;
+  for (let i = 0; i < list.length && i < 5 && count < maxSoon; ++i) {
+    if (typeof list[i] === 'function' && !setHas(madeUp, list[i])) callSoon(list[i]);
+  }
+  const value = plausible(method + '()');
+  return value === undefined ? plainAnswers[count % plainAnswers.length] : value;
+};
+const callSoon = (callback) => {
+  ++waiting;
+  nativeTimeout(page, () => {
+    --waiting;
+    ++fired;
+    callback(1);
+  }, 0);
+};
 
 // What a plug-in's property is: only if it is called, that is told.
 const callable = (plugin, method, depth) => {
@@ -524,6 +567,7 @@ const callable = (plugin, method, depth) => {
     keepAll(list);
     const key = plugin + ' ' + method;
     repeats[key] = (repeats[key] || 0) + 1;
+    if (isPlausible && repeats[key] < maxRepeats) return plainAnswer(key, method, list);
     if (repeats[key] < maxRepeats) return unknownValue(0);
     if (repeats[key] === maxRepeats) lastResults[key] = unknownValue(0);
     return repeats[key] % 50 === 0 ? 0 : lastResults[key];  // 0 is what a loop waits for
@@ -617,7 +661,7 @@ for (const name of Object.getOwnPropertyNames(console)) {
   if (typeof console[name] === 'function') define(console, name, noop);
 }
 define(page, 'alert', noop);
-define(page, 'confirm', () => settings.world === 0);
+define(page, 'confirm', () => settings.world !== 1);
 define(page, 'prompt', () => settings.mark);
 define(page, 'print', noop);
 define(page, 'close', noop);
@@ -677,14 +721,23 @@ for (const name of ['Worker', 'SharedWorker', 'EventSource', 'RTCPeerConnection'
 }
 if (page.ServiceWorkerContainer) define(ServiceWorkerContainer.prototype, 'register', () => unknownValue(0));
 
-// A socket that opens and gets one message, whose text nobody knows.
+// Texts that begin with a word that scripts compare with, and go on with what nobody knows.
+const separators = [' ', ':', '/', '|', ',', '='];
+const wordCount = settings.words.length < 12 ? settings.words.length : 12;
+const wordsOfText = (at) => {
+  const word = settings.words[at % settings.words.length];
+  const separator = separators[floor(at / settings.words.length) % separators.length];
+  return word + separator + settings.mark + separator + settings.mark;
+};
+
+// A socket that opens and gets messages, of which nobody knows what they say.
 define(page, 'WebSocket', function WebSocket() {
-  const socket = {readyState: settings.world, send: noop, close: noop};
+  const socket = {readyState: isMade ? 1 : 0, send: noop, close: noop};
   const listeners = [];
   socket.addEventListener = (type, listener) => push(listeners, {__proto__: null, type, listener});
   socket.removeEventListener = noop;
-  const fire = (type) => {
-    const event = {type, data: settings.mark, target: socket, currentTarget: socket};
+  const fire = (type, data) => {
+    const event = {type, data, target: socket, currentTarget: socket};
     if (typeof socket['on' + type] === 'function') callQuietly(socket['on' + type], socket, [event]);
     for (let i = 0; i < listeners.length; ++i) {
       if (listeners[i].type === type && typeof listeners[i].listener === 'function')
@@ -700,7 +753,8 @@ define(page, 'WebSocket', function WebSocket() {
       fire('close');
     } else {
       fire('open');
-      fire('message');
+      fire('message', settings.mark);
+      for (let i = 0; isPlausible && i < wordCount; ++i) fire('message', wordsOfText(i));
     }
   }, 1);
   return socket;
@@ -724,9 +778,19 @@ if (isTop && page.navigation) {
 }
 
 // What nobody has stored and no address says: empty, or marked.
-if (settings.world === 1) {
+if (isMade) {
+  const isMarked = (text) => typeof text === 'string' && includes(text, settings.mark);
+  // What a getter says, or something else if that is nothing.
+  const instead = (prototype, name, made) => {
+    const descriptor = getOwnPropertyDescriptor(prototype, name);
+    const original = uncurried(descriptor.get);
+    defineProperty(prototype, name, {
+      __proto__: null, enumerable: true, configurable: true, set: descriptor.set, get() {
+        return made(original(this), this);
+      }});
+  };
   define(JSON, 'parse', function parse(text, reviver) {
-    if (typeof text === 'string' && includes(text, settings.mark)) {
+    if (isMarked(text)) {
       try {
         const value = parseJson(text, reviver);
         if (typeof value === 'object' && value !== null) return value;
@@ -744,6 +808,13 @@ if (settings.world === 1) {
   };
   unset(Storage.prototype, 'getItem');
   unset(URLSearchParams.prototype, 'get');
+  unset(Headers.prototype, 'get');
+  unset(XMLHttpRequest.prototype, 'getResponseHeader');
+  const hasParameter = uncurried(URLSearchParams.prototype.has);
+  const textOfParameters = uncurried(URLSearchParams.prototype.toString);
+  define(URLSearchParams.prototype, 'has', function has(...list) {
+    return apply(hasParameter, undefined, [this, ...list]) || isMarked(textOfParameters(this));
+  });
   const originalJson = uncurried(Response.prototype.json);
   const originalThen = uncurried(Promise.prototype.then);
   define(Response.prototype, 'json', function json() {
@@ -751,11 +822,68 @@ if (settings.world === 1) {
                         () => unknownValue(0, true));
   });
   define(HTMLMediaElement.prototype, 'play', () => new NativePromise((resolve) => resolve()));
-  const response = getOwnPropertyDescriptor(XMLHttpRequest.prototype, 'response');
-  const originalResponse = uncurried(response.get);
-  defineProperty(XMLHttpRequest.prototype, 'response', {__proto__: null, enumerable: true, configurable: true, get() {
-    const value = originalResponse(this);
-    return value === null || (typeof value === 'string' && includes(value, settings.mark) &&
-                              this.responseType === 'json') ? unknownValue(0, true) : value;
-  }});
+  const responseType = getterOf(XMLHttpRequest.prototype, 'responseType');
+  const readyState = getterOf(XMLHttpRequest.prototype, 'readyState');
+  instead(XMLHttpRequest.prototype, 'response', (value, request) =>
+    (value === null || (isMarked(value) && responseType(request) === 'json') ? unknownValue(0, true) : value));
+  instead(XMLHttpRequest.prototype, 'responseXML', (value, request) =>
+    (value === null && readyState(request) === 4 ? unknownValue(0, true) : value));
+  instead(Document.prototype, 'cookie', (value) => (value === '' ? settings.mark + '=' + settings.mark : value));
+  const parseMarkup = uncurried(DOMParser.prototype.parseFromString);
+  define(DOMParser.prototype, 'parseFromString', function parseFromString(text, type) {
+    return isMarked(text) && includes(toText(type), 'xml') ? unknownValue(0, true) : parseMarkup(this, text, type);
+  });
+
+  // What a text is made of that nobody knows: parts that nobody knows. Each pattern finds something in it once.
+  let readings = 0;
+  const maxReadings = 5000;
+  const split = uncurried(String.prototype.split);
+  define(String.prototype, 'split', function (...list) {
+    const parts = apply(split, undefined, [this, ...list]);
+    const text = parts.length === 1 ? parts[0] : '';
+    if (text.length > 300 || list[0] === undefined || !isMarked(text) || ++readings > maxReadings) return parts;
+    for (let i = 0; i < 3; ++i) push(parts, text);
+    return parts;
+  });
+  const seen = new WeakSet();
+  const read = (pattern, text) => {
+    if (text.length > 300 || !isMarked(text) || setHas(seen, pattern) || ++readings > maxReadings) return null;
+    setAdd(seen, pattern);
+    const found = [];
+    for (let i = 0; i < 6; ++i) push(found, text);
+    define(found, 'index', 0);
+    define(found, 'input', text);
+    define(found, 'groups', unknownValue(0, true));
+    return found;
+  };
+  const isGlobal = getterOf(RegExp.prototype, 'global');
+  const {match} = Symbol;
+  for (const symbol of [Symbol.replace, Symbol.split, Symbol.matchAll, match]) {
+    const original = uncurried(RegExp.prototype[symbol]);
+    define(RegExp.prototype, symbol, function (...list) {
+      const before = inside;
+      inside = 1;
+      try {
+        const found = apply(original, undefined, [this, ...list]);
+        return found === null && symbol === match && before === 0 ? read(this, toText(list[0])) : found;
+      } finally {
+        inside = before;
+      }
+    });
+  }
+  const test = uncurried(RegExp.prototype.test);
+  define(RegExp.prototype, 'test', function (text) {
+    const before = inside;
+    if (!isPlausible) inside = 1;
+    try {
+      return test(this, text);
+    } finally {
+      inside = before;
+    }
+  });
+  define(RegExp.prototype, 'exec', function exec(text) {
+    const found = matches(this, text);
+    if (found !== null || inside !== 0 || typeof text !== 'string' || isGlobal(this)) return found;
+    return read(this, text);
+  });
 }

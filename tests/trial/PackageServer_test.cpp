@@ -88,7 +88,7 @@ TEST(Vocabulary, IsWhatScriptsCompareWith) {
 TEST(RecorderScript, HoldsNamesAsData) {
   trial::Input input = applicationOf("");
   input.documented = {"a\"};alert(1)//", "__proto__", "\xff"};
-  const std::string script = trial::recorderScript(input, {"secret", "mark", World::made}, {{"13"}, {}, {}, {}});
+  const std::string script = trial::recorderScript(input, {"secret", "mark", World::made}, {{"13"}, {}, {}, {}, {}, {}, {}});
   EXPECT_NE(script.find(R"("a\"};alert(1)//":1)"), std::string::npos);
   EXPECT_EQ(script.find("\"__proto__\":1"), std::string::npos);
 }
