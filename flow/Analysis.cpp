@@ -243,7 +243,8 @@ bool Analysis::linkGlobals() {
   for (const auto& [window, name] : reads) {
     Object& of = objects[window];
     const auto own = of.index.find(name);
-    if (own != of.index.end() && of.properties[own->second].isWritten) continue;
+    const bool isWritten = own != of.index.end() && of.properties[own->second].isWritten;
+    if (isWritten && !solver.isEmpty(of.properties[own->second].node)) continue;
     const std::string& text = names.text(name);
     if (hasNative(text)) continue;
     const std::uint32_t realm = of.a;
@@ -252,7 +253,7 @@ bool Analysis::linkGlobals() {
       if (!pages.empty()) globalReads.emplace_back(window, name);
       continue;
     }
-    solver.edge(found->second, readNode(window, name));
+    solver.edge(found->second, readNode(window, name), isWritten ? 1 : 0);
     isMore = true;
   }
   return isMore;

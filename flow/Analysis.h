@@ -217,6 +217,7 @@ class Analysis {
   // ---- Calls (Calls.cpp) ------------------------------------------------------------------------------------------
 
   void call(const Site& site, NodeId callee, NodeId self, const Args& args, NodeId result, bool isNew = false);
+  void mapUnknown(const Site& site, const Args& args, NodeId target);
   void callMember(const Site& site, NodeId object, NodeId key, Name name, const Args& args, NodeId result);
   void callValue(const Site& site, Value callee, NodeId self, Value selfValue, const Args& args, NodeId result,
                  bool isNew, NodeId from, std::uint8_t level);

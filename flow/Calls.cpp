@@ -76,6 +76,13 @@ void Analysis::call(const Site& site, NodeId callee, NodeId self, const Args& ar
   });
 }
 
+// A list that nobody knows, from a network mostly: what is made of its elements is known all the same.
+void Analysis::mapUnknown(const Site& site, const Args& args, NodeId target) {
+  const ObjectId list = newObject(Class::array, site.where);
+  solver.add(starNode(list), kUnknown);
+  callValue(site, nativeObject("Array#map"), single(list), list, args, target, false, 0, 0);
+}
+
 void Analysis::callMember(const Site& site, NodeId of, NodeId key, Name name, const Args& args, NodeId target) {
   const auto callNamed = [=](const Arrival& receiver, Name method, std::uint8_t level) {
     if (isObject(receiver.value) && objects[receiver.value].cls == Class::proxy) {
@@ -109,6 +116,7 @@ void Analysis::callMember(const Site& site, NodeId of, NodeId key, Name name, co
   };
   if (key == 0) {
     solver.listen(of, [=](const Arrival& receiver) { callNamed(receiver, name, receiver.level); });
+    if (names.text(name) == "map" && !args->nodes.empty()) whenEmpty(of, [=] { mapUnknown(site, args, target); });
     return;
   }
   solver.listen(of, [=](const Arrival& receiver) {

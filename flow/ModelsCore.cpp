@@ -83,8 +83,8 @@ void callOn(Analysis& a, const CallInfo& info, NodeId function, NodeId self, con
     const Value value = callee.value;
     const std::uint8_t level = callee.level;
     a.solver.listen(self, [&a, site, value, level, args, result, function](const Arrival& receiver) {
-      if (isObject(receiver.value))
-        a.callValue(site, value, a.single(receiver.value), receiver.value, args, result, false, function, level);
+      const Value one = isObject(receiver.value) ? receiver.value : kUnknown;
+      a.callValue(site, value, a.single(receiver.value), one, args, result, false, function, level);
     });
     a.whenEmpty(self, [&a, site, value, level, args, result, function] {
       a.callValue(site, value, 0, kUnknown, args, result, false, function, level);

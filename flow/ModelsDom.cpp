@@ -330,6 +330,13 @@ void addEventListener(Analysis& a, const CallInfo& info) {
   });
 }
 
+// new EventTarget(), and what classes inherit from it.
+void eventTarget(Analysis& a, const CallInfo& info) {
+  const ObjectId made = a.newObject(Class::plain, info.site.where);
+  a.solver.edge(a.readNode(info.callee, a.known.prototype), a.protoNode(made));
+  a.solver.add(info.result, made);
+}
+
 void customEvent(Analysis& a, const CallInfo& info) {
   const ObjectId event = a.newObject(Class::event, info.site.where);
   a.solver.edge(arg(a, info, 0), a.defineProperty(event, a.names.of("type")));
@@ -562,6 +569,8 @@ const char* const kElementMembers[] = {"accessKey",
                                        "mergeAttributes",
                                        "msMatchesSelector",
                                        "mozMatchesSelector",
+                                       "oMatchesSelector",
+                                       "eval",
                                        "name",
                                        "namespaceURI",
                                        "nextElementSibling",
@@ -714,6 +723,7 @@ const Row kRows[] = {
     {"addEventListener", addEventListener},
     {"attachEvent", addEventListener},
     {"dispatchEvent", dispatchEvent},
+    {"EventTarget", eventTarget},
     {"CustomEvent", customEvent},
     {"Event", customEvent},
     {"postMessage", postMessage},

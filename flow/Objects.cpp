@@ -153,6 +153,12 @@ ObjectId Analysis::nativeObject(std::string_view name) {
       solver.add(defineProperty(made, names.of(symbol)),
                  textValue(names.of(std::string("@@") + (symbol[0] == 'a' ? "iterator" : symbol))));
   }
+  if (key == "EventTarget") {
+    const ObjectId events = newObject(Class::plain, {});
+    for (const char* method : {"addEventListener", "dispatchEvent"})
+      solver.add(defineProperty(events, names.of(method)), nativeObject(method));
+    prototype("EventTarget", events);
+  }
   prototype("Array", arrayProto);
   prototype("Function", functionProto);
   prototype("String", stringProto);
@@ -196,7 +202,8 @@ NodeId Analysis::readNode(Value value, Name name) {
   // Neither a place that is known nor a method of lists is among what is written under names that nobody knows.
   const bool isInPlace =
       cls == Class::array && (isIndex(text) ? std::stoul(text) < objects[id].b : natives.count("Array#" + text) != 0);
-  if (!isInPlace && (text.empty() || text[0] != '%'))
+  // Names that begin with a dollar are those of a library, and not made while the script runs.
+  if (!isInPlace && (text.empty() || (text[0] != '%' && text[0] != '$')))
     solver.edge(starNode(id), node, cls == Class::array || cls == Class::jquery ? 0 : 1);
   if (cls == Class::function && name == known.prototype) {
     const ObjectId prototype = newObject(Class::plain, objects[id].where);

@@ -1,6 +1,7 @@
 // Report: what was recorded, judged and placed. Test: tests/flow/Analysis_test.cpp.
 
 #include <algorithm>
+#include <cctype>
 #include <tuple>
 
 #include "flow/Analysis.h"
@@ -160,6 +161,8 @@ struct ReportMaker {
     return property.isWritten && !a.solver.isEmpty(property.node);
   }
 
+  bool isExact(const Where& where) const { return where.unit < a.units.size() && a.units[where.unit].isExact; }
+
   bool isReached(const Recorded& recorded) const {
     return recorded.site.act == kNobody || a.realms[a.acts[recorded.site.act].realm].isReached;
   }
@@ -168,8 +171,27 @@ struct ReportMaker {
   std::map<CallKey, FoundCall> calls;
   std::map<std::tuple<std::string, std::size_t, std::string>, Open> open;
 
+  // Where code that a text holds is placed: where the file spells the method, if it does so once; else where it is run.
+  Place spelled(const Where& where, const std::string& method) {
+    const Place other = place(where);
+    if (where.unit >= a.units.size() || a.units[where.unit].isExact) return other;
+    const std::uint32_t file = a.units[where.unit].file;
+    const std::string& text = a.files[file].bytes;
+    const auto isPart = [&](std::size_t at) {
+      const auto c = at < text.size() ? static_cast<unsigned char>(text[at]) : 0U;
+      return std::isalnum(c) != 0 || c == '_' || c == '$';
+    };
+    std::size_t only = std::string::npos;
+    for (std::size_t at = text.find(method); at != std::string::npos; at = text.find(method, at + method.size())) {
+      if ((at > 0 && isPart(at - 1)) || isPart(at + method.size())) continue;
+      if (only != std::string::npos) return other;
+      only = at;
+    }
+    return only == std::string::npos ? other : placeIn(file, only);
+  }
+
   void addCall(const Recorded& recorded, const std::string& plugin, const std::string& method, std::uint8_t level) {
-    const Place methodPlace = place(recorded.site.method);
+    const Place methodPlace = spelled(recorded.site.method, method);
     // One call is one finding, on the plug-in that is surest.
     const CallKey key{methodPlace.path, methodPlace.offset, method};
     const auto confidence = level == 0 ? Confidence::certain : level == 1 ? Confidence::likely : Confidence::possible;
@@ -187,7 +209,7 @@ struct ReportMaker {
     FoundCall call;
     call.plugin = plugin;
     call.method = method;
-    call.place = place(recorded.site.where);
+    call.place = isExact(recorded.site.where) ? place(recorded.site.where) : methodPlace;
     call.methodPlace = methodPlace;
     call.code = codeAt(recorded.site.where);
     call.judgement = judgement;

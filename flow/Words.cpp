@@ -173,7 +173,8 @@ std::string libraryOf(std::string_view text) {
       if (text.find(library.sign) != std::string_view::npos && text.find(library.second) != std::string_view::npos)
         return library.name;
   const std::size_t comment = head.find("/*");
-  if (comment == std::string_view::npos || comment > 200) return {};
+  const bool hasBanner = head.compare(0, 6, "//    ") == 0 || (comment != std::string_view::npos && comment <= 200);
+  if (!hasBanner) return {};
   for (const LibrarySign& library : kLibraries) {
     const std::size_t at = head.find(library.sign);
     if (at == std::string_view::npos || text.find(library.second) == std::string_view::npos) continue;

@@ -180,6 +180,60 @@ TEST(FlowAnalysis, FollowsListsThatAreUsedUp) {
     EXPECT_EQ(found(analyse(row.script)), row.expected) << row.script;
 }
 
+TEST(FlowAnalysis, ReadsMarkupOfKnownAndUnknownParts) {
+  const std::vector<Row> rows = {
+      {"var html = ''; for (var i = 0; i < elsewhere.count(); i++)\n"
+       "html += '<b onclick=\"au.X(' + i + ')\">' + elsewhere.name(i) + '</b>';\ndocument.body.innerHTML = html;",
+       "AUDIO.X"},
+      {"document.body.innerHTML = elsewhere.list.map(function (i) { return '<b onclick=\"cam.Y(\\'' + i.id + '\\')\">' "
+       "+ "
+       "i.name + '</b>'; }).join('');",
+       "CAMERA.Y"},
+      {"document.body.innerHTML = `<ul>${elsewhere.map(i => `<li "
+       "onclick=\"cam.Y(${i.id})\">${i.name}</li>`).join('')}`;",
+       "CAMERA.Y"},
+      {"var parts = []; for (var i = 0; i < elsewhere.length; i++) parts.push('<b onclick=\"au.X(' + elsewhere[i].id + "
+       "')\">', elsewhere[i].text, '</b>'); document.body.innerHTML = parts.join('');",
+       "AUDIO.X"},
+      {"function fill(text, data) { return text.replace(/\\{(\\w+)\\}/g, function (all, k) { return data[k]; }); }\n"
+       "document.body.innerHTML = fill('<b onclick=\"{id}.{m}()\">', {id: 'au', m: 'X'});",
+       "AUDIO.X"},
+      {"function insert(to, kind) { var holder = document.createElement('div');\n"
+       "holder.innerHTML = '<object classid=\"clsid:MORVANE-NAVERTIX-' + kind + '\"></object>';\n"
+       "return to.appendChild(holder.firstChild); } insert(document.body, 'CAMERA').Y();",
+       "CAMERA.Y"},
+      // A name with a part that is not known is not known.
+      {"document.body.innerHTML = '<b onclick=\"au.Set' + elsewhere.name + '()\">';", ""},
+      {"document.title = '<b onclick=\"au.X(' + elsewhere.id + ')\">';", ""},
+  };
+  for (const Row& row : rows)
+    EXPECT_EQ(found(analyse(row.script)), row.expected) << row.script;
+  EXPECT_EQ(analyse(rows[6].script).open.size(), 1U);
+}
+
+TEST(FlowAnalysis, FollowsModulesEventsAndWordsThatAreCalledOn) {
+  const std::vector<Row> rows = {
+      // Each module of a bundle is read for itself, however deep it is asked for.
+      {"(function (all, first) { var done = {}; function load(n) { if (!done[n]) { var m = done[n] = {exports: {}};\n"
+       "all[n][0].call(m.exports, function (name) { return load(all[n][1][name]); }, m, m.exports); }\n"
+       "return done[n].exports; } load(first); })({\n"
+       "1: [function (require, module, exports) { require('b').go(); }, {b: 2}],\n"
+       "2: [function (require, module, exports) { exports.go = require('c').go; }, {c: 3}],\n"
+       "3: [function (require, module, exports) { exports.go = function () { require('d').p.X(); }; }, {d: 4}],\n"
+       "4: [function (require, module, exports) { exports.p = au; exports.X = 1; }, {}]}, 1);",
+       "AUDIO.X"},
+      {"const bus = new EventTarget(); bus.addEventListener('b', e => e.detail.Y());\n"
+       "bus.dispatchEvent(new CustomEvent('b', {detail: cam}));",
+       "CAMERA.Y"},
+      {"class Bus extends EventTarget { tell(p) { this.dispatchEvent(new CustomEvent('p', {detail: p})); } }\n"
+       "const bus = new Bus(); bus.addEventListener('p', e => e.detail.X()); bus.tell(au);",
+       "AUDIO.X"},
+      {"function go() { au.X(); } go.call('text');", "AUDIO.X"},
+  };
+  for (const Row& row : rows)
+    EXPECT_EQ(found(analyse(row.script)), row.expected) << row.script;
+}
+
 TEST(FlowAnalysis, LeavesAloneWhatIsNoCallOfAPlugin) {
   const std::vector<Row> rows = {
       {"au.GetVolume(); cam.Capture();", ""},
@@ -326,6 +380,19 @@ TEST(FlowAnalysis, KnowsWhatLibrariesDoWithFunctionsAndElements) {
        "o.p.X(); "
        "});\ns.next(cam);",
        "CAMERA.X"},
+      {"underscore",
+       "document.body.innerHTML = _.template('<% _.each(list, function (p) { p.X(); }); %><b onclick=\"cam.Y(<%= n "
+       "%>)\">')"
+       "({list: [au], n: 1});",
+       "AUDIO.X CAMERA.Y"},
+      {"mustache",
+       "document.body.innerHTML = Mustache.render('{{#list}}<b onclick=\"au.X({{n}})\">{{.}}</b>{{/list}}', {n: 1});",
+       "AUDIO.X"},
+      {"vue",
+       "new Vue({mounted() { const {s} = this.$refs; s.X(); },\n"
+       "template: '<div><object ref=\"s\" classid=\"MORVANE-NAVERTIX-AUDIO\"></object></div>'});",
+       "AUDIO.X"},
+      {"jquery", "$.each(['X'], function (i, name) { au[name](i); });", "AUDIO.X"},
       {"jquery", "$.getJSON('commands.json', function (c) { au[c.first](); });", "AUDIO.FromFile"},
   };
   for (const LibraryRow& row : rows) {
