@@ -141,8 +141,7 @@ TEST_F(CommandLine, NamesThatMatchNothingAreToldOnlyIfAllCallsWereLookedAt) {
 TEST_F(CommandLine, JobsChangeNoReport) {
   for (const std::string applications :
        {EXAMPLES "/undocumented.wgt", EXAMPLES "/nested.wgt", EXAMPLES "/flash-undocumented.wgt", EXAMPLES}) {
-    for (const char* wanted : {"--all ", "--flow --all --trace "}) {
-      if (!canRun(wanted)) continue;
+    for (const char* wanted : {"--device --all ", "--all --trace "}) {
       const Output expected = check(wanted + ("--jobs 1 " + applications) + " 2>&1");
       EXPECT_NE(expected.text, "");
       for (const char* jobs : {"2", "4", "9"}) {
