@@ -224,7 +224,7 @@ void replaceByCalls(Analysis& a, const CallInfo& info, Value function, const std
     given.push_back(a.single(numberValue(a.names.of(std::to_string(match.begin())))));
     given.push_back(textNode(a, text));
     const NodeId result = a.solver.make(info.site.where, Step::none);
-    a.invoke(info, a.single(function), 0, given, result, static_cast<std::uint32_t>(subject * 31 + index));
+    a.invoke(info, a.single(function), 0, given, result, subject * 31 + static_cast<std::uint32_t>(index));
     return result;
   };
   a.solver.edge(joined(a, info.site.where, text, all, called), info.result);

@@ -372,7 +372,7 @@ std::optional<Pattern> Pattern::of(std::string_view source, std::string_view fla
   return made;
 }
 
-bool Pattern::isWordEdge(const std::string& text, std::size_t at) const {
+bool Pattern::isWordEdge(const std::string& text, std::size_t at) {
   const bool isBefore = at > 0 && isWordByte(text[at - 1]);
   const bool isAfter = at < text.size() && isWordByte(text[at]);
   return isBefore != isAfter;
@@ -390,6 +390,15 @@ bool Pattern::holds(const Step& step, const std::string& text, std::size_t at) c
     default:
       return !isWordEdge(text, at);
   }
+}
+
+// The bytes of a group, where its text stands again at a place.
+std::size_t Pattern::sizeAgain(const std::string& text, std::size_t at, const std::vector<std::size_t>& places,
+                               std::size_t group) {
+  const std::size_t begin = places[2 * group];
+  const std::size_t end = places[2 * group + 1];
+  if (begin == PatternMatch::kNowhere || end == PatternMatch::kNowhere) return 0;
+  return text.compare(at, end - begin, text, begin, end - begin) == 0 ? end - begin : PatternMatch::kNowhere;
 }
 
 bool Pattern::run(const std::string& text, std::size_t at, std::uint32_t from, std::vector<std::size_t>& places,
@@ -431,11 +440,9 @@ bool Pattern::run(const std::string& text, std::size_t at, std::uint32_t from, s
           break;
         }
         case Do::again: {
-          const std::size_t begin = step.first < groups_ ? now.places[2 * step.first] : 0;
-          const std::size_t end = step.first < groups_ ? now.places[2 * step.first + 1] : 0;
-          if (begin == PatternMatch::kNowhere || end == PatternMatch::kNowhere) break;
-          isAlive = text.compare(now.at, end - begin, text, begin, end - begin) == 0;
-          now.at += end - begin;
+          const std::size_t size = step.first < groups_ ? sizeAgain(text, now.at, now.places, step.first) : 0;
+          isAlive = size != PatternMatch::kNowhere;
+          now.at += isAlive ? size : 0;
           break;
         }
         case Do::mark:

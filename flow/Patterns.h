@@ -70,7 +70,9 @@ class Pattern {
 
   bool run(const std::string& text, std::size_t at, std::uint32_t from, std::vector<std::size_t>& places,
            std::size_t& steps) const;
-  bool isWordEdge(const std::string& text, std::size_t at) const;
+  static bool isWordEdge(const std::string& text, std::size_t at);
+  static std::size_t sizeAgain(const std::string& text, std::size_t at, const std::vector<std::size_t>& places,
+                               std::size_t group);
   bool holds(const Step& step, const std::string& text, std::size_t at) const;
 
   std::vector<Step> steps_;

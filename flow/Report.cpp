@@ -173,12 +173,13 @@ struct ReportMaker {
 
   // Where code that a text holds is placed: where the file spells the method, if it does so once; else where it is run.
   Place spelled(const Where& where, const std::string& method) {
-    const Place other = place(where);
+    Place other = place(where);
     if (where.unit >= a.units.size() || a.units[where.unit].isExact) return other;
     const std::uint32_t file = a.units[where.unit].file;
     const std::string& text = a.files[file].bytes;
     const auto isPart = [&](std::size_t at) {
-      const auto c = at < text.size() ? static_cast<unsigned char>(text[at]) : 0U;
+      if (at >= text.size()) return false;
+      const auto c = static_cast<unsigned char>(text[at]);
       return std::isalnum(c) != 0 || c == '_' || c == '$';
     };
     std::size_t only = std::string::npos;
