@@ -4,7 +4,6 @@
 #include "checker/run/Threads.h"
 
 #include <algorithm>
-#include <system_error>
 #include <utility>
 
 namespace {
@@ -19,11 +18,12 @@ constexpr std::size_t kPartsForThread = 4;
 
 Ahead::Ahead(std::size_t lanes, Parts parts) : parts_(std::move(parts)), states_(parts_.count, State::open) {
   const std::size_t count = std::min(lanes, std::max<std::size_t>(1, parts_.count / kPartsForThread));
+  threads_.reserve(count);
   try {
     for (std::size_t lane = 1; lane < count; ++lane)
       threads_.emplace_back([this, lane] { work(lane); });
-  } catch (const std::system_error&) {
-    return;  // those that there are will do
+  } catch (const std::exception&) {
+    return;  // no thread, or no memory for one: those that there are will do
   }
 }
 
