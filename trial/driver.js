@@ -559,10 +559,11 @@ const refresh = () => {
 // player. Each is a task of its own, so that what the page does after an answer, or in a timer, is done before the
 // next. It goes on by itself; the driver's steps only wait for it.
 const walkRounds = isPlausible ? 1 : 2;
-const walkLength = 150;
+const walkLength = 300;
 const maxWaits = 40;    // of a walk, for timers
 const walkWait = 3;
 const maxWalked = 300;  // elements that it may go to
+const moves = 5;        // keys that move, and enter: every second one is one of those
 const clicks = ['mousedown', 'mouseup', 'click'];
 const channel = new MessageChannel();
 const postMessage = uncurried(MessagePort.prototype.postMessage);
@@ -591,7 +592,7 @@ const act = () => {
   if (!hasKeys && walkable.length < 2) {
     isWalking = false;
   } else if (hasKeys && (walkable.length === 0 || among(3) > 0)) {
-    const key = settings.compared[among(settings.compared.length)];
+    const key = settings.compared[among(among(2) === 0 ? moves : settings.compared.length)];
     const target = keyTarget();
     for (let i = 0; i < 3; ++i) fireAt(target, keyEvent(keyTypes[i], key), '');
   } else {
@@ -612,7 +613,7 @@ const walkOn = () => {
   }
   postMessage(portAway, 0);  // it goes on behind what hangs
   refresh();
-  if (walked++ % 10 === 0) findWalkable();
+  if (walked++ % 10 === 0 || walkable.length < maxWalked) findWalkable();
   isActing = true;
   act();
   isActing = false;
