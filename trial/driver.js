@@ -559,7 +559,7 @@ const refresh = () => {
 // player. Each is a task of its own, so that what the page does after an answer, or in a timer, is done before the
 // next. It goes on by itself; the driver's steps only wait for it.
 const walkRounds = isPlausible ? 1 : 2;
-const walkLength = 300;
+const walkLength = 150;
 const maxWaits = 40;    // of a walk, for timers
 const walkWait = 3;
 const maxWalked = 300;  // elements that it may go to
@@ -613,7 +613,7 @@ const walkOn = () => {
   }
   postMessage(portAway, 0);  // it goes on behind what hangs
   refresh();
-  if (walked++ % 10 === 0 || walkable.length < maxWalked) findWalkable();
+  if (walked++ % 10 === 0) findWalkable();
   isActing = true;
   act();
   isActing = false;
