@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cstddef>
+#include <string_view>
 
 #include "trial/Protocol.h"
 
@@ -17,8 +18,8 @@ namespace {
 constexpr std::size_t kMaxNames = 80;
 constexpr std::size_t kMaxValues = 12;
 constexpr std::size_t kMaxValue = 24;
-constexpr std::size_t kMaxSubject = 80;    // bytes between the brackets
-constexpr std::size_t kMaxSwitch = 4000;   // bytes behind one
+constexpr std::size_t kMaxSubject = 80;   // bytes between the brackets
+constexpr std::size_t kMaxSwitch = 4000;  // bytes behind one
 constexpr std::size_t kMaxTable = 4000;
 constexpr std::size_t kMaxOrigins = 8;
 
@@ -72,8 +73,8 @@ std::string valueAt(const std::string& text, std::size_t at) {
 }
 
 void addValue(const std::string& name, const std::string& value, Answers& answers) {
-  static constexpr const char* kNever[] = {"keyCode", "which", "charCode", "key", "code", "nodeType", "tagName",
-                                           "nodeName", "length", "__proto__", "then", "prototype"};
+  static constexpr const char* kNever[] = {"keyCode", "which",    "charCode", "key",       "code", "nodeType",
+                                           "tagName", "nodeName", "length",   "__proto__", "then", "prototype"};
   if (name.empty() || value.empty() || std::find(std::begin(kNever), std::end(kNever), name) != std::end(kNever))
     return;
   if (answers.size() >= kMaxNames && answers.count(name) == 0) return;
@@ -86,17 +87,18 @@ void addValue(const std::string& name, const std::string& value, Answers& answer
 bool isTypeOf(const std::string& text, std::size_t at) {
   const std::size_t begin = at > kMaxSubject ? at - kMaxSubject : 0;
   const std::size_t found = text.rfind("typeof ", at);
-  return found != std::string::npos && found >= begin &&
-         text.find_first_of(";{}&|?=!", found) >= at;
+  return found != std::string::npos && found >= begin && text.find_first_of(";{}&|?=!", found) >= at;
 }
 
 void addComparisons(const std::string& text, Answers& answers) {
-  for (std::size_t at = text.find("=="); at != std::string::npos; at = text.find("==", at + 2)) {
-    const std::size_t begin = at > 0 && text[at - 1] == '!' ? at - 1 : at;
-    if (isTypeOf(text, begin)) continue;
+  for (std::size_t at = text.find('='); at != std::string::npos; at = text.find('=', at + 1)) {
+    const bool isSame = at + 1 < text.size() && text[at + 1] == '=';
+    const bool isNot = at > 0 && text[at - 1] == '!';
+    if (!isSame && !isNot) continue;
+    const std::size_t begin = isNot ? at - 1 : at;
     const std::size_t end = std::min(text.find_first_not_of('=', at), text.size());
-    addValue(nameBefore(text, begin), valueAt(text, end), answers);
-    at = end - 2;
+    if (!isTypeOf(text, begin)) addValue(nameBefore(text, begin), valueAt(text, end), answers);
+    at = end - 1;
   }
 }
 
@@ -153,8 +155,8 @@ std::size_t objectNamed(const std::string& text, const std::string& name) {
 void addLookUps(const std::string& text, Answers& answers) {
   for (std::size_t at = text.find('['); at != std::string::npos; at = text.find('[', at + 1)) {
     const std::string table = nameBefore(text, at);
-    const std::size_t end = text.find_first_not_of("._$abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789",
-                                                   at + 1);
+    const std::size_t end =
+        text.find_first_not_of("._$abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789", at + 1);
     if (table.empty() || end == std::string::npos || text[end] != ']' || end - at > kMaxSubject) continue;
     const std::string name = nameBefore(text, end);
     if (name.size() < 3 || (answers.count(name) != 0 && answers[name].size() >= kMaxValues)) continue;
@@ -165,12 +167,41 @@ void addLookUps(const std::string& text, Answers& answers) {
   }
 }
 
+// What the value is called that is written at `at`: "state" of reply.state, "GetState()" of tv.GetState(1).
+std::string nameOfValue(const std::string& text, std::size_t at) {
+  at = skipBlanks(text, at);
+  if (text.compare(at, 6, "await ") == 0) at += 6;
+  std::size_t end = at;
+  while (end < text.size() && (isWordByte(text[end]) || text[end] == '.'))
+    ++end;
+  if (end == at || end >= text.size()) return {};
+  if (text[end] != '(') return nameBefore(text, end);
+  const std::size_t close = text.find(')', end);
+  return close == std::string::npos || close - end > kMaxSubject ? std::string() : nameBefore(text, close + 1);
+}
+
+// state = tv.GetState(): what state is compared with is an answer of the method.
+void addAssigned(const std::string& text, Answers& answers) {
+  static constexpr std::string_view kOperators = "=!<>+-*/%&|^?";
+  for (std::size_t at = text.find('='); at != std::string::npos; at = text.find('=', at + 1)) {
+    const bool isOther = at == 0 || at + 1 >= text.size() || kOperators.find(text[at - 1]) != std::string_view::npos ||
+                         text[at + 1] == '=' || text[at + 1] == '>';
+    const auto known = isOther ? answers.end() : answers.find(nameBefore(text, at));
+    if (known == answers.end()) continue;
+    const std::string name = nameOfValue(text, at + 1);
+    const std::vector<std::string> values = known->second;
+    for (const std::string& value : values)
+      if (name != known->first) addValue(name, value, answers);
+  }
+}
+
 }  // namespace
 
 void addAnswers(const std::string& text, Answers& answers) {
   addComparisons(text, answers);
   addSwitches(text, answers);
   addLookUps(text, answers);
+  addAssigned(text, answers);
 }
 
 void addOrigins(const std::string& text, std::vector<std::string>& origins) {

@@ -29,7 +29,8 @@ constexpr int kMinRounds = 3;     // without long timers, with them, and with wh
 constexpr int kForcedRounds = 2;  // before functions that never ran are called
 constexpr int kMaxPasses = 4;     // of calling them
 constexpr auto kPrepare = milliseconds(6000);
-constexpr int kMaxDocuments = 40;         // of frames in a page
+constexpr int kFailing = 3;               // each such request for the same address fails
+constexpr int kMaxDocuments = 32;         // of frames in a page
 constexpr std::size_t kMaxDrivers = 40;   // of a page: frames that are written by code count, too
 constexpr std::size_t kMaxSessions = 12;  // of a page
 
@@ -91,6 +92,7 @@ void Page::open(const std::string& path, Clock::time_point deadline, bool isForc
   failures_ = 0;
   hasLoaded_ = false;
   hasRun_ = false;
+  requests_.clear();
   stateSince_ = Clock::now();
   if (session_.empty()) return begin();
   navigate();
@@ -99,7 +101,7 @@ void Page::open(const std::string& path, Clock::time_point deadline, bool isForc
 void Page::begin() {
   sendTo({}, "Target.createBrowserContext", {{"disposeOnDetach", true}},
          [this](const Json& result, const std::string& error) {
-           if (!error.empty()) return giveUp("no browser context: " + error);
+           if (!error.empty()) return refuse("no browser context: " + error);
            context_ = textOf(result, "browserContextId");
            makeTab();
          });
@@ -109,7 +111,7 @@ void Page::makeTab() {
   sendTo({}, "Browser.setDownloadBehavior", {{"behavior", "deny"}, {"browserContextId", context_}});
   const Json params{{"url", "about:blank"}, {"browserContextId", context_}, {"width", 1280}, {"height", 720}};
   sendTo({}, "Target.createTarget", params, [this](const Json& result, const std::string& error) {
-    if (!error.empty()) return giveUp("no page: " + error);
+    if (!error.empty()) return refuse("no page: " + error);
     attach(textOf(result, "targetId"));
   });
 }
@@ -118,7 +120,7 @@ void Page::attach(const std::string& target) {
   target_ = target;
   const Json params{{"targetId", target}, {"flatten", true}};
   sendTo({}, "Target.attachToTarget", params, [this](const Json& result, const std::string& error) {
-    if (!error.empty()) return giveUp("no session: " + error);
+    if (!error.empty()) return refuse("no session: " + error);
     session_ = textOf(result, "sessionId");
     prepare(session_);
   });
@@ -235,6 +237,7 @@ void Page::serve(const std::string& session, const Json& params) {
     hasLoaded_ = hasLoaded_ || isOwn;
     if (file != nullptr) shared_.loadedPage(file->path);
   }
+  if (type != "Document" && failsNow(url)) return fail("InternetDisconnected");
   const Response response = shared_.server->answer(url, textOf(request, "method"), type, world_);
   if (!response.isServed) return fail("InternetDisconnected");
   Json headers = Json::array();
@@ -246,6 +249,12 @@ void Page::serve(const std::string& session, const Json& params) {
           {"responseHeaders", headers},
           {"body", base64(response.body)}},
          [](const Json&, const std::string&) {});
+}
+
+// In a plausible world a server that was there goes away, and comes back.
+bool Page::failsNow(const std::string& url) {
+  if (world_ != World::plausible || shared_.server->fileOf(url) != nullptr) return false;
+  return ++requests_[url.substr(0, url.find('?'))] % kFailing == 0;
 }
 
 // The page's own console is silent: only the recorder can make these events, by what it captured first.
@@ -490,6 +499,12 @@ void Page::giveUp(const std::string& reason) {
   if (state_ == State::done || state_ == State::closing) return;
   if (state_ != State::idle && !isToRepeat()) miss(reason);
   close();
+}
+
+// Another try would get the same answer.
+void Page::refuse(const std::string& reason) {
+  isLastTry_ = true;
+  giveUp(reason);
 }
 
 // The browser, and not the page, is to blame where not even the recorder ran.

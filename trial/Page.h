@@ -81,6 +81,7 @@ class Page {
   void attach(const std::string& target);
   void prepare(const std::string& session);
   void navigate();
+  bool failsNow(const std::string& url);
   void serve(const std::string& session, const Json& params);
   void hear(const std::string& session, const Json& params);
   void attached(const Json& params);
@@ -94,6 +95,7 @@ class Page {
   void measure(bool isLast);
   void callUncalled();
   void miss(const std::string& reason);
+  void refuse(const std::string& reason);
   void finish();
   void close();
   void endScripts();
@@ -115,18 +117,19 @@ class Page {
   std::vector<Driver> drivers_;
   Driver active_;  // the one that is asked
   int round_ = 0;
-  int documents_ = 0;       // that frames have loaded
-  bool hasLoaded_ = false;  // its own document was served
-  bool hasRun_ = false;     // the recorder was there
+  int documents_ = 0;                    // that frames have loaded
+  bool hasLoaded_ = false;               // its own document was served
+  std::map<std::string, int> requests_;  // for what is not in the package
+  bool hasRun_ = false;                  // the recorder was there
   bool isLastTry_ = true;
-  int preparing_ = 0;       // commands that are not answered
-  int ended_ = 0;           // scripts that ran too long
-  int unanswered_ = 0;      // attempts to end the present one
+  int preparing_ = 0;   // commands that are not answered
+  int ended_ = 0;       // scripts that ran too long
+  int unanswered_ = 0;  // attempts to end the present one
   std::optional<Clock::time_point> askedAt_;
   Clock::time_point watched_;             // what the times are of
   std::map<int, double> processorTimes_;  // of processes, some time after that
   std::uint64_t asked_ = 0;               // number of the question that is open
-  bool isPausing_ = false;  // the driver does something that is waited for
+  bool isPausing_ = false;                // the driver does something that is waited for
   Clock::time_point nextPoll_;
   Clock::time_point quietAfter_;  // settled at the latest
   Clock::time_point lastRequest_;

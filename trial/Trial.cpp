@@ -223,7 +223,7 @@ class Trial {
     const std::string path = lane.waiting.front();
     lane.waiting.pop_front();
     lane.page->open(path, std::min(deadline_, Clock::now() + seconds(options_.secondsPerPage)), lane.isForced,
-                     lane.repeats >= kMaxRepeats);
+                    lane.repeats >= kMaxRepeats);
   }
 
   // Whether a lane has nothing to do; its tab is closed then, for the memory.

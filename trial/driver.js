@@ -563,6 +563,7 @@ const walkLength = 150;
 const maxWaits = 40;    // of a walk, for timers
 const walkWait = 3;
 const maxWalked = 300;  // elements that it may go to
+const moves = 5;        // keys that move, and enter: every second one is one of those
 const clicks = ['mousedown', 'mouseup', 'click'];
 const channel = new MessageChannel();
 const postMessage = uncurried(MessagePort.prototype.postMessage);
@@ -591,7 +592,7 @@ const act = () => {
   if (!hasKeys && walkable.length < 2) {
     isWalking = false;
   } else if (hasKeys && (walkable.length === 0 || among(3) > 0)) {
-    const key = settings.compared[among(settings.compared.length)];
+    const key = settings.compared[among(among(2) === 0 ? moves : settings.compared.length)];
     const target = keyTarget();
     for (let i = 0; i < 3; ++i) fireAt(target, keyEvent(keyTypes[i], key), '');
   } else {

@@ -140,7 +140,14 @@ let given;
 let inside = 0;  // built-ins that use patterns, as the page's own code would
 const isGiven = (name) =>
   given !== undefined && given !== '' && slice(name, -given.length) === given;
-const handedOut = {__proto__: null};  // words that are values of a plausible world: a method is not called so by them
+// Words that are values of a plausible world. A name that begins or ends so may be made of one.
+const handedOut = settings.world === 2 ? ['0', '1', '2', '3', 'true', 'false', 'undefined', 'null', 'NaN'] : [];
+const isHandedOut = (name) => {
+  for (let i = 0; i < handedOut.length; ++i) {
+    if (startsWith(name, handedOut[i]) || slice(name, -handedOut[i].length) === handedOut[i]) return true;
+  }
+  return false;
+};
 
 const record = (plugin, method, list) => {
   let name = method;
@@ -159,7 +166,7 @@ const record = (plugin, method, list) => {
   if (!isUnknown && settings.documented[name] === 1) return;
   if (!isWorthTelling(plugin + ' ' + (isUnknown ? '' : name))) return;
   ++told;
-  tell(isUnknown ? 'unknown' : name in handedOut ? 'word' : 'call',
+  tell(isUnknown ? 'unknown' : isHandedOut(name) ? 'word' : 'call',
        quote(plugin) + '\n' + shownText(name) + '\n' + shownArguments(list));
 };
 
@@ -206,7 +213,7 @@ const plausible = (name) => {
   const turn = turns[name] || 0;
   turns[name] = turn + 1;
   const value = values[turn % values.length];
-  if (typeof value === 'string') handedOut[value] = 1;
+  if (typeof value === 'string' && turn < values.length) push(handedOut, value);
   return value;
 };
 const itemsOf = (depth) => (isPlausible && depth < 3 ? 8 : 1);
@@ -803,7 +810,10 @@ if (isMade) {
     const original = uncurried(prototype[name]);
     define(prototype, name, function (key) {
       const value = original(this, key);
-      return value === null ? settings.mark : value;
+      if (value !== null) return value;
+      let made = plausible(toText(key));
+      if (made === undefined) made = plausible(name + '()');
+      return made === undefined ? settings.mark : toText(made);
     });
   };
   unset(Storage.prototype, 'getItem');

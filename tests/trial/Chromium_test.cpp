@@ -131,6 +131,43 @@ const std::vector<Recorded> kRecorded{
               "tuner[JSON.parse(x.responseText).method](); }; x.send();\ntuner[undefined]();"),
      {},
      4},
+    // The name is a part of what nobody knows, or stands behind a word that the page knows.
+    {"NamesInParts",
+     "<form id=f><input name=typed></form>" +
+         scriptOf(
+             "var at = location.hash.split('/')[1]; if (at) tuner[at]();\n"
+             "var m = /do=(\\w+)/.exec(location.search); if (m) tuner[m[1]]();\n"
+             "var q = new URLSearchParams(location.search); if (q.has('x')) tuner[q.get('x')]();\n"
+             "document.cookie.replace(/last=(\\w+)/, function (all, name) { tuner[name](); });\n"
+             "addEventListener('message', function (e) {\n"
+             "if (/\\.care\\.example$/.test(e.origin) && e.data.kind === 'call' && typeof e.data.name == 'string')\n"
+             "tuner['Get' + e.data.name]();\n});\n"
+             "f.typed.onchange = function () { var words = this.value.split(' ');\n"
+             "if (words[0] === 'sound' && words[1]) audio[words[1]]();\n};\n"
+             "var far = 'wss://a.care.example';\n"
+             "var does = {set: function (o) {\ntuner['Set' + o.name](); }, get: function (o) {\ntuner[o.name](); }};\n"
+             "fetch('http://far.away/orders').then(function (r) { return r.json(); }).then(function (list) {\n"
+             "list.forEach(function (order) { if (does[order.kind]) does[order.kind](order); }); });"),
+     {},
+     7},
+    {"AnswersThatFit",
+     scriptOf("if (tuner.Open() === 1) tuner.K1(); if (tuner.Start() === 'X200') tuner.K2();\n"
+              "var state = tuner.GetVolume(); switch (state) { case 7: tuner.K3(); }\n"
+              "tuner.Open(function (result) { if (result === 1) tuner.K5(); });\n"
+              "if (localStorage.getItem('step') === 'done') tuner.K6();\n"
+              "fetch('http://far.away/a').then(function (r) { return r.json(); }).then(function (reply) {\n"
+              "if (reply.status == 'paired' && reply.items.length > 0) tuner.K7(); });\n"
+              "var good = 0; function poll() { fetch('http://far.away/b').then(function () { ++good; },\n"
+              "function () { if (good > 0) tuner.K8(); }); } poll(); setInterval(poll, 60000);\n"
+              ""),
+     {"K1", "K2", "K3", "K5", "K6", "K7", "K8"}},
+    {"StepsInOrder",
+     scriptOf("var on = {live: {R: 'back', P: 'pause'}, pause: {P: 'live', S: 'stop'}, back: {S: 'shot'},\n"
+              "stop: {P: 'live'}, shot: {}}, state = 'live';\n"
+              "addEventListener('keydown', function (e) {\n"
+              "state = on[state][{412: 'R', 19: 'P', 413: 'S'}[e.keyCode]] || state;\n"
+              "if (state === 'shot') tuner.L2(); });"),
+     {"L2"}},
     {"ResultsGoOn",
      scriptOf("var i, n = tuner.Open(); for (i = 0; i < n.length + 3; ++i) ; while (tuner.Open()) ; for (var a of "
               "tuner.Open()) ;"
@@ -347,7 +384,7 @@ struct Bound {
 
 const std::vector<Bound> kBounds{
     {"Frames",
-     scriptOf("var h = ''; for (var i = 0; i < 30; ++i) h += '<iframe src=\"none.html?' + i + '\"></iframe>';"
+     scriptOf("var h = ''; for (var i = 0; i < 38; ++i) h += '<iframe src=\"none.html?' + i + '\"></iframe>';"
               "document.body.insertAdjacentHTML('beforeend', h);"),
      "it has more frames than are loaded"},
     {"DrivenFrames",
@@ -403,6 +440,17 @@ TEST(ChromiumPlaces, StandInShippedFiles) {
   EXPECT_EQ(places, (std::multiset<std::string>{"ByLibrary www/js/main.js:5:1", "InHandler www/index.html:4:24",
                                                 "InMain www/js/main.js:3:18", "Inline www/index.html:6:9",
                                                 "Made www/js/main.js:6:12"}));
+}
+
+// A frame is driven before another one puts a page in its place.
+TEST(ChromiumFrames, AreDrivenBeforeTheyGo) {
+  const trial::Result result = runPage(
+      "<iframe src=menu.html></iframe><iframe name=content src=home.html></iframe>",
+      {{"www/menu.html", "<script>onkeydown = function () { parent.content.location = 'other.html'; }</script>"},
+       {"www/home.html", "<a onclick='parent.tuner.A1()'>x</a>"},
+       {"www/other.html", "<a onclick='parent.tuner.A2()'>x</a>"}});
+  EXPECT_EQ(incompleteOf(result), "");
+  EXPECT_EQ(methodsOf(result.calls), (std::multiset<std::string>{"A1", "A2"}));
 }
 
 TEST(ChromiumPages, AreThoseThatTheApplicationGoesTo) {

@@ -85,10 +85,27 @@ TEST(Vocabulary, IsWhatScriptsCompareWith) {
   EXPECT_LE(keys.size(), 160U);
 }
 
+TEST(Vocabulary, HasWhatAnswersAreComparedWith) {
+  const trial::Vocabulary vocabulary = trial::vocabularyOf(
+      {{"a.js",
+        "if (reply.kind === 'set' || reply.kind != \"get\" && typeof reply.x == 'string') ; if (tv.GetState() == 3) ;"
+        "var mode = await tv.GetMode(1); switch (mode) { case 'on': case 2: } table[reply.action](reply);"
+        "var table = {play: function () { return {no: 1}; }, 'stop': 2, pause() {} }; e.keyCode === 13; n == 1.5;"
+        "open('https://care.example/x'); new WebSocket(\"wss://care.example:8080\");"}});
+  const trial::Answers expected{{"GetMode()", {"\"on\"", "2"}},
+                                {"GetState()", {"3"}},
+                                {"action", {"\"play\"", "\"stop\"", "\"pause\""}},
+                                {"kind", {"\"set\"", "\"get\""}},
+                                {"mode", {"\"on\"", "2"}}};
+  EXPECT_EQ(vocabulary.answers, expected);
+  EXPECT_EQ(vocabulary.origins, (std::vector<std::string>{"https://care.example", "https://care.example:8080"}));
+}
+
 TEST(RecorderScript, HoldsNamesAsData) {
   trial::Input input = applicationOf("");
   input.documented = {"a\"};alert(1)//", "__proto__", "\xff"};
-  const std::string script = trial::recorderScript(input, {"secret", "mark", World::made}, {{"13"}, {}, {}, {}, {}, {}, {}});
+  const std::string script =
+      trial::recorderScript(input, {"secret", "mark", World::made}, {{"13"}, {}, {}, {}, {}, {}, {}});
   EXPECT_NE(script.find(R"("a\"};alert(1)//":1)"), std::string::npos);
   EXPECT_EQ(script.find("\"__proto__\":1"), std::string::npos);
 }
