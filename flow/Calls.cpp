@@ -429,10 +429,11 @@ void Analysis::bind(ActId id, NodeId self, const Args& args, Where where) {
       for (std::size_t k = i; k < std::max<std::size_t>(args->nodes.size(), isSpread ? i + 6 : 0); ++k)
         rest.push_back(argument(args, k, where));
       const ObjectId array = arrayOf(where, rest);
-      if (isSpread) objects[array].b = 0;
-      if (isSpread)
+      if (isSpread) {
+        objects[array].b = 0;
         for (std::size_t k = 0; k < args->nodes.size(); ++k)
           if (args->isSpread[k]) solver.edge(elementsOf(where, args->nodes[k]), starNode(array));
+      }
       solver.add(act.parameters[i], array);
     } else {
       solver.edge(argument(args, i, where), act.parameters[i]);
