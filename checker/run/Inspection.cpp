@@ -451,6 +451,7 @@ void inspect(const InspectionOptions& options, const TakeReport& soFar, Applicat
   Outcome run = runEngine(report.application, runOptions);
   calls.name(run.names);
   addRun(run, calls, options, report);
+  run.engine.reset();  // its texts are as large as the application, and others need memory, too
   if (options.flow.isOn || options.trial.isOn) handOver(report, options, soFar);
   if (options.flow.isOn && report.failure.empty())
     flow.run(options.flow, options.accepted, options.deprecations, run.names, report);
