@@ -130,9 +130,10 @@ const isWorthTelling = (name) => {
 
 const tell = (kind, fields) => send(settings.secret + kind + '\n' + fields);
 
+// The text of a value that is no name: that of a member of a made up value, mostly.
 const isNothing = (name) =>
   name === '' || name === 'undefined' || name === 'null' || name === 'NaN' || name === 'true' || name === 'false' ||
-  startsWith(name, '[object ');
+  startsWith(name, '[object ') || startsWith(name, 'function ') || startsWith(name, 'class ') || includes(name, '=>');
 
 // A word that the driver gives as the answer of a plug-in or another page. As the name of a method it is made up; that
 // nobody knows that name is told when the answer has the mark.

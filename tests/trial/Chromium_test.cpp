@@ -128,9 +128,10 @@ const std::vector<Recorded> kRecorded{
     {"NamesNobodyKnows",
      scriptOf("tuner[prompt('?')]();\nvar v = tuner.Open();\ntuner['Get' + v.name]();\n"
               "var x = new XMLHttpRequest(); x.open('GET', 'http://far.away/x'); x.onload = function () {\n"
-              "tuner[JSON.parse(x.responseText).method](); }; x.send();\ntuner[undefined]();"),
+              "tuner[JSON.parse(x.responseText).method]();\ntuner[JSON.parse(x.responseText).call](); };\n"
+              "x.send();\ntuner[undefined]();"),
      {},
-     4},
+     5},
     // The name is a part of what nobody knows, or stands behind a word that the page knows.
     {"NamesInParts",
      "<form id=f><input name=typed></form>" +
@@ -158,8 +159,7 @@ const std::vector<Recorded> kRecorded{
               "fetch('http://far.away/a').then(function (r) { return r.json(); }).then(function (reply) {\n"
               "if (reply.status == 'paired' && reply.items.length > 0) tuner.K7(); });\n"
               "var good = 0; function poll() { fetch('http://far.away/b').then(function () { ++good; },\n"
-              "function () { if (good > 0) tuner.K8(); }); } poll(); setInterval(poll, 60000);\n"
-              ""),
+              "function () { if (good > 0) tuner.K8(); }); } poll(); setInterval(poll, 60000);"),
      {"K1", "K2", "K3", "K5", "K6", "K7", "K8"}},
     {"StepsInOrder",
      scriptOf("var on = {live: {R: 'back', P: 'pause'}, pause: {P: 'live', S: 'stop'}, back: {S: 'shot'},\n"
