@@ -42,6 +42,21 @@ std::string_view codeAtStart(std::string_view text) {
   return code.substr(0, code.find_last_not_of(' ') + 1);  // 0 behind npos
 }
 
+bool isAscii(char c) {
+  return static_cast<unsigned char>(c) < 0x80;
+}
+
+// What stands at `begin` and reads `code`, which may be in another encoding there; empty if that is not so.
+std::string_view spelledAs(std::string_view line, std::size_t begin, std::string_view code) {
+  std::size_t at = begin;
+  for (; !code.empty(); code.remove_prefix(firstCharacter(code).size)) {
+    if (at >= line.size() || isAscii(line[at]) != isAscii(code[0])) return {};
+    if (isAscii(code[0]) && line[at] != code[0]) return {};
+    at += firstCharacter(line.substr(at)).size;
+  }
+  return line.substr(begin, at - begin);
+}
+
 }  // namespace
 
 Lines::Lines(std::string_view text) : text_(text) {
@@ -113,7 +128,10 @@ void ReportedFiles::place(const std::string& path, Position place, Call& call) c
   const std::string_view text = file->lines.textOf(line);
   const std::size_t begin = byteAt(text, place.column);
   if (call.code.empty()) call.code = codeAtStart(text.substr(begin));
-  takeExcerpt(text, begin, begin + std::min(call.code.find('\n'), call.code.size()), call);
+  const std::size_t inLine = std::min(call.code.find('\n'), call.code.size());
+  const std::string_view spelled = spelledAs(text, begin, std::string_view(call.code).substr(0, inLine));
+  if (inLine == call.code.size() && !spelled.empty()) call.code = spelled;  // as it is in the file
+  takeExcerpt(text, begin, begin + (spelled.empty() ? inLine : spelled.size()), call);
   call.excerpt.number = place.line;
   takeLinesAround(file->lines, line, call);
 }

@@ -23,7 +23,7 @@ struct FlowOptions {
   bool isDocumented = false;          // list calls of documented methods with their traces, too
   flow::ParseCache* cache = nullptr;  // of earlier runs on the same application
   std::shared_ptr<const DatabaseListing> database = {};
-  unsigned threads = 1;               // that work; the result is that of one
+  unsigned threads = 1;  // that work; the result is that of one
 };
 
 // An id that an element of a plug-in has.

@@ -42,12 +42,13 @@ constexpr std::uint64_t kDeflated = 8;
 std::uint64_t number(std::string_view bytes, std::uint64_t at, std::size_t size) {
   std::uint64_t value = 0;
   for (std::size_t i = size; i > 0; --i)
-    value = value << 8 | (at + i <= bytes.size() ? static_cast<unsigned char>(bytes[at + i - 1]) : 0U);
+    value = value << 8 |
+            (at + i <= bytes.size() ? static_cast<unsigned char>(bytes[static_cast<std::size_t>(at) + i - 1]) : 0U);
   return value;
 }
 
 bool stands(std::string_view signature, std::string_view package, std::uint64_t at) {
-  return at <= package.size() && package.substr(at, signature.size()) == signature;
+  return at <= package.size() && package.substr(static_cast<std::size_t>(at), signature.size()) == signature;
 }
 
 // The deflate streams of an ordinary package, in the order of its directory, as far as they are worth inflating ahead.
