@@ -109,6 +109,7 @@ struct Extras {
   bool hasDocumentedTraces = false;  // calls of documented methods have their traces, too
   ParseCache* cache = nullptr;       // of earlier runs
   ForEach forEach = {};              // reads scripts in several threads (Relevance.h)
+  bool isLast = false;               // the process ends soon, and its memory as a whole: none is given back before
 };
 
 // The result does not depend on the order of files, nor on the cache or the threads.

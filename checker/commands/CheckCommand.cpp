@@ -224,6 +224,7 @@ InspectionOptions inspectionOf(const Options& options, const Accepted& accepted,
                                trialOptions(options), flowOptions(options)};
   inspection.exclusions = Exclusions(options.excludes, options.excludeInPackages);
   inspection.threads = inspection.flow.threads = options.threadsFor(applications);
+  inspection.flow.isLast = !inspection.trial.isOn;
   inspection.flow.database = std::make_shared<const DatabaseListing>(listDatabase(options.database));
   inspection.deprecations = Deprecations(*inspection.flow.database, options.denyDeprecated);
   return inspection;

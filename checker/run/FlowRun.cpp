@@ -348,7 +348,7 @@ void FlowRun::run(const FlowOptions& options, const std::set<std::string>& accep
   const flow::Database documented = databaseOf(*options.database);
   readMovies(documented, all, report);
   const Threads threads(options.threads);
-  flow::Extras extras{options.isDocumented, options.cache};
+  flow::Extras extras{options.isDocumented, options.cache, {}, options.isLast};
   if (options.threads > 1) extras.forEach = [&](std::size_t count, const auto& work) { threads.forEach(count, work); };
   flow::Result result = flow::analyse(all.files, documented, {}, extras);
   forgetPlacesInMovies(all.files, result);

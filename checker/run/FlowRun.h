@@ -21,6 +21,7 @@ struct FlowOptions {
   bool isPossible = false;            // keep findings that are only possible
   bool isPerPlugin = false;           // a method that is documented for another plug-in only counts as undocumented
   bool isDocumented = false;          // list calls of documented methods with their traces, too
+  bool isLast = false;                // nothing but the report is made in this process after it
   flow::ParseCache* cache = nullptr;  // of earlier runs on the same application
   std::shared_ptr<const DatabaseListing> database = {};
   unsigned threads = 1;  // that work; the result is that of one
