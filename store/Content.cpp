@@ -69,7 +69,7 @@ class Descriptor {
 
 // Reads a regular file whole: its hash, and its size into `size`. Empty if it cannot be.
 std::string hashOf(const std::string& path, std::uint64_t& size, Sha256& stamps) {
-  constexpr std::size_t kBuffer = 65536;
+  constexpr std::size_t kBuffer = 16384;
   const Descriptor file(path);
   struct stat info {};
   if (file.number() < 0 || fstat(file.number(), &info) != 0 || !S_ISREG(info.st_mode)) return "";

@@ -24,6 +24,11 @@ struct Blob {
   std::string_view bytes;
 };
 
+// For a process that writes a store and forks, before its first connection: keeps memory for pages that forks do not
+// inherit. What they share is copied page by page when either side writes it, and a store's pages are written all the
+// time. Its forks must not use SQLite then.
+void keepPagesFromForks();
+
 class Connection {
  public:
   enum class Mode { read, write };  // to write creates the file if there is none

@@ -289,6 +289,7 @@ int checkCommand(const Options& given) {
   bounds.threads = inspection.threads;
   std::optional<StoreRun> store;
   if (!options.store.empty()) {
+    store::keepPagesFromForks();
     store.emplace(options, inspection);
     inspection = store->inspection();
   }

@@ -103,8 +103,8 @@ void Worker::fail(const std::string& reason) {
 }
 
 void Worker::receive() {
-  constexpr int kReads = 16;  // others wait, too
-  std::array<char, 65536> buffer{};
+  constexpr int kReads = 64;         // others wait, too
+  std::array<char, 16384> buffer{};  // each page of it is copied after each fork
   for (int i = 0; i < kReads; ++i) {
     const ssize_t count = read(pipe_, buffer.data(), buffer.size());
     if (count == 0) return end();
