@@ -7,12 +7,16 @@
 
 #include "checker/run/Inspection.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <deque>
 #include <functional>
 #include <iterator>
 #include <map>
+#include <optional>
 #include <tuple>
 
 #include "checker/report/CallPlaces.h"
@@ -467,12 +471,23 @@ void inspect(const InspectionOptions& options, const TakeReport& soFar, Applicat
   if (!options.all && listsAll(options)) leaveOutBehindStops(report);
 }
 
+// What another state of a file shows in; nothing of a folder, or of what cannot be seen.
+using Stamp = std::array<std::int64_t, 5>;
+std::optional<Stamp> stampOf(const std::string& path) {
+  struct stat info {};
+  if (stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
+  return Stamp{static_cast<std::int64_t>(info.st_dev), static_cast<std::int64_t>(info.st_ino),
+               static_cast<std::int64_t>(info.st_size), static_cast<std::int64_t>(info.st_mtim.tv_sec),
+               static_cast<std::int64_t>(info.st_mtim.tv_nsec)};
+}
+
 }  // namespace
 
 ApplicationReport inspect(const std::string& application, const InspectionOptions& options, const TakeReport& soFar) {
   const auto start = std::chrono::steady_clock::now();
   ApplicationReport report;
   report.application = application;
+  const std::optional<Stamp> before = stampOf(application);
   if (options.digest) report.sha256 = sha256OfFile(application);
   try {
     inspect(options, soFar, report);
@@ -482,6 +497,7 @@ ApplicationReport inspect(const std::string& application, const InspectionOption
   } catch (const std::exception& error) {
     report.failure = error.what();
   }
+  if (report.failure.empty() && stampOf(application) != before) report.failure = "it changed while it was read";
   conclude(report);
   report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   return report;

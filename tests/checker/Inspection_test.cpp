@@ -78,6 +78,16 @@ TEST_F(Inspection, AllCallsAreFoundWithTheirOwnPlaces) {
   EXPECT_TRUE(all.undetermined.empty());
 }
 
+TEST_F(Inspection, AFileThatChangesWhileItIsReadIsToldOf) {
+  OwnDirectory::write("app.wgt", craftedZip({{"index.html", page("tv", "TUNER")}}));
+  InspectionOptions options{DATABASE, false, false, {}};
+  options.flow.isOn = true;  // so that there is a moment between rules
+  options.flow.database = std::make_shared<const DatabaseListing>(listDatabase(DATABASE));
+  EXPECT_EQ(inspect("app.wgt", options, [](const ApplicationReport&) {}).failure, "");
+  const auto change = [](const ApplicationReport&) { OwnDirectory::write("app.wgt", "other"); };
+  EXPECT_EQ(inspect("app.wgt", options, change).failure, "it changed while it was read");
+}
+
 TEST_F(Inspection, CallsThatTheRulesExemptAreListedApart) {
   write("index.html", page("tv", "TUNER") + page("kob", "KOB"));
   struct Row {
