@@ -323,10 +323,6 @@ class Matcher {
   bool tooDeep_ = false;
 };
 
-}  // namespace
-
-namespace {
-
 // An attempt that may be greedy, if the expression is: whether its outcome, which goes to `matchEnd`, is known. Where
 // one came to a long repetition, those that start right behind it would most likely do as well.
 bool attemptGreedily(TrexExpression& expression, const char* position, const char*& matchEnd) {
