@@ -345,11 +345,18 @@ class Source {
   std::size_t stop_ = 0;
 };
 
+// A parser that was stopped in a broken text is kept: to delete it can free what was never allocated (tree-sitter
+// 0.20).
+void abandon(TSParser* parser) {
+  static std::vector<TSParser*> abandoned;
+  abandoned.push_back(parser);
+}
+
 }  // namespace
 
 Tree parseScript(std::string_view text, const ParseLimits& limits) {
   static const Numbers numbers = readNumbers();
-  const std::unique_ptr<TSParser, void (*)(TSParser*)> parser(ts_parser_new(), ts_parser_delete);
+  std::unique_ptr<TSParser, void (*)(TSParser*)> parser(ts_parser_new(), ts_parser_delete);
   Tree none;
   none.isWhole = false;
   if (!ts_parser_set_language(parser.get(), tree_sitter_javascript()) || text.size() > 0x7FFFFFFF) return none;
@@ -359,7 +366,10 @@ Tree parseScript(std::string_view text, const ParseLimits& limits) {
   ts_parser_set_cancellation_flag(parser.get(), source.stop());
   const std::unique_ptr<TSTree, void (*)(TSTree*)> parsed(ts_parser_parse(parser.get(), nullptr, source.input()),
                                                           ts_tree_delete);
-  if (!parsed) return none;
+  if (!parsed) {
+    abandon(parser.release());
+    return none;
+  }
   Tree tree = Copy(numbers, limits.nodes).run(parsed.get());
   tree.isWhole = tree.isWhole && shallow.empty();
   return tree;

@@ -180,7 +180,7 @@ struct ParseLimits {
   // How often the parser may read each part of the text, on the average: again and again where it is no script. Time
   // is for parsers that do not even read; it ends nothing that a slower machine would parse in seconds.
   std::uint32_t readings = 24;
-  std::uint64_t micros = 30'000'000;
+  std::uint64_t micros = 15'000'000;
 };
 
 // Never fails: any text has a tree. It is empty, and not whole, where the parser gave up.
