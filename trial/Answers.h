@@ -1,9 +1,10 @@
-// What scripts compare with what they were told: state === 'ready', switch (reply.kind) { case 'set': ... }.
 #pragma once
 
 #include <map>
 #include <string>
 #include <vector>
+
+// What scripts compare with what they were told: state === 'ready', switch (reply.kind) { case 'set': ... }.
 
 namespace trial {
 

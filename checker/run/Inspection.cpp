@@ -497,7 +497,10 @@ ApplicationReport inspect(const std::string& application, const InspectionOption
   } catch (const std::exception& error) {
     report.failure = error.what();
   }
-  if (report.failure.empty() && stampOf(application) != before) report.failure = "it changed while it was read";
+  // An editor's own text does not change with the file.
+  const bool isOnDisk = options.unsaved.empty();
+  if (isOnDisk && report.failure.empty() && stampOf(application) != before)
+    report.failure = "it changed while it was read";
   conclude(report);
   report.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   return report;
