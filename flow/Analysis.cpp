@@ -47,7 +47,12 @@ Analysis::Analysis(std::vector<File> given, const Database& documented, const Li
   functionProto = newObject(Class::plain, {});
   stringProto = newObject(Class::plain, {});
   objectProto = newObject(Class::plain, {});
-  addCoreModels(*this);
+  addFunctionModels(*this);
+  addObjectModels(*this);
+  addArrayModels(*this);
+  addCollectionModels(*this);
+  addPromiseModels(*this);
+  addTextModels(*this);
   addPatternModels(*this);
   addMarkupModels(*this);
   addDomModels(*this);

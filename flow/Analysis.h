@@ -363,7 +363,12 @@ class Analysis {
   friend struct ReportMaker;
 };
 
-void addCoreModels(Analysis& analysis);
+void addFunctionModels(Analysis& analysis);
+void addObjectModels(Analysis& analysis);
+void addArrayModels(Analysis& analysis);
+void addCollectionModels(Analysis& analysis);
+void addPromiseModels(Analysis& analysis);
+void addTextModels(Analysis& analysis);
 void addPatternModels(Analysis& analysis);
 void addMarkupModels(Analysis& analysis);
 void addDomModels(Analysis& analysis);

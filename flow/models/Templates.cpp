@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cctype>
 
-#include "flow/Analysis.h"
+#include "flow/models/Models.h"
 
 namespace flow {
 namespace {
@@ -210,10 +210,6 @@ void evaluateAll(Analysis& a, const Run& run, const std::vector<Expression>& all
 }
 
 // ---- what models call -----------------------------------------------------------------------------------------------
-
-NodeId arg(Analysis& a, const CallInfo& info, std::size_t index) {
-  return a.argument(info.args, index, info.site.where);
-}
 
 Run runFor(Analysis& a, const CallInfo& info) {
   Run run;

@@ -3,23 +3,13 @@
 
 #include <algorithm>
 
-#include "flow/Analysis.h"
 #include "flow/Words.h"
+#include "flow/models/Models.h"
 
 namespace flow {
 namespace {
 
 constexpr std::size_t kMaxDependencies = 200;  // of one module
-
-NodeId arg(Analysis& a, const CallInfo& info, std::size_t index) {
-  return a.argument(info.args, index, info.site.where);
-}
-
-void texts(Analysis& a, NodeId node, const std::function<void(const std::string&)>& take) {
-  a.solver.listen(node, [&a, take](const Arrival& value) {
-    if (isText(value.value)) take(a.names.text(nameIn(value.value)));
-  });
-}
 
 // Where the exports of all that is defined under a name come to.
 NodeId namedModule(Analysis& a, std::uint32_t realm, const std::string& name) {
@@ -227,11 +217,6 @@ void require(Analysis& a, const CallInfo& info) {
   amd(a, rest, false);
 }
 
-struct Row {
-  const char* name;
-  Analysis::Native native;
-};
-
 const Row kRows[] = {
     {"require", require},
     {"requirejs", require},
@@ -243,8 +228,7 @@ const Row kRows[] = {
 }  // namespace
 
 void addModuleModels(Analysis& analysis) {
-  for (const Row& row : kRows)
-    analysis.natives.emplace(row.name, row.native);
+  addRows(analysis, kRows);
 }
 
 }  // namespace flow

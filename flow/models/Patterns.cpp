@@ -1,10 +1,11 @@
 // Models: regular expressions, and texts that are searched, cut and filled in by them; the text of a function.
 // Test: tests/flow/Analysis_test.cpp.
 
+#include "flow/Patterns.h"
+
 #include <algorithm>
 
-#include "flow/Analysis.h"
-#include "flow/Patterns.h"
+#include "flow/models/Models.h"
 
 namespace flow {
 namespace {
@@ -12,16 +13,6 @@ namespace {
 constexpr std::size_t kMaxSearched = 4'000;  // bytes of a text that is searched
 constexpr std::size_t kMaxMatches = 24;      // of one text
 constexpr std::size_t kMaxFunction = 1'000;  // bytes of a function's text
-
-NodeId arg(Analysis& a, const CallInfo& info, std::size_t index) {
-  return a.argument(info.args, index, info.site.where);
-}
-
-void texts(Analysis& a, NodeId node, const std::function<void(const std::string&)>& take) {
-  a.solver.listen(node, [&a, take](const Arrival& value) {
-    if (isText(value.value)) take(a.names.text(nameIn(value.value)));
-  });
-}
 
 // `/source/flags`, as a literal stands in a script.
 std::optional<Pattern> patternOf(std::string_view literal) {
@@ -311,11 +302,6 @@ void stringOf(Analysis& a, const CallInfo& info) {
   });
 }
 
-struct Row {
-  const char* name;
-  Analysis::Native native;
-};
-
 const Row kRows[] = {
     {"RegExp", patternNew},
     {"RegExp#exec", patternExec},
@@ -343,8 +329,7 @@ Value Analysis::functionText(Value function) {
 }
 
 void addPatternModels(Analysis& analysis) {
-  for (const Row& row : kRows)
-    analysis.natives.emplace(row.name, row.native);
+  addRows(analysis, kRows);
 }
 
 }  // namespace flow

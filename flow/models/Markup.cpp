@@ -3,16 +3,12 @@
 
 #include <algorithm>
 
-#include "flow/Analysis.h"
+#include "flow/models/Models.h"
 
 namespace flow {
 namespace {
 
 constexpr std::size_t kMaxTemplate = 100'000;  // bytes
-
-NodeId arg(Analysis& a, const CallInfo& info, std::size_t index) {
-  return a.argument(info.args, index, info.site.where);
-}
 
 struct Tag {
   const char* begin;

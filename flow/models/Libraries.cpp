@@ -1,8 +1,8 @@
 // Models: which well-known libraries a text is, or holds. What they do is written as script (models/), which is read
 // into the graph in place of the library's own. Test: tests/flow/Analysis_test.cpp.
 
-#include "flow/Analysis.h"
 #include "flow/ModelTexts.h"
+#include "flow/models/Models.h"
 
 namespace flow {
 namespace {
@@ -49,10 +49,6 @@ const Model kModels[] = {
 };
 
 constexpr std::size_t kMaxData = 200'000;  // bytes of a file whose text is a value
-
-NodeId arg(Analysis& a, const CallInfo& info, std::size_t index) {
-  return a.argument(info.args, index, info.site.where);
-}
 
 // Elements of a text that begins with one.
 void markup(Analysis& a, const CallInfo& info) {

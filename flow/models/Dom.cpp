@@ -3,14 +3,10 @@
 #include <algorithm>
 #include <cstring>
 
-#include "flow/Analysis.h"
+#include "flow/models/Models.h"
 
 namespace flow {
 namespace {
-
-NodeId arg(Analysis& a, const CallInfo& info, std::size_t index) {
-  return a.argument(info.args, index, info.site.where);
-}
 
 // The realm of the document or element that a method is called on.
 std::uint32_t realmOfSelf(Analysis& a, const CallInfo& info) {
@@ -45,7 +41,6 @@ bool isPluginTag(const std::string& tag) {
 }
 
 // ---- selectors
-// ----------------------------------------------------------------------------------------------------------
 
 struct Simple {
   std::string tag, id;
@@ -677,11 +672,6 @@ const char* const kElementMembers[] = {"accessKey",
                                        "disabled",
                                        "then"};
 
-struct Row {
-  const char* name;
-  Analysis::Native native;
-};
-
 const Row kRows[] = {
     {"Document#getElementById", getElementById},
     {"Document#querySelector", querySelector},
@@ -752,8 +742,7 @@ bool Analysis::isElementMember(const std::string& name) const {
 }
 
 void addDomModels(Analysis& analysis) {
-  for (const Row& row : kRows)
-    analysis.natives.emplace(row.name, row.native);
+  addRows(analysis, kRows);
 }
 
 }  // namespace flow
