@@ -114,6 +114,10 @@ class TarvoCheck:
         return Outcome(reports, places, seconds, megabytes)
 
     def _counts(self, call):
+        """What is told without an accusation is none: what another plug-in documents, and calls of a name that the
+        program makes."""
+        if call.get("kind") in ("otherPlugin", "computed"):
+            return False
         return "--possible" in self.options or call.get("confidence") != "possible"
 
     @staticmethod
