@@ -15,6 +15,7 @@ namespace flow {
 namespace {
 
 // A movie's variables are no globals of the page.
+constexpr int kMaxRounds = 16;  // of coming to rest and going on
 constexpr const char* kMovieHead =
     "(function (flash, ExternalInterface, getURL, setInterval, _root, _global, _level0) {";
 constexpr const char* kMovieTail =
@@ -69,7 +70,8 @@ Result Analysis::run() {
   if (!hasPlugin) return std::move(result);
   prepare();
   runPages();
-  for (int round = 0; round < 16 && !solver.isSpent(); ++round) {
+  for (int round = 0; round < kMaxRounds && !solver.isSpent(); ++round) {
+    areGuardsOpen = round >= kMaxRounds / 2;
     solver.run();
     bool isMore = linkGlobals();
     if (!isMore) isMore = linkForeignIds();

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "flow/Flow.h"
+#include "flow/Guards.h"
 #include "flow/Heap.h"
 #include "flow/Pages.h"
 #include "flow/Relevance.h"
@@ -20,10 +21,10 @@
 
 // Analysis: one application's constraint graph, and what the models need to add to it.
 //
-// Functions are read once for each way in which they are called, as far as the budget goes (Contexts.cpp); each reading
-// is an Activation with nodes of its own for its variables. What is read becomes nodes and edges (Body.cpp), calls are
+// Functions are read once for each way in which they are called, as far as the budget goes; each reading
+// is an Activation with nodes of its own for its variables. What is read becomes nodes and edges (body/), calls are
 // linked as functions come to where they are called (Calls.cpp), and what the browser and well-known libraries do
-// stands in tables of natives (Models*.cpp).
+// stands in tables of natives (models/).
 
 namespace flow {
 
@@ -244,9 +245,20 @@ class Analysis {
   void invoke(const CallInfo& info, NodeId callback, NodeId self, std::vector<NodeId> nodes, NodeId result = 0,
               std::uint32_t salt = 0);
 
+  // ---- Guards (Guards.cpp) ----------------------------------------------------------------------------------------
+
+  // Those values of a node that pass a test; those objects whose property does, or that do not have it.
+  NodeId passing(Where where, NodeId node, const Test& test);
+  NodeId passingBy(Where where, NodeId node, Name property, const Test& test);
+  // A node that holds something once code behind a test of `node` may run. Where the value was read from a property of
+  // what `base` holds, objects that do not have it are looked at; `base` may be 0.
+  NodeId guard(Where where, NodeId node, NodeId base, Name property, const Test& test);
+  // What `node` holds, once `open` holds something.
+  NodeId guarded(Where where, NodeId open, NodeId node);
+
   // Runs code: the script of a unit in a realm.
   ActId runScript(std::uint32_t unit, std::uint32_t realm, NodeId self, NodeId scope = 0);
-  void build(ActId act);  // reads the body (Body.cpp)
+  void build(ActId act);  // reads the body (body/)
   ObjectId closureObject(std::uint32_t unit, DefIndex def, ActId env, Where where);
 
   // ---- Modules ----------------------------------------------------------------------------------------------------
@@ -306,7 +318,9 @@ class Analysis {
   std::vector<Native> nativeTable;
   std::unordered_map<std::string, ObjectId> nativeObjects;
   std::unordered_map<Value, NodeId> singles;
+  std::unordered_set<NodeId> takenApart;  // nodes that have some of the values of one that stands for many
   std::vector<std::pair<NodeId, std::function<void()>>> late;
+  bool areGuardsOpen = false;  // in the end, so that each is heard of
   std::unordered_map<std::uint64_t, ActId> actByKey;
   std::unordered_map<std::uint64_t, ObjectId> objectByKey;
   std::unordered_map<std::uint64_t, ObjectId> methodByKey;
@@ -344,6 +358,11 @@ class Analysis {
   } known;
 
  private:
+  bool isKnownBy(Value of, Name property, const Test& test) const;
+  bool isMadeWith(ObjectId of, bool isElement, Name name) const;
+  void passValue(const Test& test, const Arrival& value, NodeId node, NodeId to);
+  void passInstance(bool holds, NodeId other, const Arrival& value, const std::function<void()>& pass);
+  void passListed(const Test& test, const Arrival& value, const std::function<void()>& pass);
   void prepare();
   void loadFiles();
   void runPages();

@@ -51,9 +51,10 @@ struct Object {
   std::uint32_t b = 0;
   Where where;
   NodeId proto = 0;
-  NodeId star = 0;       // what is written under names that nobody knows
-  NodeId all = 0;        // everything
-  bool isMoved = false;  // of a list: what stands first is taken away, so that all others change places
+  NodeId star = 0;         // what is written under names that nobody knows
+  NodeId all = 0;          // everything
+  bool isMoved = false;    // of a list: what stands first is taken away, so that all others change places
+  bool isAddedTo = false;  // under names that nobody knows
   std::vector<Property> properties;
   std::unordered_map<Name, std::uint32_t> index;
   std::unordered_map<Name, NodeId> reads;

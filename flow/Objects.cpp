@@ -288,7 +288,10 @@ void Analysis::readValue(Where where, ActId act, Value value, NodeId from, std::
 void Analysis::read(Where where, ActId act, NodeId of, NodeId key, Name name, NodeId target) {
   if (of == 0) return;
   if (key == 0) {
-    solver.listen(of, [=](const Arrival& from) { readValue(where, act, from.value, of, from.level, name, target); });
+    solver.listen(of, [=](const Arrival& from) {
+      if (from.value == kUnknown) return solver.add(target, kUnknown, of, from.level);
+      readValue(where, act, from.value, of, from.level, name, target);
+    });
     return;
   }
   solver.listen(of, [=](const Arrival& from) {
@@ -372,8 +375,9 @@ void Analysis::write(Where where, ActId act, NodeId of, NodeId key, Name name, N
 
 void Analysis::writeUnknown(ObjectId of, NodeId value, std::uint8_t level) {
   const Class cls = objects[of].cls;
-  if (cls == Class::plain || cls == Class::array || cls == Class::jquery || cls == Class::map)
-    solver.edge(value, starNode(of), level);
+  if (cls != Class::plain && cls != Class::array && cls != Class::jquery && cls != Class::map) return;
+  objects[of].isAddedTo = true;
+  solver.edge(value, starNode(of), level);
 }
 
 ObjectId Analysis::arrayOf(Where where, const std::vector<NodeId>& nodes) {

@@ -285,10 +285,22 @@ struct ReportMaker {
     return node != 0 && a.solver.has(node, recorded.element) ? node : 0;
   }
 
+  // Where an element was before it was taken from others one by one, which says nothing of where it belongs.
+  NodeId togetherNode(NodeId node, Value element) const {
+    NodeId at = node;
+    for (std::size_t i = 0; i < kMaxSteps && at != 0; ++i) {
+      const NodeId from = origin(at, element);
+      if (a.takenApart.count(at) != 0) return from != 0 ? from : node;
+      at = from;
+    }
+    return node;
+  }
+
   // A call that another object explains, which came the same way by accident.
   bool isExplained(const Recorded& recorded) const {
-    const NodeId node = elementNode(recorded);
-    if (node == 0) return false;
+    const NodeId last = elementNode(recorded);
+    if (last == 0) return false;
+    const NodeId node = togetherNode(last, recorded.element);
     const auto& values = a.solver.values(node);
     return std::any_of(values.begin(), values.end(), [&](const Arrival& other) {
       return hasMethod(other.value, recorded.method) && isMixed(node, recorded.element, other.value);

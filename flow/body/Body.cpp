@@ -6,6 +6,11 @@
 #include <algorithm>
 
 namespace flow {
+namespace {
+
+constexpr std::size_t kMaxShared = 16;
+
+}  // namespace
 
 void Body::run() {
   state_.defs.assign(def_.variables.size(), 0);
@@ -53,8 +58,12 @@ void Body::run() {
   const Kind kind = nodes_[def_.body].kind;
   if (def_.what == Def::What::loopBody || kind == Kind::statementBlock) {
     statement(def_.body);
+    const Ast only = firstChild(nodes_, def_.body);
+    const bool isOnlyReturn = only != 0 && nodes_[only].kind == Kind::returnStatement;
+    if (isOnlyReturn && def_.what != Def::What::loopBody) answer(firstChild(nodes_, only));
   } else {
     s_.edge(expression(def_.body), act_.result);
+    answer(def_.body);
   }
 }
 
@@ -133,6 +142,7 @@ NodeId Body::readVariable(Ast ast) {
   const VariableRef ref = link < unit_.refs.size() ? unit_.refs[link] : VariableRef();
   const Name name = nameOf(ast);
   if (const Activation* round = roundOf(ref, name)) return round->loopValue;
+  if (const NodeId written = lastWritten(sharedOf(ref, name))) return written;
   if (ref.def == kNone) return readGlobal(ast, name);
   if (ref.def == act_.def) {
     const Variable& variable = def_.variables[ref.slot];
@@ -144,6 +154,38 @@ NodeId Body::readVariable(Ast ast) {
   if (where == kNobody) return 0;
   if (unit_.defs[ref.def].variables[ref.slot].isGlobal) return a_.readNode(window(), name);
   return a_.variableNode(where, ref.slot);
+}
+
+Body::Shared Body::sharedOf(const VariableRef& ref, Name name) const {
+  return ref.def == kNone ? Shared{kNone, name} : Shared{ref.def, ref.slot};
+}
+
+// (Models count on hearing of all that is ever written.)
+// What this code wrote into a variable that is not its own alone, where no other code can have written it since; or 0.
+NodeId Body::lastWritten(const Shared& shared) const {
+  for (const auto& [variable, node] : state_.shared)
+    if (variable == shared) return node;
+  return 0;
+}
+
+void Body::keepWritten(const Shared& shared, NodeId node) {
+  const auto is = [&shared](const auto& one) { return one.first == shared; };
+  state_.shared.erase(std::remove_if(state_.shared.begin(), state_.shared.end(), is), state_.shared.end());
+  const bool isOwn = shared.def == act_.def && !def_.variables[shared.slot].isWrittenInside;
+  const bool isKept = node != 0 && !isOwn && !unit_.isModel && state_.shared.size() < kMaxShared;
+  if (isKept) state_.shared.emplace_back(shared, node);
+}
+
+// Other code runs, and may write all of them; but a method is taken not to replace its receiver in the variable `but`.
+void Body::forgetWritten(Ast but) {
+  if (state_.shared.empty()) return;
+  std::vector<std::pair<Shared, NodeId>> kept;
+  if (but != 0 && nodes_[but].kind == Kind::identifier) {
+    const std::uint32_t link = unit_.link[but];
+    const Shared shared = sharedOf(link < unit_.refs.size() ? unit_.refs[link] : VariableRef(), nameOf(but));
+    if (const NodeId node = lastWritten(shared)) kept.emplace_back(shared, node);
+  }
+  state_.shared = std::move(kept);
 }
 
 NodeId Body::readGlobal(Ast ast, Name name) {
@@ -171,13 +213,15 @@ void Body::assign(Ast ast, NodeId value) {
   if (Activation* round = roundOf(ref, name)) round->loopValue = either(ast, round->loopValue, value);
   if (ref.def == kNone) {
     a_.writeValue(at(ast), id_, window(), name, value, 0);
-    return;
+    return keepWritten(sharedOf(ref, name), value);
   }
   NodeId node = value;
   if (value != 0) {
     node = s_.make(at(ast), Step::variable, name);
     s_.edge(value, node);
+    if (const auto origin = origins_.find(value); origin != origins_.end()) origins_.emplace(node, origin->second);
   }
+  keepWritten(sharedOf(ref, name), node);
   if (ref.def != act_.def) {
     const ActId where = home(ref.def);
     if (where == kNobody) return;
@@ -248,6 +292,10 @@ Body::State Body::join(const State& left, const State& right, Ast ast) {
     s_.edge(left.defs[i], joined.defs[i]);
     s_.edge(right.defs[i], joined.defs[i]);
   }
+  const auto isApart = [&right](const auto& one) {
+    return std::find(right.shared.begin(), right.shared.end(), one) == right.shared.end();
+  };
+  joined.shared.erase(std::remove_if(joined.shared.begin(), joined.shared.end(), isApart), joined.shared.end());
   return joined;
 }
 

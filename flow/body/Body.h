@@ -3,7 +3,10 @@
 #include <cstdint>
 #include <functional>
 #include <set>
+#include <string>
 #include <string_view>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "flow/Analysis.h"
@@ -28,9 +31,17 @@ class Body {
   void run();
 
  private:
+  // A variable that other functions write as well: a global by its name, others by where they are declared.
+  struct Shared {
+    std::uint32_t def = kNone;
+    std::uint32_t slot = 0;
+    bool operator==(const Shared& other) const { return def == other.def && slot == other.slot; }
+  };
+
   // The nodes of the variables at a place of the code.
   struct State {
     std::vector<NodeId> defs;
+    std::vector<std::pair<Shared, NodeId>> shared;  // those just written, until other code may write them
     bool isDead = false;
   };
 
@@ -52,6 +63,19 @@ class Body {
   struct KeyOf {
     Name name = 0;
     NodeId node = 0;  // 0: the name is it
+  };
+
+  // A test of what an expression gives.
+  struct Asked {
+    Ast subject = 0;
+    Test test;
+  };
+
+  // The property that a value was read from, of what `base` holds; `ast` says that, where it is an expression.
+  struct Origin {
+    Ast ast = 0;
+    NodeId base = 0;
+    Name property = 0;
   };
 
   enum class Truth { unknown, always, never };
@@ -77,6 +101,10 @@ class Body {
   void keepLoopVariable(Ast left, NodeId value);
   Ast soleName(Ast ast) const;
   NodeId readVariable(Ast ast);
+  Shared sharedOf(const VariableRef& ref, Name name) const;
+  NodeId lastWritten(const Shared& shared) const;
+  void keepWritten(const Shared& shared, NodeId node);
+  void forgetWritten(Ast but = 0);
   NodeId readGlobal(Ast ast, Name name);
   void assign(Ast ast, NodeId value);
   void writeGlobal(Ast ast, Name name, NodeId node);
@@ -96,11 +124,33 @@ class Body {
   NodeId thrown();
   void returned(NodeId value);
   void declarator(Ast ast);
-  Truth decided(Ast ast);
-  Truth decidedBinary(Ast ast);
   void ifStatement(Ast ast);
   void switchStatement(Ast ast);
   void tryStatement(Ast ast);
+
+  // Conditions.cpp
+  Truth decided(Ast ast);
+  Truth decidedBinary(Ast ast);
+  std::string signOf(Ast ast) const;
+  Ast insideOf(Ast ast) const;
+  bool isPlainRead(Ast ast) const;
+  bool isConstant(Ast ast) const;
+  std::uint32_t slotOf(Ast ast) const;
+  void findTests(Ast condition, bool holds, std::vector<Asked>& tests);
+  void findComparison(Ast ast, Ast left, Ast right, bool holds, std::vector<Asked>& tests);
+  void findMembership(Ast call, bool holds, std::vector<Asked>& tests);
+  void findEntry(Ast subscript, bool holds, std::vector<Asked>& tests);
+  void findIndex(Ast call, std::string_view sign, std::string_view number, bool holds, std::vector<Asked>& tests);
+  void keepOrigin(Ast ast, NodeId value);
+  std::vector<std::uint32_t> usedIn(Ast begin, Ast end) const;
+  Origin originOf(Ast subject, NodeId value);
+  void answer(Ast condition);
+  void narrowVariable(Ast ast, NodeId node);
+  void narrowFor(const Asked& asked, const std::vector<std::uint32_t>& slots);
+  void narrow(const std::vector<Asked>& tests, Ast begin, Ast end);
+  void narrow(Ast condition, bool holds, Ast code);
+  void narrowRest(Ast condition, Ast statement);
+  void narrowCase(Ast value, Ast body, Ast part);
 
   // Loops.cpp
   void loop(Ast ast, const std::function<void()>& content);
@@ -149,6 +199,7 @@ class Body {
   NodeId yieldExpression(Ast ast);
   NodeId yieldedAll(Ast ast, NodeId value, NodeId sent);
   NodeId answered(Ast ast, NodeId value, NodeId sent);
+  NodeId branchOf(Ast ast);
   NodeId ternary(Ast ast);
   NodeId unary(Ast ast);
   bool isRest(Ast ast) const;
@@ -189,7 +240,9 @@ class Body {
   std::vector<NodeId> loopHeads_;
   std::vector<std::uint32_t> counters_;  // of the loops around
   std::vector<NodeId> withs_;
+  std::unordered_map<NodeId, std::pair<NodeId, Name>> origins_;  // what was read from a property, and of what
   NodeId thrown_ = 0;
+  int narrowed_ = 0;
   int depth_ = 0;
 };
 

@@ -57,6 +57,7 @@ NodeId Body::newExpression(Ast ast) {
   const NodeId result = s_.make(at(ast), Step::result);
   const Site site{at(ast), at(ast), id_, 0};
   a_.call(site, callee, 0, args, result, true);
+  forgetWritten();
   handOver(site, callee, args);
   return result;
 }
@@ -123,6 +124,7 @@ NodeId Body::chain(Ast ast) {
         const Args args = arguments(childIn(nodes_, call, Field::arguments));
         value = s_.make(at(call), Step::result);
         a_.call({at(call), at(property), id_, 0}, method, self(), args, value);
+        forgetWritten();
       }
       continue;
     }
@@ -131,6 +133,7 @@ NodeId Body::chain(Ast ast) {
       const Args args = arguments(childIn(nodes_, call, Field::arguments));
       const NodeId result = s_.make(at(property), Step::result, key.name);
       a_.callMember({at(call), at(property), id_, 0}, value, key.node, key.name, args, result);
+      forgetWritten(base);
       handOver({at(call), at(property), id_, 0}, value, args);
       value = result;
     } else {
@@ -156,6 +159,7 @@ NodeId Body::plainCall(Ast ast, NodeId callee, Ast base) {
   if (base != 0 && nodes_[base].kind == Kind::identifier && !withs_.empty()) self = withs_.back();
   if (self == 0) self = a_.single(window());
   a_.call(site, callee, self, args, result);
+  forgetWritten();
   handOver(site, callee, args);
   return result;
 }

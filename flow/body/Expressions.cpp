@@ -56,6 +56,7 @@ NodeId Body::expression(Ast ast) {
     case Kind::awaitExpression: {
       const NodeId promise = expression(firstChild(nodes_, ast));
       a_.throwRejected(promise, thrown());
+      forgetWritten();
       return a_.awaited(at(ast), promise);
     }
     case Kind::yieldExpression:
@@ -78,6 +79,11 @@ NodeId Body::expression(Ast ast) {
         expression(argument);
       }
       return unknown(ast);
+    }
+    case Kind::literalWord: {
+      const std::string_view word = unit_.textOf(ast);
+      const bool isKnown = word == "true" || word == "false";
+      return isKnown ? a_.single(numberValue(a_.names.of(word))) : 0;
     }
     case Kind::statementBlock:
     case Kind::expressionStatement:
@@ -164,6 +170,7 @@ Body::KeyOf Body::indexOf(Ast subscript) {
 }
 
 NodeId Body::yieldExpression(Ast ast) {
+  forgetWritten();
   const NodeId value = expression(firstChild(nodes_, ast));
   const ActId of = function(false);
   const NodeId sent = a_.acts[of].sent;
@@ -197,6 +204,17 @@ NodeId Body::answered(Ast ast, NodeId value, NodeId sent) {
   return result;
 }
 
+// One of two values, which nobody may know while the other is known.
+NodeId Body::branchOf(Ast ast) {
+  const NodeId value = expression(ast);
+  ast = insideOf(ast);
+  if (ast == 0 || value == 0 || nodes_[ast].kind == Kind::literalWord) return value;
+  const NodeId branch = s_.make(at(ast), Step::none);
+  s_.edge(value, branch);
+  a_.whenEmpty(branch, [&s = s_, branch] { s.add(branch, kUnknown); });
+  return branch;
+}
+
 NodeId Body::ternary(Ast ast) {
   const Ast condition = childIn(nodes_, ast, Field::condition);
   expression(condition);
@@ -204,10 +222,14 @@ NodeId Body::ternary(Ast ast) {
   if (truth != Truth::unknown)
     return expression(childIn(nodes_, ast, truth == Truth::always ? Field::consequence : Field::alternative));
   const State before = state_;
-  const NodeId left = expression(childIn(nodes_, ast, Field::consequence));
+  const Ast consequence = childIn(nodes_, ast, Field::consequence);
+  const Ast alternative = childIn(nodes_, ast, Field::alternative);
+  narrow(condition, true, consequence);
+  const NodeId left = branchOf(consequence);
   const State then = state_;
   state_ = before;
-  const NodeId right = expression(childIn(nodes_, ast, Field::alternative));
+  narrow(condition, false, alternative);
+  const NodeId right = branchOf(alternative);
   state_ = join(then, state_, ast);
   return either(ast, left, right);
 }
@@ -244,6 +266,7 @@ NodeId Body::binary(Ast ast) {
     const Ast rightAst = childIn(nodes_, part, Field::right);
     if (marks & kLogical) {
       const State before = state_;
+      if (signOf(part) != "??") narrow(childIn(nodes_, part, Field::left), (marks & kOr) == 0, rightAst);
       const NodeId right = expression(rightAst);
       state_ = join(before, state_, part);
       // What && gives of its left side is nothing that could be called.

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "flow/body/Body.h"
+#include "flow/models/Models.h"
 
 namespace flow {
 namespace {
@@ -22,6 +23,7 @@ void Body::loop(Ast ast, const std::function<void()>& content) {
     heads.push_back(head);
     loopHeads_.push_back(head);
   }
+  forgetWritten();
   const State before = state_;
   targets_.push_back({});
   targets_.back().isLoop = true;
@@ -39,6 +41,7 @@ void Body::loop(Ast ast, const std::function<void()>& content) {
   state_ = std::move(after);
   state_.isDead = false;
   loopHeads_.resize(loopHeads_.size() - heads.size());
+  forgetWritten();
 }
 
 void Body::forStatement(Ast ast) {
@@ -154,6 +157,7 @@ void Body::forIn(Ast ast) {
   const NodeId list = (nodes_[ast].marks & kAsync) ? settledElements(ast, given) : given;
   const std::uint32_t link = unit_.link[ast];
   if (link == kNone || link >= unit_.defs.size()) return;
+  forgetWritten();
   const ObjectId body = a_.closureObject(act_.unit, link, id_, at(ast));
   const Site site{at(ast), at(ast), id_, 0};
   if (nodes_[ast].marks & kOf)
@@ -178,9 +182,11 @@ void Body::forNames(const Site& site, NodeId list, ObjectId body) {
     if (!isObject(of.value)) return;
     const Class cls = a.objects[of.value].cls;
     if (cls != Class::plain && cls != Class::array && cls != Class::function && cls != Class::jquery) return;
-    a.watch(of.value, [&a, site, body](Name name, NodeId) {
+    const bool isFunction = cls == Class::function;
+    a.watch(of.value, [&a, site, body, isFunction](Name name, NodeId) {
       const std::string& text = a.names.text(name);
       if (text.empty() || text[0] == '%' || text == "constructor") return;
+      if (isFunction && name == a.known.prototype) return;
       Site own = site;
       own.salt = name + 1;
       a.callValue(own, body, 0, kUnknown, a.makeArgs({a.single(textValue(name), site.where)}), 0, false, 0, 0);
@@ -199,13 +205,11 @@ void Body::forOf(const Site& site, NodeId list, ObjectId body) {
         own.salt = name + 1;
         a.callValue(own, body, 0, kUnknown, a.makeArgs({node}), 0, false, 0, 0);
       });
-      Site own = site;
-      own.salt = 0;
-      const NodeId star = a.starNode(of.value);
-      a.solver.listen(star, [&a, own, body, star](const Arrival&) {
-        a.callValue(own, body, 0, kUnknown, a.makeArgs({star}), 0, false, 0, 0);
+      return eachValue(a, site.where, a.starNode(of.value), [&a, site, body](NodeId node, std::uint32_t salt) {
+        Site own = site;
+        own.salt = salt;
+        a.callValue(own, body, 0, kUnknown, a.makeArgs({node}), 0, false, 0, 0);
       });
-      return;
     }
     const NodeId element = a.solver.make(site.where, Step::none);
     a.elementsOfValue(site.where, of.value, element);

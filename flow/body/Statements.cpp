@@ -136,44 +136,11 @@ void Body::declarator(Ast ast) {
   if (name == 0) return;
   if (value == 0) return;
   const NodeId node = expression(value);
+  keepOrigin(value, node);
   if (nodes_[name].kind == Kind::identifier)
     assign(name, node);
   else
     pattern(name, node);
-}
-
-// Conditions that the way in which the function is called decides: whether it is called with `new`, and with how
-// many arguments.
-Body::Truth Body::decided(Ast ast) {
-  while (ast != 0 && nodes_[ast].kind == Kind::parenthesizedExpression)
-    ast = firstChild(nodes_, ast);
-  if (ast == 0) return Truth::unknown;
-  if (nodes_[ast].kind == Kind::unaryExpression && unit_.text[nodes_[ast].begin] == '!') {
-    const Truth inner = decided(childIn(nodes_, ast, Field::argument));
-    return inner == Truth::unknown ? inner : truthOf(inner == Truth::never);
-  }
-  return nodes_[ast].kind == Kind::binaryExpression ? decidedBinary(ast) : Truth::unknown;
-}
-
-Body::Truth Body::decidedBinary(Ast ast) {
-  const Ast left = childIn(nodes_, ast, Field::left);
-  const Ast right = childIn(nodes_, ast, Field::right);
-  if (left == 0 || right == 0 || nodes_[right].begin <= nodes_[left].end) return Truth::unknown;
-  std::string sign(std::string_view(unit_.text).substr(nodes_[left].end, nodes_[right].begin - nodes_[left].end));
-  sign.erase(std::remove(sign.begin(), sign.end(), ' '), sign.end());
-  const Activation& of = a_.acts[function(true)];
-  if (sign == "instanceof" && nodes_[left].kind == Kind::thisWord && of.isInstance) return Truth::always;
-  if (of.argumentCount < 0 || unit_.textOf(left) != "arguments.length" || nodes_[right].kind != Kind::number)
-    return Truth::unknown;
-  const double count = of.argumentCount;
-  const double other = std::strtod(std::string(unit_.textOf(right)).c_str(), nullptr);
-  if (sign == ">") return truthOf(count > other);
-  if (sign == ">=") return truthOf(count >= other);
-  if (sign == "<") return truthOf(count < other);
-  if (sign == "<=") return truthOf(count <= other);
-  if (sign == "===" || sign == "==") return truthOf(count == other);
-  if (sign == "!==" || sign == "!=") return truthOf(count != other);
-  return Truth::unknown;
 }
 
 void Body::ifStatement(Ast ast) {
@@ -183,24 +150,36 @@ void Body::ifStatement(Ast ast) {
   if (truth == Truth::always) return statement(childIn(nodes_, ast, Field::consequence));
   if (truth == Truth::never) return statement(childIn(nodes_, ast, Field::alternative));
   const State before = state_;
-  statement(childIn(nodes_, ast, Field::consequence));
+  const Ast consequence = childIn(nodes_, ast, Field::consequence);
+  const Ast alternative = childIn(nodes_, ast, Field::alternative);
+  narrow(condition, true, consequence);
+  statement(consequence);
   const State then = state_;
   state_ = before;
-  if (const Ast alternative = childIn(nodes_, ast, Field::alternative)) statement(alternative);
+  if (alternative != 0) {
+    narrow(condition, false, alternative);
+    statement(alternative);
+  } else if (then.isDead) {
+    narrowRest(condition, ast);
+  }
   const bool isDead = then.isDead && state_.isDead;
   state_ = join(then, state_, ast);
   state_.isDead = isDead;
 }
 
 void Body::switchStatement(Ast ast) {
-  expression(childIn(nodes_, ast, Field::value));
+  const Ast value = childIn(nodes_, ast, Field::value);
+  expression(value);
   const Ast body = childIn(nodes_, ast, Field::body);
   if (body == 0) return;
   const State before = state_;
   targets_.push_back({});
   state_.isDead = true;
   for (Ast part = body + 1; part < nodes_[body].last; part = nodes_[part].last) {
-    state_ = join(state_, before, part);
+    const State fallen = state_;
+    state_ = before;
+    narrowCase(value, body, part);
+    state_ = join(fallen, state_, part);
     state_.isDead = false;
     for (Ast child = part + 1; child < nodes_[part].last; child = nodes_[child].last) {
       if (nodes_[child].field == Field::value)

@@ -57,6 +57,7 @@ void Body::objectPatternPart(Ast part, NodeId value) {
     case Kind::shorthandPattern:
     case Kind::shorthandProperty:
       a_.read(at(part), id_, value, 0, nameOf(part), got);
+      origins_.emplace(got, std::make_pair(value, nameOf(part)));
       return assign(part, got);
     case Kind::objectAssignmentPattern: {
       const Ast left = childIn(nodes_, part, Field::left);

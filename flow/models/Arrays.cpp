@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 
 #include "flow/models/Models.h"
 
@@ -52,16 +53,29 @@ void arrayFlatMap(Analysis& a, const CallInfo& info) {
   });
 }
 
-void arrayFilter(Analysis& a, const CallInfo& info) {
-  const ObjectId made = newArray(a, info);
-  eachCall(a, info, info.self, arg(a, info, 0), 1,
-           [&a, made](NodeId element, NodeId, std::uint32_t, Name) { a.solver.edge(element, a.starNode(made)); });
+// Those elements that the callback does not turn down, as far as its answers are known.
+void eachChosen(Analysis& a, const CallInfo& info, NodeId to) {
+  eachCall(a, info, info.self, arg(a, info, 0), 1, [&a, to](NodeId element, NodeId result, std::uint32_t, Name) {
+    const NodeId isChosen = a.passing({}, result, {Test::What::isTrue, true, 0});
+    a.whenEmpty(isChosen, [&a, result, isChosen] {
+      if (a.solver.isEmpty(result)) a.solver.add(isChosen, kUnknown);
+    });
+    a.solver.edge(a.guarded({}, isChosen, element), to);
+  });
 }
 
+void arrayFilter(Analysis& a, const CallInfo& info) {
+  eachChosen(a, info, a.starNode(newArray(a, info)));
+}
+
+// With a function: with a text, it is another's method of that name.
 void arrayFind(Analysis& a, const CallInfo& info) {
-  const NodeId result = info.result;
-  eachCall(a, info, info.self, arg(a, info, 0), 1,
-           [&a, result](NodeId element, NodeId, std::uint32_t, Name) { a.solver.edge(element, result); });
+  const CallInfo copy = info;
+  const auto once = std::make_shared<bool>(false);
+  objectsIn(a, arg(a, info, 0), [&a, copy, once](ObjectId) {
+    if (!*once) eachChosen(a, copy, copy.result);
+    *once = true;
+  });
 }
 
 // Lists that are known by their places: each round is given what the one before it made.
@@ -108,7 +122,7 @@ void arrayPush(Analysis& a, const CallInfo& info) {
   for (std::size_t i = 0; i < info.args->nodes.size(); ++i) {
     const NodeId value =
         info.args->isSpread[i] ? a.elementsOf(info.site.where, info.args->nodes[i]) : info.args->nodes[i];
-    a.solver.edge(value, a.starNode(info.selfValue));
+    a.writeUnknown(info.selfValue, value, 0);
   }
 }
 
@@ -292,7 +306,7 @@ void arraySplice(Analysis& a, const CallInfo& info) {
   a.solver.edge(a.elementsOf(info.site.where, info.self), a.starNode(made));
   if (!isObject(info.selfValue)) return;
   for (std::size_t i = 2; i < info.args->nodes.size(); ++i)
-    a.solver.edge(info.args->nodes[i], a.starNode(info.selfValue));
+    a.writeUnknown(info.selfValue, info.args->nodes[i], 0);
 }
 
 void arrayEntries(Analysis& a, const CallInfo& info) {

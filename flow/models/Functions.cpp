@@ -128,6 +128,7 @@ void reflectApply(Analysis& a, const CallInfo& info) {
   const Args args = spreadOf(a, arg(a, info, 2));
   callOn(a, own, codeIn(a, own), arg(a, info, 1), args, info.result);
   natively(a, own, arg(a, info, 1), args);
+  a.handed.push_back({info.site, own.self, a.makeArgs({arg(a, info, 1)})});
 }
 
 void reflectConstruct(Analysis& a, const CallInfo& info) {

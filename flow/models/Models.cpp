@@ -24,6 +24,23 @@ void firstArgument(Analysis& a, const CallInfo& info) {
 
 void none(Analysis&, const CallInfo&) {}
 
+// Objects are taken one by one, so that what one of them holds does not meet what another does; so many at most.
+void eachValue(Analysis& a, Where where, NodeId node, const std::function<void(NodeId, std::uint32_t)>& take) {
+  constexpr int kMaxApart = 24;
+  constexpr std::uint32_t kValueSalt = 0x40000000;
+  const auto apart = std::make_shared<int>(0);
+  const NodeId rest = a.solver.make(where, Step::none);
+  a.takenApart.insert(rest);
+  a.solver.listen(node, [&a, where, node, take, apart, rest](const Arrival& value) {
+    const bool isApart = isObject(value.value) && a.object(value.value).cls == Class::plain && *apart < kMaxApart;
+    const NodeId own = isApart ? a.solver.make(where, Step::none) : rest;
+    const bool isFirst = isApart || a.solver.isEmpty(rest);
+    a.solver.add(own, value.value, node, value.level);
+    if (isApart) ++*apart;
+    if (isFirst) take(own, isApart ? kValueSalt | value.value : 0);
+  });
+}
+
 ObjectId newArray(Analysis& a, const CallInfo& info) {
   const ObjectId made = a.newObject(Class::array, info.site.where);
   a.solver.add(info.result, made);
@@ -38,13 +55,8 @@ void eachElement(Analysis& a, Where where, NodeId list, std::function<void(NodeI
       a.watch(of.value, [&a, take](Name name, NodeId node) {
         if (!isHidden(a.names.text(name))) take(node, name + 1, name);
       });
-      const NodeId star = a.starNode(of.value);
-      const auto once = std::make_shared<bool>(false);
-      a.solver.listen(star, [take, star, once](const Arrival&) {
-        if (!*once) take(star, 0, 0);
-        *once = true;
-      });
-      return;
+      return eachValue(a, where, a.starNode(of.value),
+                       [take](NodeId node, std::uint32_t salt) { take(node, salt, 0); });
     }
     const NodeId element = a.solver.make(where, Step::none);
     a.elementsOfValue(where, of.value, element);

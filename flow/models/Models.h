@@ -45,6 +45,9 @@ inline bool isHidden(const std::string& text) {
 // For each element of a list: its node, a number that tells it from the others, and the name of its place, or 0.
 void eachElement(Analysis& a, Where where, NodeId list, std::function<void(NodeId, std::uint32_t, Name)> take);
 
+// The same for the values of a node that stands for many.
+void eachValue(Analysis& a, Where where, NodeId node, const std::function<void(NodeId, std::uint32_t)>& take);
+
 // A new list, as what the call gives.
 ObjectId newArray(Analysis& a, const CallInfo& info);
 

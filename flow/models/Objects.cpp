@@ -197,6 +197,7 @@ void Analysis::assignProperties(Where where, ActId act, NodeId from, Value to) {
     watch(of, [this, where, act, to, of](Name name, NodeId) {
       const std::string& text = names.text(name);
       if (isHidden(text) || text == "constructor") return;
+      if (objects[of].cls == Class::function && name == known.prototype) return;
       // Getters are asked.
       const NodeId value = solver.make(where, Step::property, name);
       readValue(where, act, of, 0, 0, name, value);

@@ -206,6 +206,7 @@ void jsonParse(Analysis& a, const CallInfo& info) {
   a.solver.listen(arg(a, info, 0), [&a, copy](const Arrival& value) {
     if (isObject(value.value)) a.solver.add(copy.result, value.value, 0, value.level);
   });
+  a.whenEmpty(copy.result, [&a, copy] { a.solver.add(copy.result, kUnknown); });
 }
 
 void parseInt(Analysis& a, const CallInfo& info) {
