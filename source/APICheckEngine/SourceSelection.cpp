@@ -212,6 +212,10 @@ RunResult APIAnalysis::FirstScanSource(std::vector<std::string>* files) {
 void APIAnalysis::appendScriptFunctions(const detail::ScriptFunctions& found, const std::string& cleaned,
                                         const std::string& path) {
   std::vector<FlashFunctionInfo*> records(found.functions.size());
+  const std::size_t needed = functionBlockList.size() + found.finds.size();
+  if (needed > functionBlockList.capacity()) {
+    functionBlockList.reserve(std::max(needed, 2 * functionBlockList.capacity()));
+  }
   for (const std::uint32_t find : found.finds) {
     const detail::ScriptFunction& function = found.functions[find];
     if (records[find] != nullptr) {
