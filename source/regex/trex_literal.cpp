@@ -8,6 +8,7 @@
 #include "regex/trex_literal.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <iterator>
@@ -32,8 +33,17 @@ constexpr std::string_view kByFrequency =
     " etnriaosl\ncud.)(h,p=fm\tg;vyb{}*/x\"_w0:'T1][Sk&CE-+AMI|PR\\N2O$DL!`jFB3@<U?>zV4Hq568WG#79XYKQJZ^%~";
 
 // How rare a byte is in script; those that are not in the list are the rarest.
+constexpr std::array<unsigned char, 256> kRarities = [] {
+  std::array<unsigned char, 256> rarities{};
+  for (unsigned char& rarity : rarities)
+    rarity = kByFrequency.size();
+  for (std::size_t i = kByFrequency.size(); i-- > 0;)
+    rarities[static_cast<unsigned char>(kByFrequency[i])] = static_cast<unsigned char>(i);
+  return rarities;
+}();
+
 std::size_t rarity(char byte) {
-  return std::min(kByFrequency.find(byte), kByFrequency.size());
+  return kRarities[static_cast<unsigned char>(byte)];
 }
 
 // The first place of a literal, which is at least as long as a word, in [begin, end); `end` if there is none.
