@@ -25,7 +25,7 @@ constexpr std::size_t kVeryFewPlaces = 4;    // of which another piece of the sa
 constexpr std::size_t kCostOfPieces = 4;     // to index them, in bytes searched for each byte of the text
 constexpr std::size_t kCostOfPlace = 8;      // to compare the literal with one that holds another, in the same measure
 constexpr std::size_t kLongLiteral = 32;
-constexpr std::ptrdiff_t kFarApart = 16;  // hits of a byte for which memchr pays
+constexpr std::ptrdiff_t kFarApart = 48;  // hits of a byte for which memchr pays
 constexpr std::ptrdiff_t kTried = 256;    // bytes after which that is known
 
 // The bytes of script, the frequent ones first.
