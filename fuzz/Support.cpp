@@ -56,7 +56,7 @@ bool isKnown(const APIAnalysis::Strings& list, const std::string& text) {
 // Whether `call` is documented, or opens something and so is no call of a method. One that is neither must have its
 // finding line.
 bool isFine(const APIAnalysis& engine, const SWFStateMentInfo& call) {
-  const std::string text = detail::callTextOf(call);
+  const std::string_view text = detail::callTextOf(call);
   const std::string method = detail::methodName(text);
   if (text.empty() || isKnown(engine.whiteAPIList, method)) return true;
   require(isKnown(engine.resultList, detail::findingLine(call.path, call.line, method)), "each finding is listed");

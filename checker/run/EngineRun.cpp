@@ -253,8 +253,9 @@ void Run::packageFound(const std::string& path, const std::string& directory) {
 
 void Run::callFound(const FoundCall& call) {
   if (call.verdict == FoundCall::Verdict::undocumented && call.isOnDevice) {
-    deviceLines_.try_emplace(FlashEngine_1_00::findingLine(call.path, call.line, call.method),
-                             names_.findingLine(call.path, call.line, call.method));
+    const std::string path(call.path);
+    deviceLines_.try_emplace(FlashEngine_1_00::findingLine(path, call.line, call.method),
+                             names_.findingLine(path, call.line, call.method));
   }
   if (options_.callFound != nullptr) options_.callFound(call);
 }

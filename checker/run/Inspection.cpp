@@ -58,15 +58,14 @@ class CallCollector {
   void record(const FoundCall& found) {
     count(found);
     if (found.verdict == FoundCall::Verdict::documented) {
-      uses_[{found.classId, found.method, found.path}].insert(found.call.data());
+      uses_[{found.classId, found.method, std::string(found.path)}].insert(found.call.data());
       return recordDocumented(found);
     }
     if (device_.isFull(found.verdict) && listed_.isFull(found.verdict)) {
       isCut_ = true;
       return;
     }
-    const auto [known, isNew] =
-        known_.try_emplace({found.path, found.call.data(), found.classId, found.method, found.verdict}, nullptr);
+    const auto [known, isNew] = known_.try_emplace(identityOf(found), nullptr);
     Entry*& entry = known->second;
     const bool isDevices = found.isOnDevice && isJudged(found.verdict);
     const bool takesDevices = isDevices && (entry == nullptr || !entry->isOnDevice) && device_.take(found.verdict);
@@ -84,8 +83,7 @@ class CallCollector {
 
   void recordDocumented(const FoundCall& found) {
     if (!keepsDocumented_ && !deprecations_.has(found.classId, found.method)) return;
-    const auto [known, isNew] =
-        known_.try_emplace({found.path, found.call.data(), found.classId, found.method, found.verdict}, nullptr);
+    const auto [known, isNew] = known_.try_emplace(identityOf(found), nullptr);
     Entry*& entry = known->second;
     if (isNew && documented_.take(found.verdict)) {
       entries_.push_back({found.verdict, {}});
@@ -153,6 +151,11 @@ class CallCollector {
   std::uint64_t judgedPlugins() const { return plugins_.size(); }
 
  private:
+  using Identity = std::tuple<std::string, const char*, std::string, std::string, FoundCall::Verdict>;
+
+  static Identity identityOf(const FoundCall& found) {
+    return {std::string(found.path), found.call.data(), found.classId, found.method, found.verdict};
+  }
   // How many calls are kept. Others, however many, must not hide an undocumented one.
   class Room {
    public:
@@ -182,7 +185,7 @@ class CallCollector {
     if (!isJudged(found.verdict) && found.verdict != FoundCall::Verdict::documented) return;
     plugins_.insert(found.classId);
     const bool isInFlash = found.on == FoundCall::On::flashVariable || found.on == FoundCall::On::flashLookUp;
-    judged_.emplace(isInFlash ? found.path : std::string(), found.call.data());  // statements are gone afterwards
+    judged_.emplace(isInFlash ? found.path : std::string_view(), found.call.data());  // statements are gone afterwards
   }
 
   void fill(const FoundCall& found, Call& call) {
@@ -202,8 +205,6 @@ class CallCollector {
       placeInStatements(found.text, {static_cast<std::size_t>(code.data() - found.text.data()), code.size(), &call});
     }
   }
-
-  using Identity = std::tuple<std::string, const char*, std::string, std::string, FoundCall::Verdict>;
 
   std::deque<Entry> entries_;
   std::vector<const Entry*> onDevice_;
@@ -354,19 +355,19 @@ void addObjects(const Outcome& run, ApplicationReport& report) {
   using FlashEngine_1_00::detail::Key;
   using FlashEngine_1_00::detail::splitKey;
   std::set<std::tuple<std::string, std::string, std::string>> known;
-  const auto isNew = [&](const Key& key, const std::string& path) {
+  const auto isNew = [&](const Key& key, std::string_view path) {
     return known.emplace(key.classId, key.symbol, path).second;
   };
   for (const SWFStateMentInfo* record : run.engine->objectIdList) {
     const Key key = splitKey(*record->expression);
     if (report.elements.size() < kMaxObjects && isNew(key, record->path))
-      report.elements.push_back({key.classId, key.symbol, run.names.shown(record->path)});
+      report.elements.push_back({key.classId, key.symbol, run.names.shown(std::string(record->path))});
   }
   known.clear();
   for (const SWFStateMentInfo* record : run.engine->objectVariableList) {
     const Key key = splitKey(*record->expression);
     if (report.bindings.size() < kMaxObjects && isNew(key, record->path))
-      report.bindings.push_back({key.classId, key.symbol, run.names.shown(record->path)});
+      report.bindings.push_back({key.classId, key.symbol, run.names.shown(std::string(record->path))});
   }
 }
 

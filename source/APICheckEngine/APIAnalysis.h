@@ -22,7 +22,6 @@ namespace FlashEngine_1_00 {
 struct Extraction;
 
 namespace detail {
-struct FoundCalls;
 struct Key;
 struct Knowledge;
 class LookupCallFinder;
@@ -246,12 +245,16 @@ class APIAnalysis : public IAppAnalysis {
   class LookupRecords;
   class SearchBound;  // of FlashCalls.cpp
 
+  // Where in foundCallList the calls on a variable stand that were found in one text, by its binding: from the first
+  // position up to the second.
+  using FoundCalls = detail::RecordNotes<std::pair<std::size_t, std::size_t>>;
+
   RunResult report(Records& list, std::unique_ptr<SWFStateMentInfo> call, const CallPlace& place);
   RunResult judge(SWFStateMentInfo& call, const CallPlace& place);
   bool observesAll() const { return observer != nullptr && observer->all; }
-  void observe(FoundCall::Verdict verdict, const std::string& path, int line, const CallPlace& place,
+  void observe(FoundCall::Verdict verdict, std::string_view path, int line, const CallPlace& place,
                std::string method) const;
-  void observeBuiltIn(const std::string& path, int line, const CallPlace& place) const;
+  void observeBuiltIn(std::string_view path, int line, const CallPlace& place) const;
   void observeCommonObject(const SWFStateMentInfo& binding, const SearchedText& searched);
   void notRead(Gap gap, const std::string& path, int code = 0) const {
     if (observer != nullptr) observer->notRead({gap, path, {}, code});
@@ -267,30 +270,32 @@ class APIAnalysis : public IAppAnalysis {
   RunResult endScan(const Stop& outer);
 
   bool keepSource(const std::string& path, detail::ReadSource& read);
-  void appendPluginElements(const std::vector<detail::PluginElement>& elements, const std::string& path);
+  void appendPluginElements(const std::vector<detail::PluginElement>& elements, const std::string& foundIn);
   void appendScriptFunctions(const detail::ScriptFunctions& found, const std::string& cleaned, const std::string& path);
   void declareLookUps(const std::vector<detail::Key>& symbols);
   void declareEmbeds(const std::vector<detail::Key>& symbols);
-  detail::EqualRecords<SWFStateMentInfo>& bindingOf(const SWFStateMentInfo& declared, std::string& variable,
+  detail::EqualRecords<SWFStateMentInfo>& bindingOf(const SWFStateMentInfo& declared, const std::string& variable,
                                                     Bindings& bindings);
   SearchedText textOf(const SWFStateMentInfo& binding);
-  void findCallsOn(const SWFStateMentInfo* binding, std::string_view text, detail::SourceIndex* source,
-                   const std::string& path, FoundCall::On on, detail::FoundCalls& found);
+  void findCallsOn(SWFStateMentInfo& binding, std::string_view text, detail::SourceIndex* source, std::string_view path,
+                   FoundCall::On on, FoundCalls& found);
   RunResult findCalls(const std::string& classId, const std::string& variable, std::string_view text, TextIndex* index,
-                      const std::string& path, FoundCall::On on);
-  std::unique_ptr<SWFStateMentInfo> makeVariableCall(const std::string& classId, std::string callText,
-                                                     std::string path);
+                      std::string_view path, FoundCall::On on);
+  std::unique_ptr<SWFStateMentInfo> makeVariableCall(const std::string& classId, const std::string& callText,
+                                                     std::string_view path);
   Lookup lookupIn(SWFStateMentInfo& declared, detail::LookupCallFinder& finder);
   RunResult reportCallsOn(const Lookup& lookup, LookupRecords& records);
   std::unique_ptr<SWFStateMentInfo> makeLookupCall(const Lookup& lookup, const std::string& callText);
-  RunResult reportLookUpsIn(const std::vector<std::string>& statements, const std::string& fileName,
-                            SearchBound& bound);
+  RunResult reportLookUpsIn(const std::vector<std::string>& statements, std::string_view fileName, SearchBound& bound);
   std::unique_ptr<SWFStateMentInfo> makeStatementCall(const std::string& classId, const std::string& callText,
-                                                      const std::string& fileName);
-  void findVariablesIn(const std::vector<std::string>& statements, const std::string& fileName, SearchBound& bound);
+                                                      std::string_view fileName);
+  void findVariablesIn(const std::vector<std::string>& statements, std::string_view fileName, SearchBound& bound);
+
+  // What foundSymbolLineNumber finds.
+  int lineOf(std::string_view symbol, std::string_view path);
 
   // The text of `sources` (list 5 or 6) at the position of `path` in list 4; null if either is missing.
-  const std::string* sourceOf(const std::string& path, const Strings& sources) const;
+  const std::string* sourceOf(std::string_view path, const Strings& sources) const;
 
   std::unique_ptr<detail::Knowledge> known_;
   Stop stop_;           // of the scanner that works

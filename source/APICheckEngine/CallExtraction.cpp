@@ -28,6 +28,7 @@ using detail::Key;
 using detail::LookupCalls;
 using detail::makeKey;
 using detail::splitKey;
+using detail::viewKey;
 using detail::without;
 using detail::withoutBlanks;
 
@@ -56,7 +57,7 @@ using RoundsOfClass = std::unordered_map<int, Round>;
 // A look-up of a plug-in element: one of declareList. One that looks nothing up in a source that is there has no calls.
 struct APIAnalysis::Lookup {
   std::string classId;
-  const std::string* path = nullptr;
+  std::string_view path;
   int line = 0;
   const LookupCalls* calls = nullptr;
   Round* candidates = nullptr;  // of LookupRecords, once it was asked for them; like the next two
@@ -127,7 +128,7 @@ bool contains(std::string_view text, std::string_view piece) {
   return text.find(piece) != std::string_view::npos;
 }
 
-std::unique_ptr<SWFStateMentInfo> makeCall(const std::string& path, int line, std::unique_ptr<std::string> expression) {
+std::unique_ptr<SWFStateMentInfo> makeCall(std::string_view path, int line, std::unique_ptr<std::string> expression) {
   auto call = std::make_unique<SWFStateMentInfo>();
   call->expression = std::move(expression);
   call->scope = "Src";
@@ -142,25 +143,21 @@ std::unique_ptr<SWFStateMentInfo> makeCall(const std::string& path, int line, st
 
 RunResult APIAnalysis::FindAPIFunctionName4JS() {
   detail::CommonObjects commonObjects;
-  detail::FoundCalls found;
-  std::unordered_map<const SWFStateMentInfo*, SearchedText> texts;  // by binding
-  for (const SWFStateMentInfo* binding : objectVariableList) {
-    const auto [known, isNew] = texts.try_emplace(binding);
-    SearchedText& searched = known->second;
-    if (isNew) {
+  FoundCalls found(objectVariableList);
+  for (SWFStateMentInfo* binding : objectVariableList) {
+    SearchedText searched;
+    if (found.isNew(*binding)) {
       searched = textOf(*binding);
       const std::string_view around = searched.source == nullptr ? searched.text : searched.source->text();
       if (!searched.text.empty() &&
-          commonObjects.follow(splitKey(*binding->expression).symbol, searched.text, around, searched.index(0))) {
+          commonObjects.follow(viewKey(*binding->expression).symbol, searched.text, around, searched.index(0))) {
         observeCommonObject(*binding, searched);
         searched.text = {};
       }
     }
     // KEPT: a finding does not end this scanner, so one run can record several. Hosts read the whole list.
     // (test ScriptScannerGoesOnAfterAFinding)
-    if (!searched.text.empty()) {
-      findCallsOn(binding, searched.text, searched.source, binding->path, FoundCall::On::variable, found);
-    }
+    findCallsOn(*binding, searched.text, searched.source, binding->path, FoundCall::On::variable, found);
   }
   return RUN_SUCCESS;
 }
@@ -177,14 +174,17 @@ APIAnalysis::SearchedText APIAnalysis::textOf(const SWFStateMentInfo& binding) {
 }
 
 // Finds and judges the calls on a variable in a text. What `found` knows of the text is only recorded again.
-void APIAnalysis::findCallsOn(const SWFStateMentInfo* binding, std::string_view text, detail::SourceIndex* source,
-                              const std::string& path, FoundCall::On on, detail::FoundCalls& found) {
-  const auto [place, isNew] = found.positions.try_emplace(binding, foundCallList.size(), 0);
-  auto& [begin, end] = place->second;
+void APIAnalysis::findCallsOn(SWFStateMentInfo& binding, std::string_view text, detail::SourceIndex* source,
+                              std::string_view path, FoundCall::On on, FoundCalls& found) {
+  const auto [positions, isNew] = found.of(binding);
+  auto& [begin, end] = positions;
   if (isNew) {
-    const Key key = splitKey(*binding->expression);
-    TextIndex* index = source == nullptr ? nullptr : source->forSearchOf(text.size());
-    (void)findCalls(key.classId, key.symbol, text, index, path, on);
+    begin = foundCallList.size();
+    if (!text.empty()) {
+      const Key key = splitKey(*binding.expression);
+      TextIndex* index = source == nullptr ? nullptr : source->forSearchOf(text.size());
+      (void)findCalls(key.classId, key.symbol, text, index, path, on);
+    }
     end = foundCallList.size();
   } else {
     for (std::size_t i = begin; i < end && foundCallList.size() < kLongList; ++i)
@@ -193,12 +193,12 @@ void APIAnalysis::findCallsOn(const SWFStateMentInfo* binding, std::string_view 
 }
 
 RunResult APIAnalysis::findAPIsFromPool(std::string classId, std::string name, std::string* source, std::string path) {
-  return findCalls(classId, name, source->c_str(), nullptr, path, FoundCall::On::variable);
+  return findCalls(classId, name, source->c_str(), nullptr, known_->pathOfRecords(path), FoundCall::On::variable);
 }
 
 // The text is zero-terminated or followed by more of its source. With an index of it or of that source, or null.
 RunResult APIAnalysis::findCalls(const std::string& classId, const std::string& variable, std::string_view text,
-                                 TextIndex* index, const std::string& path, FoundCall::On on) {
+                                 TextIndex* index, std::string_view path, FoundCall::On on) {
   const Stop outer = stop_;
   std::unordered_map<std::string_view, detail::EqualRecords<SWFStateMentInfo>> known;  // by call text
   for (detail::NameMatches at(known_->callsOnVariables, withoutBlanks(variable), text, index); at.next();) {
@@ -213,8 +213,8 @@ RunResult APIAnalysis::findCalls(const std::string& classId, const std::string& 
 }
 
 // The record of a call on a variable; without an expression if the call opens something.
-std::unique_ptr<SWFStateMentInfo> APIAnalysis::makeVariableCall(const std::string& classId, std::string callText,
-                                                                std::string path) {
+std::unique_ptr<SWFStateMentInfo> APIAnalysis::makeVariableCall(const std::string& classId, const std::string& callText,
+                                                                std::string_view path) {
   const std::string executed = contains(callText, "Execute") ? detail::executedMethod(callText) : std::string();
   std::unique_ptr<std::string> expression;
   if (!executed.empty()) {
@@ -222,7 +222,7 @@ std::unique_ptr<SWFStateMentInfo> APIAnalysis::makeVariableCall(const std::strin
   } else if (!contains(callText, ".Open")) {
     expression = std::make_unique<std::string>(withoutBlanks(makeKey(classId, callText)));
   }
-  return makeCall(path, foundSymbolLineNumber(&path, &callText), std::move(expression));
+  return makeCall(path, lineOf(callText, path), std::move(expression));
 }
 
 std::string APIAnalysis::findAPINameForKOBCase(std::string* callText) {
@@ -235,11 +235,10 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
   const Stop outer = stop_;
   detail::LookupCallFinder finder(observesAll() ? std::numeric_limits<std::size_t>::max() : kMaxEqualRecords);
   LookupRecords records;
-  std::unordered_map<const SWFStateMentInfo*, Lookup> lookups;  // by declaration
+  detail::RecordNotes<Lookup> lookups(declareList);
   for (SWFStateMentInfo* declared : declareList) {
-    const auto [known, isNew] = lookups.try_emplace(declared);
-    if (isNew) known->second = lookupIn(*declared, finder);
-    Lookup& lookup = known->second;
+    const auto [lookup, isNew] = lookups.of(*declared);
+    if (isNew) lookup = lookupIn(*declared, finder);
     if (lookup.calls == nullptr || !records.begin(lookup)) continue;
     const RunResult code = reportCallsOn(lookup, records);
     if (code != RUN_SUCCESS) return code;
@@ -249,14 +248,14 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
 
 // What a declaration looks up, and the calls on that in its source.
 APIAnalysis::Lookup APIAnalysis::lookupIn(SWFStateMentInfo& declared, detail::LookupCallFinder& finder) {
-  Key key = splitKey(*declared.expression);
+  const detail::KeyView key = viewKey(*declared.expression);
   const std::string id = detail::lookedUpId(key.symbol);
   const std::string* source = sourceOf(declared.path, worthfulSourceList);
   Lookup lookup;
   if (id.empty() || source == nullptr) return lookup;
-  lookup.classId = std::move(key.classId);
-  lookup.path = &declared.path;
-  lookup.line = foundSymbolLineNumber(&declared.path, &declared.access);
+  lookup.classId = key.classId;
+  lookup.path = declared.path;
+  lookup.line = lineOf(declared.access, declared.path);
   lookup.calls = &finder.callsOn(id, known_->indexOf(*source));
   return lookup;
 }
@@ -267,10 +266,10 @@ RunResult APIAnalysis::reportCallsOn(const Lookup& lookup, LookupRecords& record
   for (const LookupCalls::Find& find : records.finds(lookup)) {
     const LookupCalls::Candidate& candidate = lookup.calls->candidates[find.candidate];
     CallPlace place{FoundCall::On::lookUp, lookup.classId, lookup.calls->text, find.place};
-    const auto makeCandidate = [&] { return makeCall(*lookup.path, 0, std::make_unique<std::string>(candidate.text)); };
+    const auto makeCandidate = [&] { return makeCall(lookup.path, 0, std::make_unique<std::string>(candidate.text)); };
     (void)keep(records.candidate(find.candidate, makeCandidate), lookupCandidateList);
     if (candidate.isBuiltIn) {
-      if (tellsOfAll) observeBuiltIn(*lookup.path, lookup.line, place);
+      if (tellsOfAll) observeBuiltIn(lookup.path, lookup.line, place);
       continue;
     }
     auto& call = records.call(find.candidate, [&] { return makeLookupCall(lookup, candidate.callText); });
@@ -285,7 +284,7 @@ RunResult APIAnalysis::reportCallsOn(const Lookup& lookup, LookupRecords& record
 
 std::unique_ptr<SWFStateMentInfo> APIAnalysis::makeLookupCall(const Lookup& lookup, const std::string& callText) {
   const std::string dummyCall = withoutBlanks(without("DummyObject." + callText + ")", ")"));
-  return makeCall(*lookup.path, lookup.line, nameLookupCall(lookup.classId, callText, dummyCall));
+  return makeCall(lookup.path, lookup.line, nameLookupCall(lookup.classId, callText, dummyCall));
 }
 
 // The expression of a call on a look-up, whose text in full is `dummyCall`; null if the call opens something.
@@ -299,8 +298,8 @@ std::unique_ptr<std::string> APIAnalysis::nameLookupCall(const std::string& clas
 
 // ---- calls that are passed over, for an observer ----
 
-void APIAnalysis::observeBuiltIn(const std::string& path, int line, const CallPlace& place) const {
-  observe(FoundCall::Verdict::builtIn, path, line, place, detail::methodName(std::string(place.call)));
+void APIAnalysis::observeBuiltIn(std::string_view path, int line, const CallPlace& place) const {
+  observe(FoundCall::Verdict::builtIn, path, line, place, detail::methodName(place.call));
 }
 
 // Tells an observer of all calls of those on a variable that holds a helper object.
@@ -310,10 +309,9 @@ void APIAnalysis::observeCommonObject(const SWFStateMentInfo& binding, const Sea
   detail::NameMatches at(known_->callsOnVariables, withoutBlanks(key.symbol), searched.text,
                          searched.index(searched.text.size()));
   while (at.next()) {
-    std::string callText = at.match();
-    const int line = foundSymbolLineNumber(const_cast<std::string*>(&binding.path), &callText);
+    const int line = lineOf(at.view(), binding.path);
     observe(FoundCall::Verdict::common, binding.path, line,
-            {FoundCall::On::variable, key.classId, searched.text, at.view()}, detail::methodName(callText));
+            {FoundCall::On::variable, key.classId, searched.text, at.view()}, detail::methodName(at.view()));
   }
 }
 

@@ -1,25 +1,12 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
-#include <unordered_map>
-#include <utility>
 
 #include "APICheckEngine/search/NamePattern.h"
 
 // The texts of calls: the patterns that find them, and what a found one says.
 
-namespace FlashEngine_1_00 {
-struct SWFStateMentInfo;
-}
-
 namespace FlashEngine_1_00::detail {
-
-// Where in foundCallList the calls on a variable stand that were found in one text: from the first position up to the
-// second.
-struct FoundCalls {
-  std::unordered_map<const SWFStateMentInfo*, std::pair<std::size_t, std::size_t>> positions;  // by binding
-};
 
 // The pattern of a call on a variable, with arguments or without: " tv.SetVolume(x, 1)", "(tv.GetModel()"; not
 // "mytv.GetModel()". Of one variable, and of any.

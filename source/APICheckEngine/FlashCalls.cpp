@@ -9,6 +9,7 @@
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CallText.h"
 #include "APICheckEngine/Keys.h"
+#include "APICheckEngine/Knowledge.h"
 #include "APICheckEngine/search/SourceIndex.h"
 #include "platform/Limits.h"
 #include "regex/Pattern.h"
@@ -57,15 +58,16 @@ class StatementLookUps {
 RunResult APIAnalysis::FindAPIFunctionName4SWF(std::vector<std::string> statements, std::string fileName) {
   const Stop outer = stop_;
   SearchBound bound;
-  const RunResult code = reportLookUpsIn(statements, fileName, bound);
+  const std::string_view path = known_->pathOfRecords(fileName);
+  const RunResult code = reportLookUpsIn(statements, path, bound);
   if (code != RUN_SUCCESS) return code;
-  findVariablesIn(statements, fileName, bound);
+  findVariablesIn(statements, path, bound);
   if (bound.isPassed()) notRead(Gap::flashCut, fileName);
   return endScan(outer);
 }
 
 // Records and judges the calls on a look-up of the first symbol, one in a statement.
-RunResult APIAnalysis::reportLookUpsIn(const std::vector<std::string>& statements, const std::string& fileName,
+RunResult APIAnalysis::reportLookUpsIn(const std::vector<std::string>& statements, std::string_view fileName,
                                        SearchBound& bound) {
   // KEPT: only the first symbol is tried; calls on the others are found by the search of all statements together. Hosts
   // have the findings on record. (test OnlyTheFirstSymbolIsLookedUpInStatements)
@@ -92,7 +94,7 @@ RunResult APIAnalysis::reportLookUpsIn(const std::vector<std::string>& statement
 
 std::unique_ptr<SWFStateMentInfo> APIAnalysis::makeStatementCall(const std::string& classId,
                                                                  const std::string& callText,
-                                                                 const std::string& fileName) {
+                                                                 std::string_view fileName) {
   auto call = std::make_unique<SWFStateMentInfo>();
   call->expression = nameLookupCall(classId, callText, detail::without("DummyObject." + callText + "()", ")"));
   call->scope = "Global";
@@ -102,20 +104,20 @@ std::unique_ptr<SWFStateMentInfo> APIAnalysis::makeStatementCall(const std::stri
 
 // Finds and judges the calls on bound variables in all statements together. Only class and name of a variable count
 // here: bindings that differ in their function or file are one search.
-void APIAnalysis::findVariablesIn(const std::vector<std::string>& statements, const std::string& fileName,
+void APIAnalysis::findVariablesIn(const std::vector<std::string>& statements, std::string_view fileName,
                                   SearchBound& bound) {
   std::string joined;
   for (const std::string& statement : statements)
     joined += statement;
   std::size_t indexRoom = kMaxIndexedBytes;
   detail::SourceIndex index(joined, indexRoom);
-  detail::FoundCalls found;
-  std::unordered_map<std::string_view, const SWFStateMentInfo*> firsts;  // by expression
-  for (const SWFStateMentInfo* binding : objectVariableList) {
+  FoundCalls found(objectVariableList);
+  std::unordered_map<std::string_view, SWFStateMentInfo*> firsts;  // by expression
+  for (SWFStateMentInfo* binding : objectVariableList) {
     const auto [first, isNew] = firsts.try_emplace(*binding->expression, binding);
     const bool isIndexed = index.forSearchOf(0) != nullptr;
     if (isNew && !bound.allows(index.text().size() / (isIndexed ? kFlashIndexedSearches : 1))) break;
-    findCallsOn(first->second, index.text(), &index, fileName, FoundCall::On::flashVariable, found);
+    findCallsOn(*first->second, index.text(), &index, fileName, FoundCall::On::flashVariable, found);
   }
 }
 

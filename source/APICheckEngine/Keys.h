@@ -33,14 +33,19 @@ struct Key {
   std::string symbol;
 };
 
+struct KeyView {
+  std::string_view classId;
+  std::string_view symbol;
+};
+
 inline std::string makeKey(const std::string& classId, const std::string& symbol) {
   return classId + "#" + symbol;
 }
 
 // The first two of the "#"-separated pieces of `expression` that are not empty; both empty if there are fewer than two.
-inline Key splitKey(std::string_view expression) {
-  Key key;
-  for (std::string* piece : {&key.classId, &key.symbol}) {
+inline KeyView viewKey(std::string_view expression) {
+  KeyView key;
+  for (std::string_view* piece : {&key.classId, &key.symbol}) {
     const std::size_t begin = expression.find_first_not_of('#');
     if (begin == std::string_view::npos) return {};
     const std::size_t end = std::min(expression.find('#', begin), expression.size());
@@ -48,6 +53,12 @@ inline Key splitKey(std::string_view expression) {
     expression.remove_prefix(end);
   }
   return key;
+}
+
+// The same as strings of its own.
+inline Key splitKey(std::string_view expression) {
+  const KeyView key = viewKey(expression);
+  return {std::string(key.classId), std::string(key.symbol)};
 }
 
 }  // namespace FlashEngine_1_00::detail

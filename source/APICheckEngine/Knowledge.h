@@ -1,6 +1,9 @@
 #pragma once
 
+#include <functional>
+#include <set>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -24,7 +27,14 @@ struct Knowledge {
     documented.forget();
     findings.forget();
     sources.clear();
+    recordPaths.clear();
     indexRoom = kMaxIndexedBytes;
+  }
+
+  // The path, as records have it: it stays as long as they do.
+  std::string_view pathOfRecords(std::string_view path) {
+    const auto known = recordPaths.find(path);
+    return known != recordPaths.end() ? *known : *recordPaths.emplace(path).first;
   }
 
   // Of a text of cleanedSourceList. Stays where it is until the lists are emptied.
@@ -36,6 +46,7 @@ struct Knowledge {
   ListIndex findings;
   ListIndex paths;
   std::unordered_map<const std::string*, SourceIndex> sources;
+  std::set<std::string, std::less<>> recordPaths;
   std::size_t indexRoom = kMaxIndexedBytes;  // bytes that may still be indexed
   const NamePattern callsOnVariables = detail::callsOnVariables();
 };

@@ -3,10 +3,8 @@
 #include "APICheckEngine/MethodName.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
-#include <vector>
-
-#include "APICheckEngine/Keys.h"
 
 namespace FlashEngine_1_00::detail {
 namespace {
@@ -40,22 +38,23 @@ std::string_view firstCall(std::string_view text) {
 
 }  // namespace
 
-std::string methodName(const std::string& callText) {
-  std::string name = callText;
-  const std::string_view call = firstCall(callText.c_str());
-  if (!call.empty()) name = call;
-  name.erase(
-      std::remove_if(name.begin(), name.end(), [](char byte) { return kRemoved.find(byte) != std::string_view::npos; }),
-      name.end());
+std::string methodName(std::string_view callText) {
+  const std::string_view call = firstCall(callText.substr(0, callText.find('\0')));
+  const std::string_view text = call.empty() ? callText : call;
+  std::string name;
+  std::remove_copy_if(text.begin(), text.end(), std::back_inserter(name),
+                      [](char byte) { return kRemoved.find(byte) != std::string_view::npos; });
   return name;
 }
 
-std::string findingLine(const std::string& path, int line, const std::string& method) {
-  const std::vector<std::string> components = split(path, "/");
+std::string findingLine(std::string_view path, int line, const std::string& method) {
   std::string shown = "../";
-  for (std::size_t i = kHiddenComponents; i < components.size(); ++i) {
-    if (i > kHiddenComponents) shown += '/';
-    shown += components[i];
+  std::size_t components = 0;
+  for (std::size_t end = 0, begin; (begin = path.find_first_not_of('/', end)) != std::string_view::npos;) {
+    end = std::min(path.find('/', begin), path.size());
+    if (components++ < kHiddenComponents) continue;
+    if (components > kHiddenComponents + 1) shown += '/';
+    shown += path.substr(begin, end - begin);
   }
   return shown + "(" + std::to_string(line) + ") : UndocumentedAPI '" + method + "' used\n";
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 // The method that a call text names, and the finding line that shows it.
 //
@@ -11,11 +12,11 @@ namespace FlashEngine_1_00::detail {
 
 // The method that `callText` calls: "tv.GetModel (1)" gives "GetModel", "a.b.c(1)" gives "c", "Start" gives "Start".
 // Blanks, dots and opening parentheses are removed; other white space stays.
-std::string methodName(const std::string& callText);
+std::string methodName(std::string_view callText);
 
 // The finding line for a call of `method` at `line` of `path`:
 //   ../js/main.js(57) : UndocumentedAPI 'GetSerial' used\n
 // `path` is shown from its fifth component on; nothing of it is if it has fewer.
-std::string findingLine(const std::string& path, int line, const std::string& method);
+std::string findingLine(std::string_view path, int line, const std::string& method);
 
 }  // namespace FlashEngine_1_00::detail

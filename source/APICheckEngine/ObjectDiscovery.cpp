@@ -39,8 +39,9 @@ namespace {
 
 constexpr const char* kExtensionsWithTags[] = {"html", "HTML", "htm", "HTM", "css", "CSS", "js", "JS", "xml", "XML"};
 
-std::unique_ptr<SWFStateMentInfo> makeRecord(const std::string& expression, const std::string& scope,
-                                             const std::string& path) {
+// Scope and path outlive the record.
+std::unique_ptr<SWFStateMentInfo> makeRecord(const std::string& expression, std::string_view scope,
+                                             std::string_view path) {
   auto record = std::make_unique<SWFStateMentInfo>();
   record->expression = std::make_unique<std::string>(expression);
   record->scope = scope;
@@ -149,7 +150,8 @@ bool APIAnalysis::FindObjectTags(std::string* text, std::string* path) {
   return hasElements;
 }
 
-void APIAnalysis::appendPluginElements(const std::vector<detail::PluginElement>& elements, const std::string& path) {
+void APIAnalysis::appendPluginElements(const std::vector<detail::PluginElement>& elements, const std::string& foundIn) {
+  const std::string_view path = known_->pathOfRecords(foundIn);
   for (const detail::PluginElement& element : elements) {
     append(objectTagList, makeRecord(makeKey(element.classId, element.text), "Global", path));
     append(objectClassList, makeRecord(element.classId, "Global", path));
@@ -183,7 +185,7 @@ RunResult APIAnalysis::FindObjectID() {
       if (!known.insert(makeKey(classId, alias)).second) continue;
       TARVO_LOG("[%s] VariationSymbol [%s]\t", __func__, alias.c_str());
       // KEPT: an alias has no scope, unlike every other record. (test AliasHasNoScope)
-      append(objectIdList, makeRecord(makeKey(classId, alias), "", *worthfulPathList[source]));
+      append(objectIdList, makeRecord(makeKey(classId, alias), "", known_->pathOfRecords(*worthfulPathList[source])));
     }
   }
   return RUN_SUCCESS;

@@ -30,7 +30,7 @@ struct FoundCall {
   Verdict verdict;
   bool isOnDevice;  // found for a host, too: before its scanner stops, and not as one of many equal calls
   const std::string& classId;
-  const std::string& path;
+  std::string_view path;
   std::string_view text;  // a cleaned source or a part of it; the statements of a Flash file
   std::string_view call;  // the part of that text which was found
   int line;               // as in the finding line of the call

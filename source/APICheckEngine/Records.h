@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/Limits.h"
@@ -13,14 +14,17 @@
 
 namespace FlashEngine_1_00 {
 
-// The record of every web-source list and of every found call.
+// The record of every web-source list and of every found call. There are tens of thousands of a script of a megabyte:
+// what many have in common stands elsewhere.
 struct SWFStateMentInfo {
   std::unique_ptr<std::string> expression;  // matched text, or "<class identifier>#<symbol or call text>"; may be null
-  std::string scope;                        // "Global", "Func", "Src" or empty
+  std::string_view scope;                   // "Global", "Func", "Src" or empty
   std::string_view text;                    // body of the script function around a binding; like FlashFunctionInfo's
-  std::string path;                         // file in which it was found
-  std::string access;                       // the element look-up expression
+  std::string_view path;                    // file in which it was found; one that Knowledge keeps
+  std::string_view access;                  // the element look-up expression, which is another record's
   std::int32_t line = 0;                    // 1-based; 0: not found, -1: unknown file
+  bool isDocumented = false;                // judged, with nothing to report
+  std::uint32_t note = 0;                   // for RecordNotes
 };
 
 // A script function defined in a web source. Its texts are parts of a text of cleanedSourceList, which is emptied
@@ -77,6 +81,31 @@ class EqualRecords {
   std::unique_ptr<Record> made_;  // until it is in a list
   Record* record_;
   int places_ = 0;
+};
+
+// A value for each record of a list, made when it is first asked for. Of one list at a time, there is one such object.
+template <typename Value>
+class RecordNotes {
+ public:
+  explicit RecordNotes(const std::vector<SWFStateMentInfo*>& list) {
+    for (SWFStateMentInfo* record : list)
+      record->note = 0;
+  }
+
+  bool isNew(const SWFStateMentInfo& record) const { return record.note == 0; }
+
+  // The value of a record of the list, and whether it is new. Stays where it is until another new one is asked for.
+  std::pair<Value&, bool> of(SWFStateMentInfo& record) {
+    const bool isNew = record.note == 0;
+    if (isNew) {
+      values_.emplace_back();
+      record.note = static_cast<std::uint32_t>(values_.size());
+    }
+    return {values_[record.note - 1], isNew};
+  }
+
+ private:
+  std::vector<Value> values_;
 };
 
 // Of the places that each record has in `list` from position `from` on, drops all but the last kMaxEqualRecords.

@@ -13,6 +13,7 @@
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/CommentStripping.h"
+#include "APICheckEngine/Knowledge.h"
 #include "APICheckEngine/Tables.h"
 #include "APICheckEngine/search/ExcerptAccesses.h"
 #include "APICheckEngine/search/Excerpts.h"
@@ -61,7 +62,7 @@ bool isOneOf(const std::string& text, const char* const (&words)[N]) {
   return std::any_of(std::begin(words), std::end(words), [&](const char* word) { return text == word; });
 }
 
-std::unique_ptr<SWFStateMentInfo> makeAccess(std::string_view text, const std::string& path) {
+std::unique_ptr<SWFStateMentInfo> makeAccess(std::string_view text, std::string_view path) {
   auto record = std::make_unique<SWFStateMentInfo>();
   record->expression = std::make_unique<std::string>(text);
   record->scope = "Global";
@@ -76,7 +77,7 @@ class AccessRecords {
   enum class Kept { first, last };
 
   AccessRecords(const Pattern& pattern, std::string_view source, const std::vector<detail::Excerpt>& excerpts,
-                const std::string& path, APIAnalysis::Records& list, Kept kept)
+                std::string_view path, APIAnalysis::Records& list, Kept kept)
       : finder_(pattern, source, excerpts), path_(path), list_(list), kept_(kept), before_(list.size()) {}
 
   // Appends the accesses in an excerpt, as often as that was hit.
@@ -97,7 +98,7 @@ class AccessRecords {
 
  private:
   detail::ExcerptAccesses finder_;
-  const std::string& path_;
+  const std::string_view path_;
   APIAnalysis::Records& list_;
   const Kept kept_;
   const std::size_t before_;
@@ -167,7 +168,7 @@ class APIAnalysis::SourceScan : public PartWork {
     const std::string& path = files_[part];
     if (!engine_.keepSource(path, scanned->read)) return;
     std::string* const cleaned = engine_.cleanedSourceList.back();
-    appendAccesses(cleaned->c_str(), scanned->excerpts, path);
+    appendAccesses(cleaned->c_str(), scanned->excerpts, engine_.known_->pathOfRecords(path));
     engine_.worthfulSourceList.push_back(cleaned);
     append(engine_.worthfulPathList, std::make_unique<std::string>(path));
     engine_.appendScriptFunctions(scanned->functions, *cleaned, *engine_.worthfulPathList.back());
@@ -181,7 +182,7 @@ class APIAnalysis::SourceScan : public PartWork {
     detail::ScriptFunctions functions;
   };
 
-  void appendAccesses(std::string_view text, const std::vector<detail::Excerpt>& excerpts, const std::string& path) {
+  void appendAccesses(std::string_view text, const std::vector<detail::Excerpt>& excerpts, std::string_view path) {
     AccessRecords accesses(lookUps_, text, excerpts, path, engine_.objectAccessList, AccessRecords::Kept::first);
     // These are read from the last one on: which of equal ones is the last decides their order.
     AccessRecords embedsAccesses(embeds_, text, excerpts, path, engine_.embedsAccessList, AccessRecords::Kept::last);
@@ -212,6 +213,10 @@ RunResult APIAnalysis::FirstScanSource(std::vector<std::string>* files) {
 void APIAnalysis::appendScriptFunctions(const detail::ScriptFunctions& found, const std::string& cleaned,
                                         const std::string& path) {
   std::vector<FlashFunctionInfo*> records(found.functions.size());
+  const std::size_t needed = functionBlockList.size() + found.finds.size();
+  if (needed > functionBlockList.capacity()) {
+    functionBlockList.reserve(std::max(needed, 2 * functionBlockList.capacity()));
+  }
   for (const std::uint32_t find : found.finds) {
     const detail::ScriptFunction& function = found.functions[find];
     if (records[find] != nullptr) {

@@ -23,29 +23,29 @@ namespace FlashEngine_1_00 {
 
 using detail::EqualRecords;
 using detail::Key;
+using detail::RecordNotes;
 using detail::splitKey;
+using detail::viewKey;
 using detail::withoutBlanks;
 
 namespace {
 
 // A key in memory of its size.
-std::unique_ptr<std::string> newKey(const std::string& classId, const std::string& symbol) {
+std::unique_ptr<std::string> newKey(std::string_view classId, std::string_view symbol) {
   auto key = std::make_unique<std::string>();
   key->reserve(classId.size() + 1 + symbol.size());
   key->append(classId).append(1, '#').append(symbol);
   return key;
 }
 
-// The class identifier in a declaration's expression, once blanks and line feeds are gone.
-std::string bareClassId(const std::string& expression) {
-  std::string bare;
-  bare.reserve(expression.size());
+// Sets `bare` to the class identifier in a declaration's expression, once blanks and line feeds are gone.
+void readBareClassId(std::string_view expression, std::string& bare) {
+  bare.clear();
   std::copy_if(expression.begin(), expression.end(), std::back_inserter(bare),
                [](char c) { return c != ' ' && c != '\n'; });
-  const std::size_t begin = bare.find_first_not_of('#');
-  const std::size_t end = bare.find('#', begin);
-  if (bare.find_first_not_of('#', end) == std::string::npos) return {};  // no second piece
-  return bare.substr(begin, end - begin);
+  const std::size_t size = viewKey(bare).classId.size();
+  bare.erase(0, size == 0 ? std::string::npos : bare.find_first_not_of('#'));
+  bare.resize(size);
 }
 
 // The class identifier has no blanks.
@@ -54,7 +54,7 @@ std::unique_ptr<SWFStateMentInfo> makeDeclaration(const std::string& classId, co
   record->expression = newKey(classId, *access.expression);
   record->scope = "Global";
   record->path = access.path;
-  record->access = *access.expression;
+  record->access = *access.expression;  // goes with it
   return record;
 }
 
@@ -85,16 +85,14 @@ RunResult APIAnalysis::FindDeclareListValidation() {
 // Appends a declaration for each access that names one of the symbols, whose class identifiers have no blanks.
 void APIAnalysis::declareLookUps(const std::vector<Key>& symbols) {
   detail::NamedSymbol named(symbols);
-  std::unordered_map<const SWFStateMentInfo*, std::optional<EqualRecords<SWFStateMentInfo>>> declarations;  // by access
-  for (const SWFStateMentInfo* access : objectAccessList) {
-    const auto [known, isNew] = declarations.try_emplace(access);
+  RecordNotes<std::optional<EqualRecords<SWFStateMentInfo>>> declarations(objectAccessList);
+  for (SWFStateMentInfo* access : objectAccessList) {
+    const auto [declared, isNew] = declarations.of(*access);
     if (isNew) {
       const std::size_t symbol = named.in(*access->expression);
-      if (symbol != detail::NamedSymbol::kNone) {
-        known->second.emplace(makeDeclaration(symbols[symbol].classId, *access));
-      }
+      if (symbol != detail::NamedSymbol::kNone) declared.emplace(makeDeclaration(symbols[symbol].classId, *access));
     }
-    if (known->second.has_value()) (void)known->second->addTo(declareList);
+    if (declared.has_value()) (void)declared->addTo(declareList);
   }
 }
 
@@ -138,9 +136,13 @@ struct APIAnalysis::Bindings {
     std::optional<std::string_view> body;  // of the function around it, once it is asked for
   };
   const Declaration& of(const SWFStateMentInfo& declared, bool withBody) {
-    if (recent.record != &declared) recent = {&declared, bareClassId(*declared.expression), {}};
+    if (recent.record != &declared) {
+      recent.record = &declared;
+      readBareClassId(*declared.expression, recent.classId);
+      recent.body.reset();
+    }
     if (withBody && !recent.body.has_value()) {
-      recent.body = enclosing.body(declared.path, splitKey(*declared.expression).symbol);
+      recent.body = enclosing.body(declared.path, viewKey(*declared.expression).symbol);
     }
     return recent;
   }
@@ -152,21 +154,21 @@ struct APIAnalysis::Bindings {
 
 RunResult APIAnalysis::FindObjectVariable() {
   Bindings bindings{{functionBlockList, *known_}, {}, {}};
-  std::unordered_map<const SWFStateMentInfo*, std::vector<EqualRecords<SWFStateMentInfo>*>> bindingsOf;  // declarations
-  for (const SWFStateMentInfo* declared : declareList) {
-    const auto [known, isNew] = bindingsOf.try_emplace(declared);
+  RecordNotes<std::vector<EqualRecords<SWFStateMentInfo>*>> bindingsOf(declareList);
+  for (SWFStateMentInfo* declared : declareList) {
+    const auto [bound, isNew] = bindingsOf.of(*declared);
     if (isNew) {
-      for (std::string& variable : variablesIn(*declared->expression))
-        known->second.push_back(&bindingOf(*declared, variable, bindings));
+      for (const std::string& variable : variablesIn(*declared->expression))
+        bound.push_back(&bindingOf(*declared, variable, bindings));
     }
-    for (EqualRecords<SWFStateMentInfo>* binding : known->second)
+    for (EqualRecords<SWFStateMentInfo>* binding : bound)
       (void)binding->addTo(objectVariableList);
   }
   return RUN_SUCCESS;
 }
 
 // The binding of a variable to what a declaration declares.
-EqualRecords<SWFStateMentInfo>& APIAnalysis::bindingOf(const SWFStateMentInfo& declared, std::string& variable,
+EqualRecords<SWFStateMentInfo>& APIAnalysis::bindingOf(const SWFStateMentInfo& declared, const std::string& variable,
                                                        Bindings& bindings) {
   const bool wholeFile = variable.find("this.") != std::string::npos;
   const Bindings::Declaration& declaration = bindings.of(declared, !wholeFile);
@@ -181,23 +183,27 @@ EqualRecords<SWFStateMentInfo>& APIAnalysis::bindingOf(const SWFStateMentInfo& d
   record->scope = wholeFile ? "Src" : "Func";
   record->text = body;
   record->path = declared.path;
-  record->line = foundSymbolLineNumber(&record->path, &variable);
+  record->line = lineOf(variable, declared.path);
   return bindings.known.emplace(madeOf, std::move(record)).first->second;
 }
 
 int APIAnalysis::foundSymbolLineNumber(std::string* path, std::string* symbol) {
-  const std::string* source = sourceOf(*path, cleanedSourceList);
+  return lineOf(*symbol, *path);
+}
+
+int APIAnalysis::lineOf(std::string_view symbol, std::string_view path) {
+  const std::string* source = sourceOf(path, cleanedSourceList);
   if (source == nullptr) return -1;
   const auto isSymbolByte = [](char c) { return c >= '0' && c <= 'z'; };
-  const auto start = std::find_if(symbol->begin(), symbol->end(), isSymbolByte);
-  const auto skipped = start == symbol->end() ? 0 : static_cast<std::size_t>(start - symbol->begin());
-  const std::string_view wanted = std::string_view(*symbol).substr(skipped);
+  const auto start = std::find_if(symbol.begin(), symbol.end(), isSymbolByte);
+  const auto skipped = start == symbol.end() ? 0 : static_cast<std::size_t>(start - symbol.begin());
+  const std::string_view wanted = symbol.substr(skipped);
   detail::SourceIndex& index = known_->indexOf(*source);
   const std::size_t at = index.find(wanted);
   return at == std::string::npos ? 0 : index.lineOf(at);
 }
 
-const std::string* APIAnalysis::sourceOf(const std::string& path, const Strings& sources) const {
+const std::string* APIAnalysis::sourceOf(std::string_view path, const Strings& sources) const {
   const std::size_t position = known_->paths.find(path);
   return position < sources.size() ? sources[position] : nullptr;
 }

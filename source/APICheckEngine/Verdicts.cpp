@@ -6,7 +6,6 @@
 #include "APICheckEngine/Verdicts.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 #include "APICheckEngine/APIAnalysis.h"
 #include "APICheckEngine/Keys.h"
@@ -24,18 +23,18 @@ bool holds(const APIAnalysis::Strings& list, const std::string& text) {
 
 namespace detail {
 
-std::string callTextOf(const SWFStateMentInfo& call) {
-  return call.expression == nullptr ? std::string() : splitKey(*call.expression).symbol;
+std::string_view callTextOf(const SWFStateMentInfo& call) {
+  return call.expression == nullptr ? std::string_view() : viewKey(*call.expression).symbol;
 }
 
 }  // namespace detail
 
 RunResult APIAnalysis::DetermineAPISecurity(Strings& results, SWFStateMentInfo* call) {
-  const std::string callText = detail::callTextOf(*call);
-  if (callText.empty()) return RUN_SUCCESS;
-  const std::string method = detail::methodName(callText);
-  if (known_->documented.contains(method) || (observer != nullptr && observer->accepted.count(method) > 0))
-    return RUN_SUCCESS;
+  const std::string_view callText = detail::callTextOf(*call);
+  const std::string method = callText.empty() ? std::string() : detail::methodName(callText);
+  call->isDocumented = callText.empty() || known_->documented.contains(method) ||
+                       (observer != nullptr && observer->accepted.count(method) > 0);
+  if (call->isDocumented) return RUN_SUCCESS;
 
   auto line = std::make_unique<std::string>(detail::findingLine(call->path, call->line, method));
   const bool isKnown = &results == &resultList ? known_->findings.contains(*line) : holds(results, *line);
@@ -59,8 +58,8 @@ RunResult APIAnalysis::judge(SWFStateMentInfo& call, const CallPlace& place) {
   const RunResult code = DetermineAPISecurity(isOnDevice ? resultList : behindStop, &call);
   releaseAll(behindStop);
   using Verdict = FoundCall::Verdict;
-  const std::string callText = detail::callTextOf(call);
-  std::string method = detail::methodName(callText.empty() ? std::string(place.call) : callText);
+  const std::string_view callText = detail::callTextOf(call);
+  std::string method = detail::methodName(callText.empty() ? place.call : callText);
   const Verdict verdict = call.expression == nullptr            ? Verdict::opening
                           : callText.empty()                    ? Verdict::unnamed
                           : code != RUN_SUCCESS                 ? Verdict::undocumented
@@ -74,7 +73,7 @@ RunResult APIAnalysis::judge(SWFStateMentInfo& call, const CallPlace& place) {
 }
 
 // Tells the observer, which is there, of a call.
-void APIAnalysis::observe(FoundCall::Verdict verdict, const std::string& path, int line, const CallPlace& place,
+void APIAnalysis::observe(FoundCall::Verdict verdict, std::string_view path, int line, const CallPlace& place,
                           std::string method) const {
   const bool isOnDevice = !stop_.isPassed() && !place.isRepeated;
   observer->callFound(
@@ -103,9 +102,8 @@ RunResult APIAnalysis::undocumentAPICheckerMain(Strings whiteList, std::string a
 }
 
 RunResult APIAnalysis::Finish(Strings& results) {
-  std::unordered_set<const SWFStateMentInfo*> judged;
   for (SWFStateMentInfo* call : foundCallList) {
-    if (!judged.insert(call).second) continue;
+    if (call->isDocumented) continue;
     const RunResult code = DetermineAPISecurity(results, call);
     if (code != RUN_SUCCESS) return code;
   }

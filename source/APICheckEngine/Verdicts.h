@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include <string_view>
 
 #include "APICheckEngine/MethodName.h"
 
@@ -12,7 +12,7 @@ struct SWFStateMentInfo;
 
 namespace FlashEngine_1_00::detail {
 
-// The call text of a record; empty if its expression is null or has no second part.
-std::string callTextOf(const SWFStateMentInfo& call);
+// The call text of a record, a part of its expression; empty if its expression is null or has no second part.
+std::string_view callTextOf(const SWFStateMentInfo& call);
 
 }  // namespace FlashEngine_1_00::detail

@@ -10,7 +10,7 @@
 namespace {
 
 constexpr std::int32_t kNone = -1;
-constexpr std::uint32_t kUnbounded = 0xFFFF;  // rounds of a repetition
+constexpr std::uint32_t kUnbounded = 0xFFFF;  // rounds of a repetition; the matcher makes one more
 constexpr int kMaxDepth = 32;                 // of deeper patterns nothing is said
 constexpr int kFairRarity = 12;               // of a literal; one that is more frequent is not worth another search
 constexpr int kGoodRarity = 24;               // of a literal; one that is rarer saves nothing more
@@ -310,6 +310,10 @@ class Anchors {
   void addRepeated(std::int32_t index, TrexLead& lead, int depth) {
     const std::int32_t kind = node(index).kind;
     TrexLead once;
+    if (isByte(node(index))) {
+      lead.addRun(e_.sets[static_cast<std::size_t>(index)], kUnbounded + 1);
+      return;
+    }
     if (kind != TREX_NODE_GROUP && kind != TREX_NODE_GROUP_NOCAPTURE) {
       addBytes(index, once, depth);
     } else if (depth < kMaxDepth) {

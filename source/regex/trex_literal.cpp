@@ -1,12 +1,14 @@
 // Literals: how rare one is in script, and where it stands next in a text.
 //
-// Without an index, the rarest byte of a literal is looked for with memchr and the rest is compared there. With one,
-// the literal's rarest piece is looked up, and the literal is compared at each place of that piece. Test:
+// Without an index, the rarest byte of a literal is looked for with memchr and the rest is compared there; where that
+// byte turns out to be frequent, a word of the literal is compared at every place. With an index, the literal's rarest
+// piece is looked up, and the literal is compared at each place of that piece. Test:
 // tests/regex/trex_differential_test.cpp.
 
 #include "regex/trex_literal.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <iterator>
@@ -19,17 +21,58 @@ constexpr std::size_t kLengths[] = {3, 5, 8, 12, 18, 27, 40, 60, 90};
 constexpr unsigned kMostBucketBits = 16;
 constexpr std::size_t kFrequentShare = 128;  // of one byte in so many, a search from place to place saves nothing
 constexpr std::size_t kFewPlaces = 32;       // of which longer pieces would save nothing
+constexpr std::size_t kVeryFewPlaces = 4;    // of which another piece of the same length would save nothing
 constexpr std::size_t kCostOfPieces = 4;     // to index them, in bytes searched for each byte of the text
 constexpr std::size_t kCostOfPlace = 8;      // to compare the literal with one that holds another, in the same measure
 constexpr std::size_t kLongLiteral = 32;
+constexpr std::ptrdiff_t kFarApart = 48;  // hits of a byte for which memchr pays
+constexpr std::ptrdiff_t kTried = 256;    // bytes after which that is known
 
 // The bytes of script, the frequent ones first.
 constexpr std::string_view kByFrequency =
     " etnriaosl\ncud.)(h,p=fm\tg;vyb{}*/x\"_w0:'T1][Sk&CE-+AMI|PR\\N2O$DL!`jFB3@<U?>zV4Hq568WG#79XYKQJZ^%~";
 
 // How rare a byte is in script; those that are not in the list are the rarest.
+constexpr std::array<unsigned char, 256> kRarities = [] {
+  std::array<unsigned char, 256> rarities{};
+  for (unsigned char& rarity : rarities)
+    rarity = kByFrequency.size();
+  for (std::size_t i = kByFrequency.size(); i-- > 0;)
+    rarities[static_cast<unsigned char>(kByFrequency[i])] = static_cast<unsigned char>(i);
+  return rarities;
+}();
+
 std::size_t rarity(char byte) {
-  return std::min(kByFrequency.find(byte), kByFrequency.size());
+  return kRarities[static_cast<unsigned char>(byte)];
+}
+
+// The first place of a literal, which is at least as long as a word, in [begin, end); `end` if there is none.
+const char* findByWords(const char* begin, const char* end, std::string_view literal) {
+  std::uint64_t wanted = 0;
+  std::memcpy(&wanted, literal.data(), sizeof wanted);
+  const auto size = static_cast<std::ptrdiff_t>(literal.size());
+  for (const char* at = begin; end - at >= size; ++at) {
+    std::uint64_t there = 0;
+    std::memcpy(&there, at, sizeof there);
+    if (there == wanted && std::memcmp(at, literal.data(), literal.size()) == 0) return at;
+  }
+  return end;
+}
+
+// The same for any literal but an empty one, by way of its byte `rarest`.
+const char* findByByte(const char* begin, const char* end, std::string_view literal, std::size_t rarest) {
+  if (static_cast<std::size_t>(end - begin) < literal.size()) return end;
+  const char* const last = end - literal.size() + rarest;
+  std::ptrdiff_t hits = 0;
+  for (const char* at = begin + rarest; at <= last; ++at) {
+    at = static_cast<const char*>(std::memchr(at, literal[rarest], static_cast<std::size_t>(last - at) + 1));
+    if (at == nullptr) break;
+    const char* const place = at - rarest;
+    if (std::memcmp(place, literal.data(), literal.size()) == 0) return place;
+    const bool isFrequent = ++hits * kFarApart > std::max(place - begin, kTried);
+    if (isFrequent && literal.size() >= sizeof(std::uint64_t)) return findByWords(place + 1, end, literal);
+  }
+  return end;
 }
 
 }  // namespace
@@ -47,13 +90,18 @@ TextIndex::Pieces::Pieces(std::string_view text, std::size_t length) : length_(l
   while (bucketBits_ < kMostBucketBits && text.size() >> bucketBits_ > 1)
     ++bucketBits_;
   bucketEnds_.resize((std::size_t{1} << bucketBits_) + 1);
-  forEachBucket(text, [&](std::size_t, std::size_t bucket) { ++bucketEnds_[bucket + 1]; });
+  forEachBucket(text, [&](std::size_t, std::size_t bucket) {
+    ++bucketEnds_[bucket + 1];
+    return true;
+  });
   for (std::size_t bucket = 1; bucket < bucketEnds_.size(); ++bucket)
     bucketEnds_[bucket] += bucketEnds_[bucket - 1];
   places_.resize(text.size() - length + 1);
   std::vector<std::uint32_t> next(bucketEnds_.begin(), bucketEnds_.end() - 1);
-  forEachBucket(text,
-                [&](std::size_t at, std::size_t bucket) { places_[next[bucket]++] = static_cast<std::uint32_t>(at); });
+  forEachBucket(text, [&](std::size_t at, std::size_t bucket) {
+    places_[next[bucket]++] = static_cast<std::uint32_t>(at);
+    return true;
+  });
 }
 
 // The hash of a piece is that of its bytes as the digits of a number, from which those of its neighbour follow.
@@ -64,8 +112,9 @@ void TextIndex::Pieces::forEachBucket(std::string_view text, const Use& use) con
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (i >= length_) hash -= leaving_ * static_cast<unsigned char>(text[i - length_]);
     hash = hash * kFactor + static_cast<unsigned char>(text[i]);
-    if (i + 1 >= length_)
-      use(i + 1 - length_, static_cast<std::uint64_t>(std::uint32_t{hash * 0x9E3779B1u}) >> (32 - bucketBits_));
+    if (i + 1 < length_) continue;
+    if (!use(i + 1 - length_, static_cast<std::uint64_t>(std::uint32_t{hash * 0x9E3779B1u}) >> (32 - bucketBits_)))
+      return;
   }
 }
 
@@ -74,6 +123,7 @@ TextIndex::Places TextIndex::Pieces::fewest(std::string_view literal) const {
   forEachBucket(literal, [&](std::size_t offset, std::size_t bucket) {
     const Places places{places_.data() + bucketEnds_[bucket], places_.data() + bucketEnds_[bucket + 1], offset};
     if (fewest.offset == literal.size() || places.count() < fewest.count()) fewest = places;
+    return fewest.count() > kVeryFewPlaces;
   });
   return fewest;
 }
@@ -113,9 +163,10 @@ std::size_t TextIndex::find(std::string_view literal, std::size_t from, std::siz
   if (literal.size() < kLengths[0] || pieces_.empty()) return text.find(literal, from);
   const Places& places = placesFor(literal);
   if (places.count() > text_.size() / kFrequentShare) {
-    const std::size_t found = text.find(literal, from);
-    spent_ += std::min(found, text.size()) - std::min(from, text.size());
-    return found;
+    if (from >= text.size()) return std::string_view::npos;
+    const char* const found = findByByte(text.data() + from, text.data() + text.size(), literal, 0);
+    spent_ += static_cast<std::size_t>(found - text.data()) - from;
+    return found == text.data() + text.size() ? std::string_view::npos : static_cast<std::size_t>(found - text.data());
   }
   for (auto place = std::lower_bound(places.begin, places.end, from + places.offset);
        place != places.end && *place - places.offset < text.size(); ++place) {
@@ -154,11 +205,5 @@ const char* TrexLiteral::find(const char* begin, const char* end, TextIndex* ind
     const void* hit = memmem(begin, room, text_.data(), text_.size());
     return hit == nullptr ? end : static_cast<const char*>(hit);
   }
-  const char* const last = end - text_.size() + rarest_;
-  for (const char* at = begin + rarest_; at <= last; ++at) {
-    at = static_cast<const char*>(std::memchr(at, text_[rarest_], static_cast<std::size_t>(last - at) + 1));
-    if (at == nullptr) break;
-    if (std::memcmp(at - rarest_, text_.data(), text_.size()) == 0) return at - rarest_;
-  }
-  return end;
+  return findByByte(begin, end, text_, rarest_);
 }

@@ -35,11 +35,12 @@ class TextIndex {
 
     std::size_t length() const { return length_; }
 
-    // The places of that piece of `literal` which has the fewest. Other pieces of the same hash are among them.
+    // The places of that piece of `literal` which has the fewest, or very few. Other pieces of the same hash are among
+    // them.
     Places fewest(std::string_view literal) const;
 
    private:
-    // Calls `use` with the number of each piece's bucket, in their order.
+    // Calls `use` with the place and the bucket of each piece, in their order, as long as that returns true.
     template <typename Use>
     void forEachBucket(std::string_view text, const Use& use) const;
 

@@ -186,6 +186,28 @@ TEST(Search, ArgumentCallsAreTheMatchesOfThePattern) {
   EXPECT_GT(calls, 5'000U);
 }
 
+// A repetition takes 65,536 bytes: more white space in front of an argument makes the argument the first one's first
+// byte, and more arguments are no call.
+TEST(Search, ArgumentCallsEndWithTheirRepetitions) {
+  std::size_t calls = 0;
+  for (const std::size_t size : {65'520U, 65'535U, 65'536U, 65'537U, 70'000U, 140'000U}) {
+    const std::string blanks(size, ' ');
+    const std::string source = "f(" + blanks + "tv);g(" + blanks + "a,tv) ;h(a" + blanks + "tv);i(a,tv" + blanks +
+                               ");j(a,tv)" + blanks + ";k(" + std::string(size, 'a') + "tv) ;l(a,tv)";
+    std::size_t room = 0;
+    SourceIndex index(source, room);
+    ArgumentCalls finder(index);
+    PassedSymbol passed("tv");
+    const Texts expected = plainMatches(callWithArgument("tv"), source);
+    for (int search = 0; search < 20; ++search) {  // the first ones are searched for plainly
+      const std::vector<std::string_view> found = finder.passing(passed);
+      ASSERT_EQ(Texts(found.begin(), found.end()), expected) << size;
+    }
+    calls += expected.size();
+  }
+  EXPECT_GT(calls, 20U);
+}
+
 TEST(Search, DefinedFunctionsAreThoseOfTheirName) {
   std::size_t found = 0;
   for (unsigned seed = 1; seed <= 200; ++seed) {

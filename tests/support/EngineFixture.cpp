@@ -136,7 +136,7 @@ Texts EngineTest::expressions(const APIAnalysis::Records& records) {
 Texts EngineTest::shown(const APIAnalysis::Records& records) {
   Texts texts = expressions(records);
   for (std::size_t i = 0; i < texts.size(); ++i) {
-    texts[i] += " [" + records[i]->scope + "] " + std::to_string(records[i]->line);
+    texts[i] += " [" + std::string(records[i]->scope) + "] " + std::to_string(records[i]->line);
   }
   return texts;
 }

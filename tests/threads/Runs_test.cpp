@@ -26,9 +26,9 @@ void add(Texts& shown, const std::string& name, const std::vector<std::string*>&
 
 void add(Texts& shown, const std::string& name, const FlashEngine_1_00::APIAnalysis::Records& list) {
   for (const FlashEngine_1_00::SWFStateMentInfo* record : list)
-    shown.push_back(name + ": " + (record->expression == nullptr ? "-" : *record->expression) + '|' + record->scope +
-                    '|' + std::string(record->text) + '|' + record->path + '|' + record->access + '|' +
-                    std::to_string(record->line));
+    shown.push_back(name + ": " + (record->expression == nullptr ? "-" : *record->expression) + '|' +
+                    std::string(record->scope) + '|' + std::string(record->text) + '|' + std::string(record->path) +
+                    '|' + std::string(record->access) + '|' + std::to_string(record->line));
 }
 
 // All that a run comes to, but the clock in its log.

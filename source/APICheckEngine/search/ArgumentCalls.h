@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -38,12 +39,13 @@ class ArgumentCalls {
   std::vector<std::string_view> passing(PassedSymbol& symbol);
 
  private:
-  // A place where a call can begin.
+  // A call, as far as what stands in its parentheses goes.
   struct Head {
     const char* name;       // the first byte of the word before the parenthesis
     const char* open;       // the parenthesis
     const char* arguments;  // the first byte behind it that is no white space
-    const char* end;        // of the bytes from there on that a match can hold
+    const char* close;      // the other parenthesis; nothing but bytes of arguments in front of it
+    const char* behind;     // the first byte behind it that is no white space
   };
 
   // Where a symbol can stand that begins with a certain byte, and the call there.
@@ -54,8 +56,8 @@ class ArgumentCalls {
 
   std::vector<std::string_view> plainlyPassing(PassedSymbol& symbol);
   void findHeads();
-  const std::vector<Place>& placesOf(char first);
-  std::vector<std::size_t> headsPassing(const std::string& symbol);
+  const std::vector<Place>& placesBeginningWith(char first);
+  std::map<std::size_t, const char*> placesOf(const std::string& symbol);
 
   SourceIndex& source_;
   int searches_ = 0;

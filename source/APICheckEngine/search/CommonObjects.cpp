@@ -21,7 +21,7 @@ const char* endOf(std::string_view object) {
   return object.data() + object.size();
 }
 
-const char* find(const std::string& name, const char* from, const char* to, std::string_view source, TextIndex* index) {
+const char* find(std::string_view name, const char* from, const char* to, std::string_view source, TextIndex* index) {
   const auto begin = static_cast<std::size_t>(from - source.data());
   const auto end = static_cast<std::size_t>(to - source.data());
   const std::size_t place = index != nullptr ? index->find(name, begin, end) : source.substr(0, end).find(name, begin);
@@ -40,7 +40,7 @@ std::vector<std::string_view> objectsIn(std::string_view source) {
 
 }  // namespace
 
-bool CommonObjects::follow(const std::string& name, std::string_view text, std::string_view source, TextIndex* index) {
+bool CommonObjects::follow(std::string_view name, std::string_view text, std::string_view source, TextIndex* index) {
   const auto [known, isNew] = objects_.try_emplace(source.data());
   if (isNew) known->second = objectsIn(source);
   const std::vector<std::string_view>& objects = known->second;

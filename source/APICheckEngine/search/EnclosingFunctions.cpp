@@ -73,7 +73,7 @@ void EnclosingFunctions::sortBySource() {
   }
 }
 
-std::string_view EnclosingFunctions::body(const std::string& path, const std::string& access) {
+std::string_view EnclosingFunctions::body(std::string_view path, std::string_view access) {
   if (byPath_.empty()) sortBySource();
   const auto sources = byPath_.find(path);
   if (sources == byPath_.end()) return {};
@@ -85,7 +85,7 @@ std::string_view EnclosingFunctions::body(const std::string& path, const std::st
   return {};
 }
 
-std::string_view EnclosingFunctions::lastHolding(OfSource& of, const std::string& access) {
+std::string_view EnclosingFunctions::lastHolding(OfSource& of, std::string_view access) {
   if (!of.last.has_value()) of.last.emplace(of.functions, *of.source);
   SourceIndex& index = engine_.indexOf(*of.source);
   const FlashFunctionInfo* last = nullptr;

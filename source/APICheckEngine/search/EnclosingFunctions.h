@@ -39,7 +39,7 @@ class EnclosingFunctions {
       : functions_(functions), engine_(known) {}
 
   // Its body; a null view if there is none. With the first question, the list is gone through.
-  std::string_view body(const std::string& path, const std::string& access);
+  std::string_view body(std::string_view path, std::string_view access);
 
  private:
   // The functions of one source; a path can have several sources, in a second run on one engine.
@@ -50,7 +50,7 @@ class EnclosingFunctions {
   };
 
   void sortBySource();
-  std::string_view lastHolding(OfSource& of, const std::string& access);
+  std::string_view lastHolding(OfSource& of, std::string_view access);
 
   const std::vector<FlashFunctionInfo*>& functions_;
   Knowledge& engine_;

@@ -50,7 +50,8 @@ std::vector<std::size_t> ExcerptAccesses::in(std::string_view excerpt) {
 void ExcerptAccesses::addCut(std::string_view rest, std::vector<std::size_t>& accesses) {
   const std::string copy(rest);
   for (MatchCursor at(pattern_, copy.c_str()); at.next();)
-    accesses.push_back(accessOf(at.view()));
+    accesses.push_back(
+        accessOf(rest.substr(static_cast<std::size_t>(at.view().data() - copy.data()), at.view().size())));
 }
 
 // Makes places_ hold all that the plain search comes to in an excerpt. Searches of later excerpts that begin before
@@ -88,8 +89,8 @@ void ExcerptAccesses::searchOn(const char* from, const char* to) {
 }
 
 std::size_t ExcerptAccesses::accessOf(std::string_view text) {
-  const auto [known, isNew] = positions_.try_emplace(std::string(text), texts_.size());
-  if (isNew) texts_.push_back(known->first);
+  const auto [known, isNew] = positions_.try_emplace(text, texts_.size());
+  if (isNew) texts_.push_back(text);
   return known->second;
 }
 

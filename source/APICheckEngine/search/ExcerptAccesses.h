@@ -1,7 +1,6 @@
 #pragma once
 
 #include <map>
-#include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -21,7 +20,7 @@ class ExcerptAccesses {
   // The accesses in the next excerpt, in order, as positions in texts().
   std::vector<std::size_t> in(std::string_view excerpt);
 
-  // The distinct texts of the accesses found so far.
+  // The distinct texts of the accesses found so far, each as it stands somewhere in the source.
   const std::vector<std::string_view>& texts() const { return texts_; }
 
  private:
@@ -45,8 +44,8 @@ class ExcerptAccesses {
   std::map<const char*, const char*> searches_;  // still to be made: from where, and up to where
   const char* searchedTo_ = nullptr;             // of the last search
   std::vector<Place> places_;                    // in the order in which they begin, at most one for each beginning
-  std::unordered_map<std::string, std::size_t> positions_;  // of texts
-  std::vector<std::string_view> texts_;                     // keys of positions_
+  std::unordered_map<std::string_view, std::size_t> positions_;  // of texts
+  std::vector<std::string_view> texts_;
 };
 
 }  // namespace FlashEngine_1_00::detail

@@ -45,26 +45,19 @@ class FunctionFinder {
       headers_.push_back(headerOf(at.view()));
     findBlocks();
     findFirst();
-    const auto inOrder = static_cast<std::ptrdiff_t>(finds_.size());
     findLast();
     findCut();
-    const auto isBefore = [&](const Find& a, const Find& b) {
-      return std::tie(a.block, headers_[a.header].begin) < std::tie(b.block, headers_[b.header].begin);
-    };
-    std::sort(finds_.begin() + inOrder, finds_.end(), isBefore);
-    std::inplace_merge(finds_.begin(), finds_.begin() + inOrder, finds_.end(), isBefore);
+    insertOthers();
   }
 
-  ScriptFunctions functions() const {
+  ScriptFunctions functions() {
     ScriptFunctions found;
     found.functions.reserve(headers_.size());
-    found.finds.reserve(finds_.size());
     for (const auto [begin, end, bodyEnd] : headers_) {
       const std::size_t known = bodyEnd == BraceIndex::kNone ? end : bodyEnd;
       found.functions.push_back({text_.substr(begin, end - begin), text_.substr(end, known - end)});
     }
-    for (const Find& find : finds_)
-      found.finds.push_back(find.header);
+    found.finds = std::move(finds_);
     return found;
   }
 
@@ -83,12 +76,14 @@ class FunctionFinder {
   struct Block {
     std::size_t end;
     std::size_t firstHeader;
+    std::size_t firstFind;  // of those by findFirst
+    std::size_t endOfFinds;
   };
 
-  // A header found in a block; by their positions.
+  // A header found in a block by another search than findFirst; by their positions.
   struct Find {
-    std::uint32_t block;
-    std::uint32_t header;
+    std::size_t block;
+    std::size_t header;
   };
 
   Header headerOf(std::string_view match) const {
@@ -108,19 +103,25 @@ class FunctionFinder {
       if (parentheses == std::string_view::npos) return;
       const std::size_t end = braces_.balancedEnd(parentheses);
       if (end == BraceIndex::kNone) continue;
-      blocks_.push_back({end, 0});
+      blocks_.push_back({end, 0, 0, 0});
       blocks_.back().firstHeader = firstHeaderFrom(keyword - std::min(keyword, kBlockLead));
     }
   }
 
   // The first header that the search of the last block, which begins at `begin`, has in common with that of the whole
-  // text. A block may begin inside a header; what is found before they agree again are cut headers.
+  // text. A block may begin inside a header; what is found before they agree again are cut headers. One that begins in
+  // the rest of that header has its keyword there, too: a header ends with a parenthesis, and none stands before a
+  // keyword.
   std::size_t firstHeaderFrom(std::size_t begin) {
     const auto firstFrom = [&](std::size_t at) {
       return std::partition_point(headers_.begin(), headers_.end(), [&](const Header& h) { return h.end <= at; });
     };
     auto next = firstFrom(begin);
     while (next != headers_.end() && next->begin < begin) {
+      if (text_.substr(begin, next->end - begin).find(kFunctionKeyword) == std::string_view::npos) {
+        ++next;
+        break;
+      }
       const std::string_view match = pattern_.searchRange(text_.data() + begin, text_.data() + blocks_.back().end);
       if (match.data() == nullptr) return headers_.size();
       const Header header = headerOf(match);
@@ -148,11 +149,13 @@ class FunctionFinder {
       bodyEnds.push_back(header.bodyEnd);
     Remaining left(bodyEnds);
     for (std::size_t block = 0; block < blocks_.size(); ++block) {
+      blocks_[block].firstFind = finds_.size();
       forEachIn(blocks_[block], left, [&](std::size_t i) {
-        addFind(block, i);
+        finds_.push_back(static_cast<std::uint32_t>(i));
         seen_[i] = {seen_[i].times + 1, block};
         if (seen_[i].times == kFirstKept) left.take(i);
       });
+      blocks_[block].endOfFinds = finds_.size();
     }
   }
 
@@ -165,7 +168,7 @@ class FunctionFinder {
     for (std::size_t block = blocks_.size(); block-- > 0;) {
       forEachIn(blocks_[block], left, [&](std::size_t i) {
         left.take(i);
-        if (seen_[i].block != block) addFind(block, i);
+        if (seen_[i].block != block) others_.push_back({block, i});
       });
     }
   }
@@ -185,12 +188,28 @@ class FunctionFinder {
     }
     for (const auto& [block, header] : cut_) {
       Cut& cut = cuts.at(header.begin);
-      if (++cut.seen <= kFirstKept || cut.seen == cut.finds) addFind(block, cut.header);
+      if (++cut.seen <= kFirstKept || cut.seen == cut.finds) others_.push_back({block, cut.header});
     }
   }
 
-  void addFind(std::size_t block, std::size_t header) {
-    finds_.push_back({static_cast<std::uint32_t>(block), static_cast<std::uint32_t>(header)});
+  // Puts the finds of the other searches where they belong: in their blocks, by the places of their headers.
+  void insertOthers() {
+    std::sort(others_.begin(), others_.end(), [&](const Find& a, const Find& b) {
+      return std::tie(a.block, headers_[a.header].begin) < std::tie(b.block, headers_[b.header].begin);
+    });
+    const auto findAt = [&](std::size_t i) { return finds_.begin() + static_cast<std::ptrdiff_t>(i); };
+    std::size_t end = finds_.size();
+    finds_.resize(end + others_.size());
+    for (std::size_t left = others_.size(); left-- > 0;) {
+      const auto [block, header] = others_[left];
+      const std::size_t place = headers_[header].begin;
+      const auto behind =
+          std::partition_point(findAt(blocks_[block].firstFind), findAt(std::min(end, blocks_[block].endOfFinds)),
+                               [&](std::uint32_t find) { return headers_[find].begin <= place; });
+      std::move_backward(behind, findAt(end), findAt(end + left + 1));
+      end = static_cast<std::size_t>(behind - finds_.begin());
+      finds_[end + left] = static_cast<std::uint32_t>(header);
+    }
   }
 
   struct Seen {
@@ -203,8 +222,9 @@ class FunctionFinder {
   const Pattern& pattern_;
   std::vector<Header> headers_;
   std::vector<Block> blocks_;
-  std::vector<Seen> seen_;  // one per header
-  std::vector<Find> finds_;
+  std::vector<Seen> seen_;            // one per header
+  std::vector<std::uint32_t> finds_;  // positions of headers: those of findFirst, in the end all, block by block
+  std::vector<Find> others_;
   std::vector<std::pair<std::size_t, Header>> cut_;  // with their blocks
 };
 
