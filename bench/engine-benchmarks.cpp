@@ -330,7 +330,7 @@ void swfListing(benchmark::State& state) {
   countBytes(state, movie.code.size());
   state.counters["lines"] = static_cast<double>(lines.size());
 }
-BENCHMARK(swfListing)->Name("flash/listing, MB")->Arg(1)->Arg(4)->Arg(16)->Unit(benchmark::kMillisecond);
+BENCHMARK(swfListing)->Name("flash/listing, MB")->Arg(1)->Arg(4)->Arg(8)->Unit(benchmark::kMillisecond);
 
 void swfDecompiling(benchmark::State& state) {
   const Movie movie(state.range(0));
@@ -342,7 +342,7 @@ void swfDecompiling(benchmark::State& state) {
   countBytes(state, movie.code.size());
   state.counters["statements"] = static_cast<double>(statements.size());
 }
-BENCHMARK(swfDecompiling)->Name("flash/decompiling, MB")->Arg(1)->Arg(4)->Arg(16)->Unit(benchmark::kMillisecond);
+BENCHMARK(swfDecompiling)->Name("flash/decompiling, MB")->Arg(1)->Arg(4)->Arg(8)->Unit(benchmark::kMillisecond);
 
 // A real movie, as it is. Bytes: of script.
 void realMovie(benchmark::State& state, const std::string& path, std::size_t bytes, bool decompiled) {

@@ -32,8 +32,11 @@ std::string failureOf(RunResult code) {
   }
 }
 
-// What else is missing. After the work, so that this takes none of its time.
-FlashText withGaps(FlashText text, const std::string& path) {
+// What is made of a file, and what is missing in it. After the work, so that this takes none of its time.
+FlashText withGaps(FlashEngine_1_00::FlashLines made, const std::string& path) {
+  FlashText text{made.code, std::move(made.lines), {}};
+  if (made.isListingCut) text.gaps.emplace_back(kListingCut);
+  if (made.isReplayCut) text.gaps.emplace_back(kReplayCut);
   const std::string failure = failureOf(text.code);
   if (!failure.empty()) {
     text.gaps.push_back(failure);
@@ -47,19 +50,11 @@ FlashText withGaps(FlashText text, const std::string& path) {
 }  // namespace
 
 FlashText disassemble(const std::string& path) {
-  FlashEngine_1_00::FlashLines listing = FlashEngine_1_00::listFlash(path);
-  FlashText text{listing.code, std::move(listing.lines), {}};
-  if (listing.isCut) text.gaps.emplace_back(kListingCut);
-  return withGaps(std::move(text), path);
+  return withGaps(FlashEngine_1_00::listFlash(path), path);
 }
 
 FlashText decompile(const std::string& path) {
-  FlashEngine_1_00::FlashLines listing = FlashEngine_1_00::listFlash(path);
-  FlashEngine_1_00::FlashLines statements = FlashEngine_1_00::replayFlash(listing);
-  FlashText text{listing.code, std::move(statements.lines), {}};
-  if (listing.isCut) text.gaps.emplace_back(kListingCut);
-  if (statements.isCut) text.gaps.emplace_back(kReplayCut);
-  return withGaps(std::move(text), path);
+  return withGaps(FlashEngine_1_00::decompileFlash(path), path);
 }
 
 std::string plainText(const FlashText& text) {

@@ -39,9 +39,19 @@ std::string escapeOf(char32_t code) {
   return "\\u" + hexadecimal(code, code < 0x10000 ? 4 : 6);
 }
 
+// How many of the first bytes of `text` are printable ASCII, which most of it is.
+std::size_t plainLength(std::string_view text) {
+  const auto isPlain = [](char c) { return c >= ' ' && c < '\x7F'; };
+  return static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), isPlain) - text.begin());
+}
+
 std::string visible(std::string_view text, bool keepTabs) {
   std::string shown;
-  while (!text.empty()) {
+  while (true) {
+    const std::size_t plain = plainLength(text);
+    shown += text.substr(0, plain);
+    text.remove_prefix(plain);
+    if (text.empty()) return shown;
     const auto [code, size] = firstCharacter(text);
     if (code == kNoCharacter) {
       shown += "\\x" + hexadecimal(static_cast<unsigned char>(text.front()), 2);
@@ -52,7 +62,6 @@ std::string visible(std::string_view text, bool keepTabs) {
     }
     text.remove_prefix(size);
   }
-  return shown;
 }
 
 }  // namespace

@@ -12,6 +12,8 @@
 #include <string_view>
 #include <vector>
 
+#include "checker/run/MovieBytes.h"
+
 using FlashEngine_1_00::ByteView;
 using FlashEngine_1_00::Position;
 
@@ -146,33 +148,6 @@ std::string asObject(const Value& value) {
   return isOpen ? '(' + value.text + ')' : value.text;
 }
 
-// Operands of one record, read one behind the other.
-class Operands {
- public:
-  Operands(const ByteView& block, Position begin, Position end) : block_(block), at_(begin), end_(end) {}
-
-  bool isAtEnd() const { return at_ >= end_; }
-  unsigned byte() { return at_ < end_ ? block_.at(at_++) : 0; }
-  unsigned word() {
-    const unsigned low = byte();
-    return low | byte() << 8;
-  }
-  std::uint32_t doubleWord() {
-    const std::uint32_t low = word();
-    return low | static_cast<std::uint32_t>(word()) << 16;
-  }
-  std::string string() {
-    const std::string_view text = block_.textAt(at_, end_);
-    at_ += static_cast<Position>(text.size()) + 1;
-    return std::string(text);
-  }
-
- private:
-  ByteView block_;
-  Position at_;
-  Position end_;
-};
-
 }  // namespace
 
 class FlashActions::Writer {
@@ -284,7 +259,7 @@ class FlashActions::Writer {
     const Position begin = at + (hasOperands ? 3 : 1);
     const Position behind = begin + (hasOperands ? block_.at(at + 1) | block_.at(at + 2) << 8 : 0);
     if (behind > end) return end;
-    Operands operands(block_, begin, behind);
+    MovieBytes operands(block_, begin, behind);
     switch (code) {
       case kDefineFunction:
       case kDefineFunction2:
@@ -311,7 +286,7 @@ class FlashActions::Writer {
     if (target >= 0 && target < block_.size() && branches_.size() < kMaxRecords) branches_.push_back(target);
   }
 
-  void act(int code, Operands& operands) {
+  void act(int code, MovieBytes& operands) {
     switch (code) {
       case kConstantPool:
         return readPool(operands);
@@ -457,10 +432,10 @@ class FlashActions::Writer {
     push(isPlainText(top) ? std::move(top) : expression(registerName(number)));
   }
 
-  void readPool(Operands& operands) {
+  void readPool(MovieBytes& operands) {
     pool_.clear();
     for (unsigned left = operands.word(); left > 0 && !operands.isAtEnd(); --left)
-      pool_.push_back(operands.string());
+      pool_.emplace_back(operands.string());
   }
 
   void pushString(const std::string& text) {
@@ -475,10 +450,10 @@ class FlashActions::Writer {
     stack_.push_back(std::move(value));
   }
 
-  void pushOperand(Operands& operands) {
+  void pushOperand(MovieBytes& operands) {
     switch (operands.byte()) {
       case 0:
-        return pushString(operands.string());
+        return pushString(std::string(operands.string()));
       case 1: {
         const std::uint32_t bits = operands.doubleWord();
         float number = 0;
@@ -511,8 +486,8 @@ class FlashActions::Writer {
 
   // ---- nested blocks
 
-  Position defineFunction(Operands& operands, Position behind, Position end, bool isSecond) {
-    const std::string name = operands.string();
+  Position defineFunction(MovieBytes& operands, Position behind, Position end, bool isSecond) {
+    const std::string name(operands.string());
     const unsigned count = operands.word();
     if (isSecond) (void)operands.byte();
     const unsigned flags = isSecond ? operands.word() : 0;
@@ -567,7 +542,7 @@ class FlashActions::Writer {
     return isWhole_ ? body : std::string();
   }
 
-  Position tryBlocks(Operands& operands, Position behind, Position end) {
+  Position tryBlocks(MovieBytes& operands, Position behind, Position end) {
     const unsigned flags = operands.byte();
     const std::array<unsigned, 3> sizes{operands.word(), operands.word(), operands.word()};
     const std::string given = (flags & 4) != 0 ? registerName(operands.byte()) : variable(operands.string());

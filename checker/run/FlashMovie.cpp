@@ -11,6 +11,7 @@
 #include <iterator>
 
 #include "checker/run/FlashActions.h"
+#include "checker/run/MovieBytes.h"
 #include "swf/ByteReader.h"
 
 using FlashEngine_1_00::ByteView;
@@ -97,27 +98,10 @@ std::string imageOf(std::string_view bytes) {
 }
 
 // Bytes and bits of a tag, one behind the other.
-class Reader {
+class Reader : public MovieBytes {
  public:
-  Reader(const ByteView& image, Position begin, Position end) : image_(image), at_(begin), end_(end) {}
+  using MovieBytes::MovieBytes;
 
-  Position at() const { return at_; }
-  bool isAtEnd() const { return at_ >= end_; }
-  void skip(Position count) { at_ += count; }
-  unsigned byte() { return at_ < end_ ? image_.at(at_++) : 0; }
-  unsigned word() {
-    const unsigned low = byte();
-    return low | byte() << 8;
-  }
-  std::uint32_t doubleWord() {
-    const std::uint32_t low = word();
-    return low | static_cast<std::uint32_t>(word()) << 16;
-  }
-  std::string_view string() {
-    const std::string_view text = image_.textAt(at_, end_);
-    at_ += static_cast<Position>(text.size()) + 1;
-    return text;
-  }
   // A number of one to five bytes with seven bits each.
   std::uint32_t compact() {
     std::uint32_t value = 0;
@@ -162,9 +146,6 @@ class Reader {
   }
 
  private:
-  ByteView image_;
-  Position at_;
-  Position end_;
   unsigned bitsLeft_ = 0;
   unsigned current_ = 0;
 };

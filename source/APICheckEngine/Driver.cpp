@@ -148,19 +148,18 @@ void APIAnalysis::analyseFlashBehindStop(const std::vector<std::string>& files, 
 }
 
 RunResult APIAnalysis::analyseFlashFile(const std::string& path) {
-  std::vector<std::string> lines;
+  // A file that cannot be read yields fewer lines, or none. They are replayed as they are made: no list holds them.
+  deCompiler_.beginReplay();
+  const RunResult read = deAssembler_.listFile(path, deCompiler_.lineTaker());
   std::vector<std::string> statements;
-  // A file that cannot be read yields fewer lines, or none.
-  const RunResult read = deAssembler_.SWFDeAssemblerMain(path, lines);
+  deCompiler_.endReplay(statements);
   if (read != RUN_SUCCESS) {
     TARVO_LOG_AS("APIAnalysisFromSWFMain", " file[%s] not read whole [%d] ", path.c_str(), static_cast<int>(read));
     notRead(Gap::flashUnread, path, read);
   }
-  auto code = static_cast<RunResult>(deCompiler_.SWFDeCompilerMain(lines, statements));
   if (observer != nullptr && (deAssembler_.isCut() || deCompiler_.isCut() || timeBudgetSpent()))
     notRead(Gap::flashCut, path);
-  if (code == RUN_SUCCESS) code = FindAPIFunctionName4SWF(statements, path);
-  return code;
+  return FindAPIFunctionName4SWF(statements, path);
 }
 
 // The observer's last look at lists and files. Here it also hears of script in Flash files that no listing shows.

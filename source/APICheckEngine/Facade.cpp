@@ -20,18 +20,24 @@ bool isDatabaseTooDeep(const std::string& path) {
 
 FlashLines listFlash(const std::string& path) {
   startTimeBudget();
-  FlashLines listing{RUN_SUCCESS, {}, false};
+  FlashLines listing{RUN_SUCCESS, {}, false, false};
   DeAssembler reader;
   listing.code = reader.SWFDeAssemblerMain(path, listing.lines);
-  listing.isCut = reader.isCut() || timeBudgetSpent();
+  listing.isListingCut = reader.isCut() || timeBudgetSpent();
   return listing;
 }
 
-FlashLines replayFlash(FlashLines& listing) {
-  FlashLines statements{listing.code, {}, false};
+FlashLines decompileFlash(const std::string& path) {
+  startTimeBudget();
+  FlashLines statements{RUN_SUCCESS, {}, false, false};
+  DeAssembler reader;
   DeCompiler replay;
-  (void)replay.SWFDeCompilerMain(listing.lines, statements.lines);
-  statements.isCut = replay.isCut() || timeBudgetSpent();
+  replay.beginReplay();
+  statements.code = reader.listFile(path, replay.lineTaker());
+  replay.endReplay(statements.lines);
+  const bool isLate = timeBudgetSpent();
+  statements.isListingCut = reader.isCut() || isLate;
+  statements.isReplayCut = replay.isCut() || isLate;
   return statements;
 }
 

@@ -34,17 +34,18 @@ std::string findingLine(const std::string& path, int line, const std::string& me
 // Whether the database at `path` is refused because its elements nest too deep: the engine has no code for that.
 bool isDatabaseTooDeep(const std::string& path);
 
-// Lines that are made of a Flash file, and whether a bound or the time budget cut them.
+// Lines that are made of a Flash file, and whether a bound or the time budget cut its listing or the replay of that.
 struct FlashLines {
   RunResult code;  // of the reader
   std::vector<std::string> lines;
-  bool isCut;
+  bool isListingCut;
+  bool isReplayCut;
 };
 
-// The listing of the Flash file at `path`, in a time budget of its own.
+// The listing of the Flash file at `path`, in a time budget of its own. No replay is cut.
 FlashLines listFlash(const std::string& path);
 
-// The call statements in a listing, in what is left of its time.
-FlashLines replayFlash(FlashLines& listing);
+// The call statements of the Flash file at `path`, in a time budget of their own.
+FlashLines decompileFlash(const std::string& path);
 
 }  // namespace FlashEngine_1_00

@@ -4,6 +4,8 @@
 
 #include "decompiler/DeCompiler.h"
 
+#include <algorithm>
+#include <array>
 #include <string_view>
 #include <unordered_map>
 
@@ -13,13 +15,16 @@
 #include "tarvo/RunResult.h"
 
 namespace FlashEngine_1_00 {
-namespace {
 
 struct ReplayRow {
-  std::string_view name;                                                // the record's header is this in brackets
-  unsigned (DeCompiler::*handler)(std::vector<std::string>);            // null: passed over, or read
-  unsigned (DeCompiler::*reader)(DeCompiler::ArgumentLines) = nullptr;  // the handler of a record whose lines are read
+  enum class Fields { ignored, pushed, ofFunction };
+
+  std::string_view name;                                      // the record's header is this in brackets
+  unsigned (DeCompiler::*handler)(std::vector<std::string>);  // null: passed over. It gets no argument lines:
+  Fields fields = Fields::ignored;                            // what is done with each of them
 };
+
+namespace {
 
 // KEPT: four names differ from those of the listing ("ActionPreviousFrame", "ActionGotoLabel", "ActionGetUrl",
 // "ActionLess"), so that those records match nothing; statements depend on it for ActionLess. (test
@@ -36,7 +41,7 @@ constexpr ReplayRow kReplayOrder[] = {
     {"ActionStopSounds", nullptr},
     {"ActionToggleQuality", nullptr},
     {"ActionSetTarget", nullptr},
-    {"ActionPush", nullptr, &DeCompiler::readActionPush},
+    {"ActionPush", &DeCompiler::handleActionPush, ReplayRow::Fields::pushed},
     {"ActionPop", &DeCompiler::handleActionPop},
     {"ActionAdd", &DeCompiler::handleActionAdd},
     {"ActionDivide", &DeCompiler::handleActionDivide},
@@ -118,7 +123,7 @@ constexpr ReplayRow kReplayOrder[] = {
     {"ActionStrictEquals", &DeCompiler::handleActionStrictEquals},
     {"ActionGreater", &DeCompiler::handleActionGreater},
     {"ActionStringGreater", &DeCompiler::handleActionStringGreater},
-    {"ActionDefineFunction2", nullptr, &DeCompiler::readActionDefineFunction2},
+    {"ActionDefineFunction2", &DeCompiler::handleActionDefineFunction2, ReplayRow::Fields::ofFunction},
     {"ActionExtends", &DeCompiler::handleActionExtends},
     {"ActionCastOp", &DeCompiler::handleActionCastOp},
     {"ActionImplementsOp", &DeCompiler::handleActionImplementsOp},
@@ -132,23 +137,45 @@ bool holds(std::string_view text, std::string_view name) {
   return text.substr(0, name.size()) == name || text.find(name) != std::string_view::npos;
 }
 
-// The row that handles `line`: of those whose header stands anywhere in it, the first; null if there is none.
-const ReplayRow* rowFor(std::string_view line) {
+const ReplayRow* rowNamed(std::string_view name) {
   static const auto rows = [] {
     std::unordered_map<std::string_view, const ReplayRow*> byName;
     for (const ReplayRow& row : kReplayOrder)
       byName.emplace(row.name, &row);
     return byName;
   }();
+  const auto found = rows.find(name);
+  return found != rows.end() ? found->second : nullptr;
+}
+
+// The row that handles the record with the action code `code`, null if there is none.
+const ReplayRow* rowOf(int code) {
+  static const auto rows = [] {
+    std::array<const ReplayRow*, 256> byCode{};
+    for (std::size_t i = 0; i < byCode.size(); ++i)
+      byCode[i] = rowNamed(actionName(static_cast<int>(i)));
+    return byCode;
+  }();
+  return rows[static_cast<std::size_t>(code)];
+}
+
+// The row that handles `line`: of those whose header stands anywhere in it, the first; null if there is none.
+const ReplayRow* rowFor(std::string_view line) {
   const ReplayRow* first = nullptr;
   for (std::size_t open = line.find('['); open != std::string_view::npos; open = line.find('[', open + 1)) {
     const std::size_t close = line.find(']', open + 1);
     if (close == std::string_view::npos) break;
-    const auto found = rows.find(line.substr(open + 1, close - open - 1));  // no name holds a bracket
-    if (found == rows.end()) continue;
-    if (first == nullptr || found->second < first) first = found->second;
+    const ReplayRow* const found = rowNamed(line.substr(open + 1, close - open - 1));  // no name holds a bracket
+    if (found != nullptr && (first == nullptr || found < first)) first = found;
   }
   return first;
+}
+
+// Whether the text of a field line has the separators that its fields have, and no more.
+bool isPlain(const ListedLine& line) {
+  return line.fullSize() <= kMaxFieldLine && std::none_of(line.begin(), line.end(), [](const ListedLine::Field& field) {
+           return field.value.find('#') != std::string_view::npos;
+         });
 }
 
 }  // namespace
@@ -161,9 +188,8 @@ DeCompiler::~DeCompiler() = default;
 void DeCompiler::InitVirtualMachine() {
   registers_.fill("NullValue");
   stack_.clear();
-  variableNames_.clear();
-  variableValues_.clear();
   statements_.clear();
+  row_ = nullptr;
   builtBytes_ = 0;
   full_ = false;
 }
@@ -171,22 +197,50 @@ void DeCompiler::InitVirtualMachine() {
 unsigned DeCompiler::SWFDeCompilerMain(Lines& listing, Lines& statements) {
   InitVirtualMachine();
   BudgetWatch budget;
-  for (std::size_t i = 0; i < listing.size() && !full_ && !budget.spent();) {
-    const ReplayRow* row = rowFor(listing[i++]);
-    if (row == nullptr || (row->handler == nullptr && row->reader == nullptr)) continue;
-    // KEPT: every line that holds the bare name is an argument line, the next record's header too if its name begins
-    // with this one's, which then is not replayed. Statements depend on it. (test HeadersThatBeginAlikeAreSwallowed)
-    const std::size_t first = i;
-    while (i < listing.size() && holds(listing[i], row->name) && !budget.spent())
-      ++i;
-    if (row->reader != nullptr) {
-      (void)(this->*row->reader)({listing.data() + first, listing.data() + i});
-    } else {
-      (void)(this->*row->handler)({});
-    }
-  }
-  statements.assign(statements_.begin(), statements_.end());
+  for (std::size_t i = 0; i < listing.size() && !full_ && !budget.spent(); ++i)
+    takeText(listing[i]);
+  statements = std::move(statements_);
   return RUN_SUCCESS;
+}
+
+void DeCompiler::beginReplay() {
+  InitVirtualMachine();
+}
+
+void DeCompiler::endReplay(Lines& statements) {
+  if (timeBudgetSpent()) statements_.clear();
+  statements = std::move(statements_);
+  stack_.release();
+}
+
+// An argument line of the current record.
+template <typename Line>
+void DeCompiler::takeFields(const Line& line) {
+  if (row_->fields == ReplayRow::Fields::pushed) pushFields(line);
+  if (row_->fields == ReplayRow::Fields::ofFunction) readFunctionFields(line);
+}
+
+// The next line of a listing in the making. Its text is asked for only where more than its parts could decide.
+void DeCompiler::takeLine(const ListedLine& line) {
+  if (full_) return;
+  const bool isName = line.kind() == ListedLine::Kind::name;
+  if (isName && (row_ == nullptr || !holds(line.name(), row_->name))) return startRecord(rowOf(line.code()));
+  const bool isField = line.kind() == ListedLine::Kind::fields && row_ != nullptr && line.name() == row_->name;
+  if (isField && row_->fields == ReplayRow::Fields::ignored) return;
+  if (isField && isPlain(line)) return takeFields(line);
+  takeText(line.text());
+}
+
+void DeCompiler::takeText(std::string_view line) {
+  // KEPT: every line that holds the bare name is an argument line, the next record's header too if its name begins
+  // with this one's, which then is not replayed. Statements depend on it. (test HeadersThatBeginAlikeAreSwallowed)
+  if (row_ != nullptr && holds(line, row_->name)) return takeFields(line);
+  startRecord(rowFor(line));
+}
+
+void DeCompiler::startRecord(const ReplayRow* row) {
+  row_ = row != nullptr && row->handler != nullptr ? row : nullptr;
+  if (row_ != nullptr) (void)(this->*row_->handler)({});
 }
 
 void DeCompiler::parserKeyValuePair(std::string line, Lines& keys, Lines& values) {

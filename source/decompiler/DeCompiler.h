@@ -2,14 +2,17 @@
 
 #include <array>
 #include <cstddef>
-#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "decompiler/EntryStack.h"
 #include "decompiler/SimpleHandlers.h"
+#include "swf/ListedLine.h"
 
 namespace FlashEngine_1_00 {
+
+struct ReplayRow;
 
 // Replays a listing of DeAssembler on a symbolic stack and collects the call statements in it: "myObj.getValue(0,abc)".
 //
@@ -19,29 +22,27 @@ namespace FlashEngine_1_00 {
 // reads, constructions and object literals, which build their text from value parts.
 //
 // A replay ends quietly, with the statements made so far, when the time budget is spent or when the texts it builds
-// exceed kMaxReplayBytes together.
+// exceed kMaxReplayBytes together. It takes a listing line by line, as it is made or from a list.
 class DeCompiler {
  public:
   using Lines = std::vector<std::string>;
-
-  // Some consecutive lines of a listing.
-  struct ArgumentLines {
-    const std::string* first;
-    const std::string* last;  // one past them
-    const std::string* begin() const { return first; }
-    const std::string* end() const { return last; }
-  };
 
   DeCompiler();
   virtual ~DeCompiler();
 
   // ---- machine: DeCompiler.cpp --------------------------------------------------------------------------------------
 
-  // Registers to "NullValue"; stack, variables, statements and constant pool empty.
+  // Registers to "NullValue"; stack and statements empty.
   void InitVirtualMachine();
 
   // Sets `statements` to the call statements of `listing`, in the order of the calls. Always RUN_SUCCESS.
   unsigned SWFDeCompilerMain(Lines& listing, Lines& statements);
+
+  // A replay of a listing while it is made: its lines go to lineTaker(), between the two calls. `statements` is set as
+  // above; to none if the time is spent by then, as it would have been before a replay of the whole listing.
+  void beginReplay();
+  ListingTaker& lineTaker() { return taker_; }
+  void endReplay(Lines& statements);
 
   // Whether kMaxReplayBytes ended the last replay.
   bool isCut() const { return full_; }
@@ -76,10 +77,6 @@ class DeCompiler {
   unsigned handleActionStartDrag(Lines argumentLines);
   unsigned handleActionCastOp(Lines argumentLines);
 
-  // The handlers of the records whose field lines are read, for lines that stay where they are.
-  unsigned readActionPush(ArgumentLines lines);
-  unsigned readActionDefineFunction2(ArgumentLines lines);
-
   // ---- simple handlers: rows of SimpleHandlers.h --------------------------------------------------------------------
 
 #define TARVO_DECLARE_HANDLER(action, pops, pushed) unsigned handleAction##action(Lines argumentLines);
@@ -87,26 +84,46 @@ class DeCompiler {
 #undef TARVO_DECLARE_HANDLER
 
  private:
+  class Taker : public ListingTaker {
+   public:
+    explicit Taker(DeCompiler& replay) : replay_(replay) {}
+    void expect(std::size_t) override {}
+    void take(const ListedLine& line) override { replay_.takeLine(line); }
+
+   private:
+    DeCompiler& replay_;
+  };
+
+  void takeLine(const ListedLine& line);
+  void takeText(std::string_view line);
+  template <typename Line>
+  void takeFields(const Line& line);
+  void startRecord(const ReplayRow* row);
+  template <typename Line>
+  void pushFields(const Line& line);
+  template <typename Line>
+  void readFunctionFields(const Line& line);
+
   bool has(std::size_t entries) const {
     return stack_.size() >= entries;
   }
-  std::string pop();
-  std::string popValue();
+  std::string_view popValue();
   void popUpTo(long count);
   unsigned popAndPush(std::size_t pops, const char* pushed);
-  static std::string valuePart(std::string entry);
   bool build(std::string& text, std::string_view piece);
-  void keepBuilt(std::deque<std::string>& place, std::string text);
-  void pushBuilt(const char* kind, const std::string& text);
+  bool fits(std::size_t bytes);
+  void pushKept(std::string_view entry);
+  void pushBuilt(std::string_view kind, std::string_view text);
   void appendArguments(std::string& text, long count, bool commaBehindTheLast);
   void recordCall(std::string text, long count);
-  const std::string* findVariable(const std::string& name, bool withValue) const;
 
   std::array<std::string, 256> registers_;
-  std::deque<std::string> stack_;  // the top is at the back
-  Lines variableNames_;
-  Lines variableValues_;  // parallel to the names
-  std::deque<std::string> statements_;
+  EntryStack stack_;
+  std::string member_;  // the text of a member read under construction
+  Lines statements_;
+  const ReplayRow* row_ = nullptr;  // of the record whose argument lines are being taken
+  std::size_t preloads_ = 0;        // of the function whose head is being taken, and one more
+  Taker taker_{*this};
   std::size_t builtBytes_ = 0;
   bool full_ = false;
 };

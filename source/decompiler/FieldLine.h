@@ -2,12 +2,11 @@
 
 #include <string_view>
 
+#include "swf/ListedLine.h"
+
 // Field lines of a listing and stack entries, taken apart: "ActionPush#@x441#type#@x442#0#@x441#value#@x442#hello".
 
 namespace FlashEngine_1_00 {
-
-constexpr std::string_view kFieldSeparator = "#@x441#";
-constexpr std::string_view kValueSeparator = "#@x442#";
 
 // Calls `use` with each piece of `text` between separators that is not empty, as long as it returns true.
 template <typename Use>
@@ -31,7 +30,7 @@ inline bool splitInTwo(std::string_view text, std::string_view separator, std::s
   return pieces == 2;
 }
 
-// Calls `use` with the key and the value of each field, as long as it returns true.
+// Calls `use` with the key and the value of each field that has both, as long as it returns true.
 template <typename Use>
 void forEachPair(std::string_view line, const Use& use) {
   forEachPiece(line, kFieldSeparator, [&](std::string_view field) {
@@ -39,6 +38,13 @@ void forEachPair(std::string_view line, const Use& use) {
     std::string_view value;
     return !splitInTwo(field, kValueSeparator, key, value) || use(key, value);
   });
+}
+
+// The same for a line in parts, as it is if no value holds a separator and nothing is cut off.
+template <typename Use>
+void forEachPair(const ListedLine& line, const Use& use) {
+  for (const ListedLine::Field& field : line)
+    if (!field.value.empty() && !use(field.key, field.value)) return;
 }
 
 }  // namespace FlashEngine_1_00

@@ -3,8 +3,8 @@
 // Those that only pop and push a placeholder are rows of SimpleHandlers.h. Test: tests/decompiler/DeCompiler_test.cpp.
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
-#include <cstdlib>
 #include <limits>
 
 #include "decompiler/DeCompiler.h"
@@ -19,9 +19,13 @@ constexpr const char* kRegisterNames[] = {"this", "arguments", "super", "_root",
 
 // A decimal count or register number; clamped to 32 bits on every machine, 0 if it is none.
 long number(std::string_view text) {
-  return static_cast<long>(std::clamp<long long>(std::strtoll(std::string(text).c_str(), nullptr, 10),
-                                                 std::numeric_limits<std::int32_t>::min(),
-                                                 std::numeric_limits<std::int32_t>::max()));
+  text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+  if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+  std::int32_t value = 0;
+  const std::from_chars_result end = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (end.ec != std::errc::result_out_of_range) return value;
+  using Limits = std::numeric_limits<std::int32_t>;
+  return text[0] == '-' ? Limits::min() : Limits::max();
 }
 
 bool contains(std::string_view text, std::string_view piece) {
@@ -37,58 +41,51 @@ bool namesAPreload(std::string_view text) {
 
 // ---- the stack ------------------------------------------------------------------------------------------------------
 
-// The top of the stack, which is not empty, is taken off it.
-std::string DeCompiler::pop() {
-  std::string top = std::move(stack_.back());
-  stack_.pop_back();
-  return top;
-}
-
-// The same without its kind: "string#@x441#tv" is "tv".
-std::string DeCompiler::popValue() {
-  return valuePart(pop());
+// The value part of the top of the stack, which is not empty, is taken off it: "string#@x441#tv" is "tv"; an entry that
+// has no kind has no value. To be used before the next entry is pushed.
+std::string_view DeCompiler::popValue() {
+  std::string_view kind;
+  std::string_view value;
+  return splitInTwo(stack_.pop(), kFieldSeparator, kind, value) ? value : std::string_view();
 }
 
 // Takes `count` entries off the stack, or all if there are fewer.
 void DeCompiler::popUpTo(long count) {
-  for (; count > 0 && has(1); --count)
-    stack_.pop_back();
+  if (count > 0) stack_.drop(std::min(static_cast<std::size_t>(count), stack_.size()));
 }
 
 // Takes `pops` entries off the stack, none if there are fewer, and puts `pushed` there unless it is null.
 unsigned DeCompiler::popAndPush(std::size_t pops, const char* pushed) {
-  if (has(pops)) popUpTo(static_cast<long>(pops));
-  if (pushed != nullptr) keepBuilt(stack_, pushed);
+  if (has(pops)) stack_.drop(pops);
+  if (pushed != nullptr) pushKept(pushed);
   return RUN_SUCCESS;
 }
 
-// What stands behind the kind of a stack entry; empty if it has none.
-std::string DeCompiler::valuePart(std::string entry) {
-  std::string_view kind;
-  std::string_view value;
-  if (!splitInTwo(entry, kFieldSeparator, kind, value)) return std::string();
-  const auto begin = static_cast<std::size_t>(value.data() - entry.data());
-  return entry.erase(begin + value.size()).erase(0, begin);
-}
-
-// Appends `piece` to a text under construction. False, and the end of the replay, if it would be one too many.
-bool DeCompiler::build(std::string& text, std::string_view piece) {
-  full_ = full_ || text.size() + piece.size() > kMaxReplayBytes - builtBytes_;
-  if (!full_) text += piece;
+// Whether `bytes` more of text may be made. If not, the replay ends.
+bool DeCompiler::fits(std::size_t bytes) {
+  full_ = full_ || bytes > kMaxReplayBytes - builtBytes_;
   return !full_;
 }
 
-// Puts a finished text on the stack, or on the list of statements, if it still fits.
-void DeCompiler::keepBuilt(std::deque<std::string>& place, std::string text) {
-  full_ = full_ || text.size() > kMaxReplayBytes - builtBytes_;
-  if (full_) return;
-  builtBytes_ += text.size();
-  place.push_back(std::move(text));
+// Appends `piece` to a text under construction, if that fits.
+bool DeCompiler::build(std::string& text, std::string_view piece) {
+  if (fits(text.size() + piece.size())) text += piece;
+  return !full_;
 }
 
-void DeCompiler::pushBuilt(const char* kind, const std::string& text) {
-  std::string entry;
-  if (build(entry, kind) && build(entry, kFieldSeparator) && build(entry, text)) keepBuilt(stack_, std::move(entry));
+// Puts a finished text on the stack, if it still fits.
+void DeCompiler::pushKept(std::string_view entry) {
+  if (!fits(entry.size())) return;
+  builtBytes_ += entry.size();
+  stack_.push(entry);
+}
+
+// The same for a result of the kind `kind`; `text` is no part of the stack's.
+void DeCompiler::pushBuilt(std::string_view kind, std::string_view text) {
+  const std::size_t size = kind.size() + kFieldSeparator.size() + text.size();
+  if (!fits(size)) return;
+  builtBytes_ += size;
+  stack_.pushRoom().assign(kind).append(kFieldSeparator).append(text);
 }
 
 // Pops up to `count` arguments and appends their value parts, with a comma behind each but the `count`-th; or, without
@@ -105,56 +102,47 @@ void DeCompiler::recordCall(std::string text, long count) {
   appendArguments(text, count, true);
   if (!build(text, ")")) return;
   pushBuilt("returnValueOfFunction", text);
-  keepBuilt(statements_, std::move(text));
-}
-
-// The value of the first variable whose name holds `name` (and that has a value, if asked for); null if there is none.
-const std::string* DeCompiler::findVariable(const std::string& name, bool withValue) const {
-  for (std::size_t i = 0; i < variableNames_.size(); ++i) {
-    if (contains(variableNames_[i], name) && !(withValue && variableValues_[i].empty())) {
-      return &variableValues_[i];
-    }
-  }
-  return nullptr;
+  if (!fits(text.size())) return;
+  builtBytes_ += text.size();
+  statements_.push_back(std::move(text));
 }
 
 // ---- handlers with logic --------------------------------------------------------------------------------------------
 
 unsigned DeCompiler::handleActionPush(Lines argumentLines) {
-  return readActionPush({argumentLines.data(), argumentLines.data() + argumentLines.size()});
+  for (const std::string& line : argumentLines)
+    if (!full_) pushFields(std::string_view(line));
+  return RUN_SUCCESS;
 }
 
-unsigned DeCompiler::readActionPush(ArgumentLines lines) {
-  for (const std::string& line : lines) {
-    std::string entry;
-    bool isFirst = true;
-    bool copiesRegister = false;
-    forEachPair(line, [&](std::string_view key, std::string_view value) {
-      if (!isFirst) entry += kFieldSeparator;
-      isFirst = false;
-      if (!contains(key, "reg$")) {
-        entry += value;
-        return true;
-      }
-      const auto n = static_cast<unsigned long>(number(value));
-      if (n >= registers_.size()) return true;
-      copiesRegister = true;
-      return build(entry, registers_[n]);
-    });
-    if (full_) return RUN_SUCCESS;
-    if (copiesRegister) {
-      keepBuilt(stack_, std::move(entry));  // a short line can ask for a long register many times
-    } else {
-      stack_.push_back(std::move(entry));
+// Pushes the entry that an argument line makes.
+template <typename Line>
+void DeCompiler::pushFields(const Line& line) {
+  std::string& entry = stack_.pushRoom();
+  entry.clear();
+  bool isFirst = true;
+  bool copiesRegister = false;
+  forEachPair(line, [&](std::string_view key, std::string_view value) {
+    if (!isFirst) entry += kFieldSeparator;
+    isFirst = false;
+    if (!contains(key, "reg$")) {
+      entry += value;
+      return true;
     }
-  }
-  return RUN_SUCCESS;
+    const auto n = static_cast<unsigned long>(number(value));
+    if (n >= registers_.size()) return true;
+    copiesRegister = true;
+    return build(entry, registers_[n]);
+  });
+  // A short line can ask for a long register many times.
+  if (copiesRegister && fits(entry.size())) builtBytes_ += entry.size();
+  if (full_) stack_.drop(1);
 }
 
 unsigned DeCompiler::handleActionCallMethod(Lines) {
   const bool complete = has(3);
-  const std::string method = complete ? popValue() : std::string();
-  const std::string object = complete ? popValue() : std::string();
+  const std::string_view method = complete ? popValue() : std::string_view();
+  const std::string_view object = complete ? popValue() : std::string_view();
   const long count = complete ? number(popValue()) : 0;
   std::string text;
   if (build(text, object) && build(text, ".") && build(text, method) && build(text, "(")) recordCall(text, count);
@@ -163,7 +151,7 @@ unsigned DeCompiler::handleActionCallMethod(Lines) {
 
 unsigned DeCompiler::handleActionCallFunction(Lines) {
   const bool complete = has(2);
-  const std::string function = complete ? popValue() : std::string();
+  const std::string_view function = complete ? popValue() : std::string_view();
   const long count = complete ? number(popValue()) : 0;
   std::string text;
   if (build(text, function) && build(text, "(")) recordCall(text, count);
@@ -172,10 +160,12 @@ unsigned DeCompiler::handleActionCallFunction(Lines) {
 
 unsigned DeCompiler::handleActionNewObject(Lines) {
   const bool complete = has(2);
-  const std::string className = complete ? popValue() : std::string();
+  const std::string_view className = complete ? popValue() : std::string_view();
   const long count = complete ? number(popValue()) : 0;
   std::string text;
-  build(text, "new " + className + "(");
+  build(text, "new ");
+  build(text, className);
+  build(text, "(");
   appendArguments(text, count, false);
   build(text, ")");
   pushBuilt("newObject", text);
@@ -184,11 +174,15 @@ unsigned DeCompiler::handleActionNewObject(Lines) {
 
 unsigned DeCompiler::handleActionNewMethod(Lines) {
   const bool complete = has(3);
-  const std::string method = complete ? popValue() : std::string();
-  const std::string object = complete ? popValue() : std::string();
+  const std::string_view method = complete ? popValue() : std::string_view();
+  const std::string_view object = complete ? popValue() : std::string_view();
   const long count = complete ? number(popValue()) : 0;
   std::string text;
-  build(text, "new " + object + "." + method + "(");
+  build(text, "new ");
+  build(text, object);
+  build(text, ".");
+  build(text, method);
+  build(text, "(");
   appendArguments(text, count, false);
   build(text, ")");
   pushBuilt("New Method", text);
@@ -199,9 +193,13 @@ unsigned DeCompiler::handleActionInitObject(Lines) {
   const long count = has(1) ? number(popValue()) : 0;
   std::string text = "{";
   for (long taken = 0; taken < count && has(2) && !full_; ++taken) {
-    const std::string value = popValue();
-    const std::string name = popValue();
-    build(text, (taken > 0 ? "," : "") + name + ":\"" + value + "\"");
+    const std::string_view value = popValue();
+    const std::string_view name = popValue();
+    if (taken > 0) build(text, ",");
+    build(text, name);
+    build(text, ":\"");
+    build(text, value);
+    build(text, "\"");
   }
   build(text, "}");
   pushBuilt("InitObject", text);
@@ -215,23 +213,16 @@ unsigned DeCompiler::handleActionInitArray(Lines) {
 
 unsigned DeCompiler::handleActionGetMember(Lines) {
   const bool complete = has(2);
-  const std::string member = complete ? popValue() : std::string();
-  const std::string object = complete ? popValue() : std::string();
-  std::string name;
-  if (!build(name, object) || !build(name, ".") || !build(name, member)) return RUN_SUCCESS;
-  if (const std::string* value = findVariable(name, false)) {
-    stack_.push_back(*value);
-  } else {
-    pushBuilt("valueOfProperty", name);
-  }
+  const std::string_view member = complete ? popValue() : std::string_view();
+  const std::string_view object = complete ? popValue() : std::string_view();
+  member_.clear();
+  if (build(member_, object) && build(member_, ".") && build(member_, member)) pushBuilt("valueOfProperty", member_);
   return RUN_SUCCESS;
 }
 
+// No variable has a value: its name stays.
 unsigned DeCompiler::handleActionGetVariable(Lines) {
-  std::string entry = has(1) ? pop() : std::string();
-  const std::string* value = findVariable(valuePart(entry), true);
-  if (value != nullptr) entry = *value;
-  stack_.push_back(std::move(entry));
+  if (!has(1)) stack_.push("");
   return RUN_SUCCESS;
 }
 
@@ -246,37 +237,44 @@ unsigned DeCompiler::handleActionStoreRegister(Lines) {
   return RUN_SUCCESS;
 }
 
-unsigned DeCompiler::handleActionDefineFunction2(Lines argumentLines) {
-  return readActionDefineFunction2({argumentLines.data(), argumentLines.data() + argumentLines.size()});
-}
-
 // A function's body starts on an empty stack, with the preloaded names and its parameters' names in the registers.
-unsigned DeCompiler::readActionDefineFunction2(ArgumentLines lines) {
-  std::size_t preloads = 1;
-  const auto store = [&](unsigned long n, std::string_view value) {
-    if (n < registers_.size()) registers_[n] = value;
-  };
-  for (const std::string& line : lines) {
-    std::string_view parameter;  // the number of the register that the next field's value goes to
-    forEachPair(line, [&](std::string_view key, std::string_view value) {
-      if (parameter.data() != nullptr) {
-        store(static_cast<unsigned long>(number(parameter)), value);
-        parameter = {};
-        return true;
-      }
-      if (contains(key, "Preloaded") && namesAPreload(value)) store(preloads++, value);
-      if (contains(key, "reg$")) parameter = value;
-      return true;
-    });
-  }
+unsigned DeCompiler::handleActionDefineFunction2(Lines argumentLines) {
+  preloads_ = 1;
+  for (const std::string& line : argumentLines)
+    readFunctionFields(std::string_view(line));
   stack_.clear();
   return RUN_SUCCESS;
 }
 
+// Stores what a line of a function's head puts into a register.
+template <typename Line>
+void DeCompiler::readFunctionFields(const Line& line) {
+  const auto store = [&](unsigned long n, std::string_view value) {
+    if (n < registers_.size()) registers_[n] = value;
+  };
+  std::string_view parameter;  // the number of the register that the next field's value goes to
+  forEachPair(line, [&](std::string_view key, std::string_view value) {
+    if (parameter.data() != nullptr) {
+      store(static_cast<unsigned long>(number(parameter)), value);
+      parameter = {};
+      return true;
+    }
+    if (contains(key, "Preloaded") && namesAPreload(value)) store(preloads_++, value);
+    if (contains(key, "reg$")) parameter = value;
+    return true;
+  });
+}
+
+// For lines in parts and as text.
+template void DeCompiler::pushFields(const ListedLine& line);
+template void DeCompiler::pushFields(const std::string_view& line);
+template void DeCompiler::readFunctionFields(const ListedLine& line);
+template void DeCompiler::readFunctionFields(const std::string_view& line);
+
 unsigned DeCompiler::handleActionPushDuplicate(Lines) {
-  const std::string top = has(1) ? pop() : std::string();
-  stack_.push_back(top);
-  keepBuilt(stack_, top);
+  const std::string top = has(1) ? stack_.pop() : std::string();
+  stack_.push(top);
+  pushKept(top);
   return RUN_SUCCESS;
 }
 
@@ -287,7 +285,7 @@ unsigned DeCompiler::handleActionStackSwap(Lines) {
 
 unsigned DeCompiler::handleActionImplementsOp(Lines) {
   if (!has(2)) return RUN_SUCCESS;
-  (void)pop();
+  stack_.drop(1);
   popUpTo(number(popValue()));
   return RUN_SUCCESS;
 }
@@ -301,13 +299,13 @@ unsigned DeCompiler::handleActionStartDrag(Lines) {
   return RUN_SUCCESS;
 }
 
+// The value that is cast stays.
 unsigned DeCompiler::handleActionCastOp(Lines) {
-  std::string kept;
   if (has(2)) {
-    (void)pop();
-    kept = pop();
+    stack_.drop(1);
+  } else {
+    stack_.push("");
   }
-  stack_.push_back(std::move(kept));
   return RUN_SUCCESS;
 }
 

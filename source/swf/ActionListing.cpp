@@ -4,14 +4,16 @@
 // still to come of them waits on a stack. How a record's operands are printed is one row in the table below.
 // Test: tests/swf/Golden_test.cpp.
 
+#include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstring>
+#include <limits>
 
 #include "platform/Limits.h"
 #include "platform/TimeBudget.h"
 #include "swf/DeAssembler.h"
+#include "swf/LineList.h"
 #include "swf/RegisterNames.h"
 
 namespace FlashEngine_1_00 {
@@ -57,43 +59,6 @@ constexpr const char* kPropertyNames[] = {
 };
 static_assert(std::size(kPropertyNames) == 22);
 
-// "ActionPush#@x441#type#@x442#0#@x441#value#@x442#hello", cut at kMaxFieldLine bytes.
-class FieldLine {
- public:
-  explicit FieldLine(std::string_view name) { append(name); }
-
-  FieldLine& add(std::string_view key, std::string_view value) {
-    append("#@x441#");
-    append(key);
-    append("#@x442#");
-    append(value);
-    return *this;
-  }
-  FieldLine& add(std::string_view key, const char* value) { return add(key, std::string_view(value)); }
-  FieldLine& add(std::string_view key, long long value) { return addNumber(key, value, 10); }
-  FieldLine& addHex(std::string_view key, std::uint32_t value) { return addNumber(key, value, 16); }
-  FieldLine& addReal(std::string_view key, double value) {
-    std::array<char, 400> digits{};  // the largest double has 317 characters
-    const int size = std::snprintf(digits.data(), digits.size(), "%f", value);
-    return add(key, {digits.data(), static_cast<std::size_t>(size)});
-  }
-
-  std::string text() const { return {text_.data(), size_}; }
-
- private:
-  void append(std::string_view piece) { size_ += piece.copy(text_.data() + size_, kMaxFieldLine - size_); }
-
-  template <typename T>
-  FieldLine& addNumber(std::string_view key, T value, int base) {
-    std::array<char, 24> digits{};
-    const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), value, base).ptr;
-    return add(key, {digits.data(), static_cast<std::size_t>(end - digits.data())});
-  }
-
-  std::array<char, kMaxFieldLine> text_;
-  std::size_t size_ = 0;
-};
-
 // What is still to come of a record with nested blocks: lines, then a block of `size` bytes; none if it is negative.
 struct Rest {
   Lines lines;
@@ -109,26 +74,26 @@ struct OpenBlock {
 constexpr Position kNoBlock = -1;
 
 std::string oper(const char* name, const char* value) {
-  return FieldLine(name).add("oper", value).text();
+  return ListedLine::fieldLine(name).add("oper", value).text();
 }
 
 // SWF file format, ActionTry: flags, three sizes, and the name or the register of the catch block.
-std::vector<Rest> restsOfTry(Util util, const DeAssembler::Record& record) {
+std::vector<Rest> restsOfTry(const DeAssembler::Record& record) {
   static constexpr const char* kName = "ActionTry";
   Position at = record.at;
-  const unsigned flags = util.getByte(record.bytes, at);
-  const unsigned trySize = util.getWord(record.bytes, at);
-  const unsigned catchSize = util.getWord(record.bytes, at);
-  const unsigned finallySize = util.getWord(record.bytes, at);
+  const unsigned flags = readByte(record.bytes, at);
+  const unsigned trySize = readWord(record.bytes, at);
+  const unsigned catchSize = readWord(record.bytes, at);
+  const unsigned finallySize = readWord(record.bytes, at);
   std::vector<Rest> rests{{{oper(kName, "end")}, kNoBlock}};
   if ((flags & kTryHasFinally) != 0) rests.push_back({{oper(kName, "finally_block")}, finallySize});
   if ((flags & kTryHasCatch) != 0) {
-    FieldLine target(kName);
+    ListedLine target = ListedLine::fieldLine(kName);
     target.add("oper", "catch");
     if ((flags & kTryCatchInRegister) != 0) {
-      target.add("InRegNum", util.getByte(record.bytes, at));
+      target.add("InRegNum", readByte(record.bytes, at));
     } else {
-      target.add("InMem", util.getString(record.bytes, at, record.end()));
+      target.add("InMem", readText(record.bytes, at, record.end()));
     }
     rests.push_back({{target.text(), oper(kName, "catch_block")}, catchSize});
   }
@@ -136,18 +101,17 @@ std::vector<Rest> restsOfTry(Util util, const DeAssembler::Record& record) {
   return rests;
 }
 
-// What comes behind the operands of `record`, last first; nothing for most.
-std::vector<Rest> restsOf(Util util, const DeAssembler::Record& record) {
+// What comes behind the operands of `record`, a With or a Try, last first.
+std::vector<Rest> restsOf(const DeAssembler::Record& record) {
   Position at = record.at;
-  if (record.code == kWith) return {{{oper("ActionWith", "end")}, kNoBlock}, {{}, util.getWord(record.bytes, at)}};
-  if (record.code == kTry) return restsOfTry(util, record);
-  return {};
+  if (record.code == kTry) return restsOfTry(record);
+  return {{{oper("ActionWith", "end")}, kNoBlock}, {{}, readWord(record.bytes, at)}};
 }
 
 // Where a Jump or If leads: its offset counts from its end.
-Position branchTarget(Util util, const DeAssembler::Record& record, std::int16_t* offset) {
+Position branchTarget(const DeAssembler::Record& record, std::int16_t* offset) {
   Position at = record.at;
-  *offset = static_cast<std::int16_t>(util.getWord(record.bytes, at));
+  *offset = static_cast<std::int16_t>(readWord(record.bytes, at));
   return record.base + record.end() + *offset;
 }
 
@@ -157,7 +121,6 @@ Position branchTarget(Util util, const DeAssembler::Record& record, std::int16_t
 template <typename Reach, typename UseRecord, typename UseLines, typename Stops>
 void walk(const ByteView& block, Position base, const Reach& reach, const UseRecord& useRecord,
           const UseLines& useLines, const Stops& stops) {
-  Util util;
   std::vector<OpenBlock> open{{block.size(), {}}};
   Position at = 0;
   for (int records = 0; !open.empty() && !stops();) {
@@ -170,8 +133,8 @@ void walk(const ByteView& block, Position base, const Reach& reach, const UseRec
       continue;
     }
     Position operands = at;
-    const auto code = static_cast<int>(util.getByte(block, operands));
-    const Position length = code >= kHasOperands ? util.getWord(block, operands) : 0;
+    const auto code = static_cast<int>(readByte(block, operands));
+    const Position length = code >= kHasOperands ? readWord(block, operands) : 0;
     const Position end = operands + length;
     if (at < current.end) reach(at);
     if (at >= current.end || end > current.end) {
@@ -184,7 +147,7 @@ void walk(const ByteView& block, Position base, const Reach& reach, const UseRec
     useRecord(record);
     at = end;
     if (++records == kMaxRecords) return;
-    current.rests = restsOf(util, record);
+    if (code == kWith || code == kTry) current.rests = restsOf(record);
   }
 }
 
@@ -193,62 +156,63 @@ void walk(const ByteView& block, Position base, const Reach& reach, const UseRec
 // Prints the operands of one record.
 class RecordPrinter {
  public:
-  RecordPrinter(DeAssembler& listing, const DeAssembler::Record& record, Lines& lines)
-      : listing_(listing), record_(record), at_(record.at), lines_(lines) {}
+  RecordPrinter(DeAssembler& listing, const DeAssembler::Record& record, ListingTaker& taker)
+      : listing_(listing), record_(record), at_(record.at), taker_(taker) {}
 
-  using Print = void (RecordPrinter::*)(const char* name);
+  using Print = void (RecordPrinter::*)(std::string_view name);
 
-  void gotoFrame(const char* name) { add(FieldLine(name).add("value", word())); }
-  void storeRegister(const char* name) { add(FieldLine(name).add("reg", byte())); }
-  void setTarget(const char* name) { add(FieldLine(name).add("targetName", string())); }
-  void goToLabel(const char* name) { add(FieldLine(name).add("label", string())); }
-  void strictMode(const char* name) { add(FieldLine(name).add("oper", byte() != 0 ? "On" : "Off")); }
-  void with(const char* name) { addOper(name, "start"); }
-  void tryBlock(const char* name) { addOper(name, "start"); }
+  void gotoFrame(std::string_view name) { add(ListedLine::fieldLine(name).add("value", word())); }
+  void storeRegister(std::string_view name) { add(ListedLine::fieldLine(name).add("reg", byte())); }
+  void setTarget(std::string_view name) { add(ListedLine::fieldLine(name).add("targetName", string())); }
+  void goToLabel(std::string_view name) { add(ListedLine::fieldLine(name).add("label", string())); }
+  void strictMode(std::string_view name) { add(ListedLine::fieldLine(name).add("oper", byte() != 0 ? "On" : "Off")); }
+  void with(std::string_view name) { addOper(name, "start"); }
+  void tryBlock(std::string_view name) { addOper(name, "start"); }
 
-  void getUrl(const char* name) {
-    add(FieldLine(name).add("urlString", string()));
-    add(FieldLine(name).add("targetString", string()));
+  void getUrl(std::string_view name) {
+    add(ListedLine::fieldLine(name).add("urlString", string()));
+    add(ListedLine::fieldLine(name).add("targetString", string()));
   }
 
-  void waitForFrame(const char* name) {
-    add(FieldLine(name).add("start", word()));
-    add(FieldLine(name).add("end", byte()));
+  void waitForFrame(std::string_view name) {
+    add(ListedLine::fieldLine(name).add("start", word()));
+    add(ListedLine::fieldLine(name).add("end", byte()));
   }
 
-  void waitForFrame2(const char* name) {
+  void waitForFrame2(std::string_view name) {
     addOper(name, "start");
     addOper(name, "end");
   }
 
-  void constantPool(const char* name) {
+  void constantPool(std::string_view name) {
     listing_.constantPool_.clear();
     listing_.poolSeen_ = true;
     for (unsigned left = word(); left > 0; --left) {
-      if (atEnd()) return add(FieldLine(name).add("value", "constant pool length error"));
-      listing_.constantPool_.push_back(string());
-      add(FieldLine(name).add("value", listing_.constantPool_.back()));
+      if (atEnd()) return add(ListedLine::fieldLine(name).add("value", "constant pool length error"));
+      const std::string_view value = string();
+      listing_.constantPool_.emplace_back(value);
+      add(ListedLine::fieldLine(name).add("value", value));
     }
   }
 
   // SWF file format, ActionDefineFunction: name, parameters, size of the body, which follows in the same block.
-  void defineFunction(const char* name) {
+  void defineFunction(std::string_view name) {
     addOper(name, "start");
-    add(FieldLine(name).add("fName", string()));
+    add(ListedLine::fieldLine(name).add("fName", string()));
     for (unsigned left = word(); left > 0 && !atEnd(); --left)
-      add(FieldLine(name).add("argname", string()));
+      add(ListedLine::fieldLine(name).add("argname", string()));
     addOper(name, "end");
   }
 
   // SWF file format, ActionDefineFunction2: name, numbers of parameters and registers, flags, parameters.
-  void defineFunction2(const char* name) {
+  void defineFunction2(std::string_view name) {
     addOper(name, "start");
-    const std::string functionName = string();
+    const std::string_view functionName = string();
     const unsigned parameters = word();
     const unsigned registers = byte();
     const unsigned flags = word();
-    add(FieldLine(name).add("nregisters", registers).add("numParams", parameters));
-    add(FieldLine(name).add("fName", functionName));
+    add(ListedLine::fieldLine(name).add("nregisters", registers).add("numParams", parameters));
+    add(ListedLine::fieldLine(name).add("fName", functionName));
     std::array<bool, 256> taken{};
     registerFlags(name, flags, taken);
     for (unsigned left = parameters; left > 0 && !atEnd(); --left)
@@ -256,21 +220,21 @@ class RecordPrinter {
     addOper(name, "end");
   }
 
-  void push(const char* name) {
+  void push(std::string_view name) {
     while (!atEnd())
       pushedValue(name);
   }
 
-  void branch(const char* name) {
+  void branch(std::string_view name) {
     std::int16_t offset = 0;
-    const Position target = branchTarget(listing_.util_, record_, &offset);
-    add(FieldLine(name)
+    const Position target = branchTarget(record_, &offset);
+    add(ListedLine::fieldLine(name)
             .addHex("offset", static_cast<std::uint32_t>(offset))
             .addHex("address", static_cast<std::uint32_t>(target)));
   }
 
   // SWF file format, ActionGetURL2: the method in the two low bits, what is loaded in the two high ones.
-  void getUrl2(const char* name) {
+  void getUrl2(std::string_view name) {
     static constexpr const char* kFlags[4][3] = {
         {"None", "GET", "POST"},
         {"loadMovie", "loadMovie GET", "loadMovie POST"},
@@ -279,14 +243,14 @@ class RecordPrinter {
     };
     const unsigned flags = byte();
     const bool known = (flags & 0x3C) == 0 && (flags & 3) < 3;
-    add(FieldLine(name).add("flag", known ? kFlags[flags >> 6][flags & 3] : "unknown"));
+    add(ListedLine::fieldLine(name).add("flag", known ? kFlags[flags >> 6][flags & 3] : "unknown"));
   }
 
   // SWF file format, ActionGotoFrame2: bit 0 plays, bit 1 says that a scene bias follows.
-  void gotoFrame2(const char* name) {
+  void gotoFrame2(std::string_view name) {
     static constexpr const char* kModes[] = {"AndStop", "AndPlay", "AndStopSkip", "AndPlaySkip"};
     const unsigned flags = byte();
-    FieldLine line(name);
+    ListedLine line = ListedLine::fieldLine(name);
     line.add("oper", flags < std::size(kModes) ? kModes[flags] : "unknown");
     if (flags >= std::size(kModes)) {
       line.add("value", flags);
@@ -296,47 +260,48 @@ class RecordPrinter {
     add(line);
   }
 
-  void unknown(const char* name) {
-    add(FieldLine(name).add("type", record_.code));
-    add(FieldLine(name).add("Oper", "Show_Hex_Data"));
+  void unknown(std::string_view name) {
+    add(ListedLine::fieldLine(name).add("type", record_.code));
+    add(ListedLine::fieldLine(name).add("Oper", "Show_Hex_Data"));
   }
 
  private:
   bool atEnd() const { return at_ >= record_.end(); }
-  unsigned byte() { return listing_.util_.getByte(record_.bytes, at_); }
-  unsigned word() { return listing_.util_.getWord(record_.bytes, at_); }
-  std::uint32_t doubleWord() { return listing_.util_.getDoubleWord(record_.bytes, at_); }
-  std::string string() { return listing_.util_.getString(record_.bytes, at_, record_.end()); }
+  unsigned byte() { return readByte(record_.bytes, at_); }
+  unsigned word() { return readWord(record_.bytes, at_); }
+  std::uint32_t doubleWord() { return readDoubleWord(record_.bytes, at_); }
+  std::string_view string() { return readText(record_.bytes, at_, record_.end()); }
 
-  void add(const FieldLine& line) { listing_.addLine(lines_, line.text()); }
-  void addOper(const char* name, const char* value) { listing_.addLine(lines_, oper(name, value)); }
+  void add(const ListedLine& line) { listing_.addLine(taker_, line); }
+  void addOper(std::string_view name, std::string_view value) { add(ListedLine::fieldLine(name).add("oper", value)); }
 
-  void registerFlags(const char* name, unsigned flags, std::array<bool, 256>& taken) {
+  void registerFlags(std::string_view name, unsigned flags, std::array<bool, 256>& taken) {
     unsigned known = 0;
     std::size_t preloaded = 0;  // they go to registers 1, 2, ...
     for (std::size_t i = 0; i < kRegisterNameCount; ++i) {
       const bool preloads = (flags & arPreFlags[i]) != 0;
       const bool suppresses = (flags & arSupFlags[i]) != 0;
       known |= static_cast<unsigned>(arPreFlags[i] | arSupFlags[i]);
-      if (preloads) add(FieldLine(name).add("Preloaded", arNames[i]));
-      if (suppresses) add(FieldLine(name).add("Suppressed", arNames[i]));
-      if (preloads && suppresses) add(FieldLine(name).add("error", "Preload and suppress flags are both set"));
+      if (preloads) add(ListedLine::fieldLine(name).add("Preloaded", arNames[i]));
+      if (suppresses) add(ListedLine::fieldLine(name).add("Suppressed", arNames[i]));
+      if (preloads && suppresses)
+        add(ListedLine::fieldLine(name).add("error", "Preload and suppress flags are both set"));
       if (preloads) taken[++preloaded] = true;
     }
-    if ((flags & ~known) != 0) add(FieldLine(name).add("error", "unknown Register flag"));
+    if ((flags & ~known) != 0) add(ListedLine::fieldLine(name).add("error", "unknown Register flag"));
   }
 
-  void parameter(const char* name, std::array<bool, 256>& taken) {
+  void parameter(std::string_view name, std::array<bool, 256>& taken) {
     const unsigned number = byte();
-    const std::string parameterName = string();
-    if (number == 0) return add(FieldLine(name).add("mem", "fix").add("param", parameterName));
-    add(FieldLine(name).add("reg$", number).add("param", parameterName));
-    if (taken[number]) add(FieldLine(name).add("error", "Duplicate register allocation"));
+    const std::string_view parameterName = string();
+    if (number == 0) return add(ListedLine::fieldLine(name).add("mem", "fix").add("param", parameterName));
+    add(ListedLine::fieldLine(name).add("reg$", number).add("param", parameterName));
+    if (taken[number]) add(ListedLine::fieldLine(name).add("error", "Duplicate register allocation"));
     taken[number] = true;
   }
 
   // SWF file format, ActionPush: a type byte and a value of that type.
-  void pushedValue(const char* name) {
+  void pushedValue(std::string_view name) {
     static constexpr Print kTypes[] = {
         &RecordPrinter::pushString,     &RecordPrinter::pushFloat,    &RecordPrinter::pushNull,
         &RecordPrinter::pushUndefined,  &RecordPrinter::pushRegister, &RecordPrinter::pushBoolean,
@@ -345,49 +310,51 @@ class RecordPrinter {
     };
     const unsigned type = byte();
     if (type < std::size(kTypes)) return (this->*kTypes[type])(name);
-    add(FieldLine(name).add("type", "@").add("type", type));
+    add(ListedLine::fieldLine(name).add("type", "@").add("type", type));
   }
 
-  static FieldLine pushed(const char* name, int type) {
-    FieldLine line(name);
-    line.add("type", type);
-    return line;
+  void pushString(std::string_view name) { add(ListedLine::fieldLine(name).add("type", "0").add("value", string())); }
+  void pushNull(std::string_view name) { add(ListedLine::fieldLine(name).add("type", "2").add("value", "null")); }
+  void pushRegister(std::string_view name) { add(ListedLine::fieldLine(name).add("type", "4").add("reg$", byte())); }
+  void pushBoolean(std::string_view name) {
+    add(ListedLine::fieldLine(name).add("type", "5").add("value", byte() != 0 ? "TRUE" : "FALSE"));
+  }
+  void pushInteger(std::string_view name) {
+    add(ListedLine::fieldLine(name).add("type", "7").add("value", static_cast<std::int32_t>(doubleWord())));
+  }
+  void pushConstant8(std::string_view name) {
+    add(ListedLine::fieldLine(name).add("type", "8").add("value", constant(byte())));
+  }
+  void pushConstant16(std::string_view name) {
+    add(ListedLine::fieldLine(name).add("type", "9").add("value", constant(word())));
   }
 
-  void pushString(const char* name) { add(pushed(name, 0).add("value", string())); }
-  void pushNull(const char* name) { add(pushed(name, 2).add("value", "null")); }
-  void pushRegister(const char* name) { add(pushed(name, 4).add("reg$", byte())); }
-  void pushBoolean(const char* name) { add(pushed(name, 5).add("value", byte() != 0 ? "TRUE" : "FALSE")); }
-  void pushInteger(const char* name) { add(pushed(name, 7).add("value", static_cast<std::int32_t>(doubleWord()))); }
-  void pushConstant8(const char* name) { add(pushed(name, 8).add("value", constant(byte()))); }
-  void pushConstant16(const char* name) { add(pushed(name, 9).add("value", constant(word()))); }
-
-  void pushUndefined(const char* name) {
+  void pushUndefined(std::string_view name) {
     // KEPT: this type alone is written without the separators. The decompiler and hosts read it so.
     // (test UndefinedHasNoSeparators)
-    listing_.addLine(lines_, std::string(name) + "#type:3#value:undefined");
+    add(ListedLine(std::string(name) + "#type:3#value:undefined"));
   }
 
   // The last value before GetProperty is the number of a property, if it can be one.
-  void pushFloat(const char* name) {
+  void pushFloat(std::string_view name) {
     const std::uint32_t bits = doubleWord();
     float value = 0;
     std::memcpy(&value, &bits, sizeof value);
     const bool isProperty = atEnd() && record_.next == kGetProperty && value >= 0 &&
                             value < static_cast<float>(std::size(kPropertyNames)) && value == std::floor(value);
     if (isProperty) {
-      add(pushed(name, 1).add("value", kPropertyNames[static_cast<std::size_t>(value)]));
+      add(ListedLine::fieldLine(name).add("type", "1").add("value", kPropertyNames[static_cast<std::size_t>(value)]));
     } else {
-      add(pushed(name, 1).addReal("value", static_cast<double>(value)));
+      add(ListedLine::fieldLine(name).add("type", "1").addReal("value", static_cast<double>(value)));
     }
   }
 
-  void pushDouble(const char* name) {  // the high word comes first
+  void pushDouble(std::string_view name) {  // the high word comes first
     const std::uint64_t high = doubleWord();
     const std::uint64_t bits = high << 32 | doubleWord();
     double value = 0;
     std::memcpy(&value, &bits, sizeof value);
-    add(pushed(name, 6).addReal("value", value));
+    add(ListedLine::fieldLine(name).add("type", "6").addReal("value", value));
   }
 
   std::string_view constant(unsigned index) const {
@@ -399,23 +366,23 @@ class RecordPrinter {
   DeAssembler& listing_;
   const DeAssembler::Record& record_;
   Position at_;
-  Lines& lines_;
+  ListingTaker& taker_;
 };
 
 namespace {
 
 struct ActionRow {
   int code;
-  const char* name;               // of the name line, in brackets
-  const char* fieldName;          // of its field lines
+  std::string_view name;          // of the name line, in brackets
+  std::string_view fieldName;     // of its field lines
   RecordPrinter::Print operands;  // null: no field lines
 };
 
 // A record without operands, and one whose field lines carry its own name.
-constexpr ActionRow plain(int code, const char* name) {
-  return {code, name, nullptr, nullptr};
+constexpr ActionRow plain(int code, std::string_view name) {
+  return {code, name, {}, nullptr};
 }
-constexpr ActionRow with(int code, const char* name, RecordPrinter::Print operands) {
+constexpr ActionRow with(int code, std::string_view name, RecordPrinter::Print operands) {
   return {code, name, name, operands};
 }
 
@@ -543,7 +510,16 @@ const ActionRow& rowOf(int code) {
 
 }  // namespace
 
+std::string_view actionName(int code) {
+  return rowOf(code).name;
+}
+
 void DeAssembler::getActionBlock(const ByteView& block, Position base, std::vector<std::string>& lines) {
+  LineList list(lines, listedBytes_);
+  listBlock(block, base, list);
+}
+
+void DeAssembler::listBlock(const ByteView& block, Position base, ListingTaker& taker) {
   BudgetWatch budget;
   const auto stop = [&] { return listingFull_ || budget.spent(); };
   std::size_t records = 0;
@@ -551,64 +527,61 @@ void DeAssembler::getActionBlock(const ByteView& block, Position base, std::vect
     ++records;
     if (record.code != kJump && record.code != kIf) return;
     std::int16_t offset = 0;
-    const auto target = static_cast<std::uint32_t>(branchTarget(util_, record, &offset));
-    if (branchTargets_.size() >= kMaxBranchTargets) return;
-    branchTargets_.insert(target);
-    mayBeTarget_.set(target % mayBeTarget_.size());
+    const auto target = static_cast<std::uint32_t>(branchTarget(record, &offset));
+    if (branchTargets_.size() < kMaxBranchTargets) branchTargets_.insert(branchTargets_.end(), target);
   };
   walk(
       block, base, [](Position) {}, collectTarget, [](const Lines&) {}, stop);
 
-  makeRoom(lines, records);  // each has a line at least
+  taker.expect(records);  // each has a line at least
+  auto next = branchTargets_.begin();
+  std::uint32_t last = std::numeric_limits<std::uint32_t>::max();
   const auto label = [&](Position at) {
     const auto position = static_cast<std::uint32_t>(base + at);
-    if (!mayBeTarget_[position % mayBeTarget_.size()] || branchTargets_.count(position) == 0) return;
-    std::array<char, 16> identifier{};
-    (void)std::snprintf(identifier.data(), identifier.size(), "0x%x", static_cast<unsigned>(position));
-    addLine(lines, "----EMPTY----");
-    addLine(lines, std::string("Label#@x442#") + identifier.data());
+    if (position < last) next = branchTargets_.lower_bound(position);  // at first, and where positions start again
+    last = position;
+    while (next != branchTargets_.end() && *next < position)
+      ++next;
+    if (next == branchTargets_.end() || *next != position) return;
+    addLine(taker, ListedLine("----EMPTY----"));
+    std::array<char, 32> identifier{};
+    const int size =
+        std::snprintf(identifier.data(), identifier.size(), "Label#@x442#0x%x", static_cast<unsigned>(position));
+    addLine(taker, ListedLine({identifier.data(), static_cast<std::size_t>(size)}));
   };
-  const auto list = [&](const Record& record) { printActionRecord(record, lines); };
+  const auto list = [&](const Record& record) { listRecord(record, taker); };
   const auto addRest = [&](const Lines& rest) {
     for (const std::string& line : rest)
-      addLine(lines, line);
+      addLine(taker, ListedLine(line));
   };
   walk(block, base, label, list, addRest, stop);
 }
 
 bool branchesIntoRecord(const ByteView& block) {
-  Util util;
   std::vector<bool> starts(static_cast<std::size_t>(block.size()) + 1);  // of records; the end counts as one
   starts.back() = true;
-  bool branches = false;
-  const auto ignoreLines = [](const Lines&) {};
-  const auto goOn = [] { return false; };
+  std::vector<std::uint32_t> targets;  // inside the block
   walk(
       block, 0, [&](Position at) { starts[static_cast<std::size_t>(at)] = true; },
-      [&](const DeAssembler::Record& record) { branches = branches || record.code == kJump || record.code == kIf; },
-      ignoreLines, goOn);
-  if (!branches) return false;
-  bool intoRecord = false;
-  const auto checkTarget = [&](const DeAssembler::Record& record) {
-    if (record.code != kJump && record.code != kIf) return;
-    std::int16_t offset = 0;
-    const Position target = branchTarget(util, record, &offset);
-    const bool isInside = target >= 0 && target < block.size();
-    intoRecord = intoRecord || (isInside && !starts[static_cast<std::size_t>(target)]);
-  };
-  walk(
-      block, 0, [](Position) {}, checkTarget, ignoreLines, [&] { return intoRecord; });
-  return intoRecord;
+      [&](const DeAssembler::Record& record) {
+        if (record.code != kJump && record.code != kIf) return;
+        std::int16_t offset = 0;
+        const Position target = branchTarget(record, &offset);
+        if (target >= 0 && target < block.size()) targets.push_back(static_cast<std::uint32_t>(target));
+      },
+      [](const Lines&) {}, [] { return false; });
+  return std::any_of(targets.begin(), targets.end(), [&](std::uint32_t target) { return !starts[target]; });
 }
 
 void DeAssembler::printActionRecord(const Record& record, std::vector<std::string>& lines) {
+  LineList list(lines, listedBytes_);
+  listRecord(record, list);
+}
+
+void DeAssembler::listRecord(const Record& record, ListingTaker& taker) {
   const ActionRow& row = rowOf(record.code);
-  const std::string_view name = row.name;
-  std::string line(name.size() + 2, ']');
-  line[0] = '[';
-  name.copy(&line[1], name.size());
-  addLine(lines, std::move(line));
-  if (row.operands != nullptr) (RecordPrinter(*this, record, lines).*row.operands)(row.fieldName);
+  addLine(taker, ListedLine::nameLine(row.name, record.code));
+  if (row.operands != nullptr) (RecordPrinter(*this, record, taker).*row.operands)(row.fieldName);
 }
 
 }  // namespace FlashEngine_1_00

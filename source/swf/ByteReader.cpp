@@ -10,24 +10,22 @@ Util::Util() = default;
 Util::~Util() = default;
 
 unsigned Util::getByte(const ByteView& data, Position& position) {
-  return data.at(position++);
+  return readByte(data, position);
 }
 
 unsigned Util::getWord(const ByteView& data, Position& position) {
-  const unsigned low = getByte(data, position);
-  return low | getByte(data, position) << 8;
+  return readWord(data, position);
 }
 
 std::uint32_t Util::getDoubleWord(const ByteView& data, Position& position) {
-  const std::uint32_t low = getWord(data, position);
-  return low | static_cast<std::uint32_t>(getWord(data, position)) << 16;
+  return readDoubleWord(data, position);
 }
 
 unsigned Util::getBitsValue(int& bitsLeft, unsigned& current, const ByteView& data, Position& position, int count) {
   std::uint32_t value = 0;
   for (; count > 0; --count) {
     if (bitsLeft == 0) {
-      current = getByte(data, position);
+      current = readByte(data, position);
       bitsLeft = 8;
     }
     value = value << 1 | (current >> --bitsLeft & 1);
@@ -36,10 +34,7 @@ unsigned Util::getBitsValue(int& bitsLeft, unsigned& current, const ByteView& da
 }
 
 std::string Util::getString(const ByteView& data, Position& position, Position end) {
-  const std::string_view text = data.textAt(position, end);
-  const Position behind = position + static_cast<Position>(text.size());
-  position = std::min(behind + 1, std::max(position, end));  // with the zero byte, if that comes before the end
-  return std::string(text);
+  return std::string(readText(data, position, end));
 }
 
 void Util::skipTagLengh(const ByteView&, Position& position, std::uint32_t length, Position total) {

@@ -39,6 +39,26 @@ class ByteView {
   Position size_;
 };
 
+// One, two and four bytes, and the bytes up to the next zero byte or to `end`; the position moves behind them. In line,
+// for whoever reads many: Util has the same for hosts.
+inline unsigned readByte(const ByteView& data, Position& position) {
+  return data.at(position++);
+}
+inline unsigned readWord(const ByteView& data, Position& position) {
+  const unsigned low = readByte(data, position);
+  return low | readByte(data, position) << 8;
+}
+inline std::uint32_t readDoubleWord(const ByteView& data, Position& position) {
+  const std::uint32_t low = readWord(data, position);
+  return low | static_cast<std::uint32_t>(readWord(data, position)) << 16;
+}
+inline std::string_view readText(const ByteView& data, Position& position, Position end) {
+  const std::string_view text = data.textAt(position, end);
+  const Position behind = position + static_cast<Position>(text.size());
+  position = std::min(behind + 1, std::max(position, end));  // with the zero byte, if that comes before the end
+  return text;
+}
+
 // Byte and bit reader over a view and a position that the caller holds. Multi-byte integers are little-endian (SWF file
 // format, integer types); positions may pass the end of the data, where everything reads as zero.
 class Util {

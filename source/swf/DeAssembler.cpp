@@ -14,6 +14,7 @@
 #include "platform/Limits.h"
 #include "platform/Log.h"
 #include "platform/TimeBudget.h"
+#include "swf/LineList.h"
 #include "swf/TagNames.h"
 
 namespace FlashEngine_1_00 {
@@ -35,10 +36,18 @@ constexpr const char* kSpriteEnd =
     " ------------ ActionScript ASM Code From TAG_DEFINEMOVIECLIP End   ------------- \r";
 
 // What `line` takes in memory.
-std::size_t bytesOf(const std::string& line) {
+std::size_t bytesOf(const ListedLine& line) {
   static_assert(sizeof(std::string) <= kLineBytes);
-  return kLineBytes + (line.size() > kMaxShortLine ? line.size() + kLineBlockBytes : 0);
+  const std::size_t size = line.size();
+  return kLineBytes + (size > kMaxShortLine ? size + kLineBlockBytes : 0);
 }
+
+// For a walk that lists nothing.
+class NoLines : public ListingTaker {
+ public:
+  void expect(std::size_t) override {}
+  void take(const ListedLine&) override {}
+};
 
 // An open zlib stream.
 class Inflater {
@@ -122,6 +131,11 @@ DeAssembler::DeAssembler() = default;
 DeAssembler::~DeAssembler() = default;
 
 RunResult DeAssembler::SWFDeAssemblerMain(std::string path, std::vector<std::string>& lines) {
+  LineList list(lines, listedBytes_);
+  return listFile(path, list);
+}
+
+RunResult DeAssembler::listFile(const std::string& path, ListingTaker& taker) {
   if (timeBudgetSpent()) return RUN_TIME_LIMIT;
   const File file = openInput(path);
   if (file == nullptr) return RUN_SWF_OPEN_FAILED;
@@ -132,12 +146,12 @@ RunResult DeAssembler::SWFDeAssemblerMain(std::string path, std::vector<std::str
     image.reserve(kSwfChunk);
     code = readImage(file.get(), image);
   } catch (const std::bad_alloc&) {
-    TARVO_LOG("[%s] Memory Allocation(malloc) Fail ", __func__);
+    TARVO_LOG_AS("SWFDeAssemblerMain", "[%s] Memory Allocation(malloc) Fail ", "SWFDeAssemblerMain");
     return RUN_SWF_BUFFER_ALLOC_FAILED;
   }
   if (image.size() <= kSignatureBytes) return code;
   const ByteView whole(image.data(), static_cast<Position>(image.size()));
-  (void)SWFDeAssemble(whole.slice(kSignatureBytes, whole.size()), lines);
+  (void)listTags(whole.slice(kSignatureBytes, whole.size()), taker);
   CheckProcessingTime(" ---->DeAssemble_AfterSWFDeAssemble");
   return code;
 }
@@ -170,6 +184,11 @@ RunResult DeAssembler::unCompressSWF(std::FILE* file, std::vector<unsigned char>
 }
 
 RunResult DeAssembler::SWFDeAssemble(const ByteView& data, std::vector<std::string>& lines) {
+  LineList list(lines, listedBytes_);
+  return listTags(data, list);
+}
+
+RunResult DeAssembler::listTags(const ByteView& data, ListingTaker& taker) {
   Position position = 1;                      // behind the version
   (void)util_.getDoubleWord(data, position);  // file length
   unsigned current = util_.getByte(data, position);
@@ -186,13 +205,13 @@ RunResult DeAssembler::SWFDeAssemble(const ByteView& data, std::vector<std::stri
   while (nextTag(data, position, &code, &length)) {
     if (code == kTagDoAction) {
       if (length == 0 || length > kMaxScriptBlock) continue;
-      addLine(lines, kDoActionStart);
-      listScript(data, position, length, lines);
-      addLine(lines, kDoActionEnd);
+      addLine(taker, ListedLine(kDoActionStart));
+      listScript(data, position, length, taker);
+      addLine(taker, ListedLine(kDoActionEnd));
     } else if (code == kTagSprite) {
-      addLine(lines, kSpriteStart);
-      movieClipTagParse(data, position, lines);
-      addLine(lines, kSpriteEnd);
+      addLine(taker, ListedLine(kSpriteStart));
+      listSprite(data, position, taker);
+      addLine(taker, ListedLine(kSpriteEnd));
     } else {
       skipTag(data, position, length);
     }
@@ -215,13 +234,12 @@ void DeAssembler::TagHeaderParsing(const ByteView& data, Position& position, int
 }
 
 // Lists a script block of `length` bytes, as far as they are there.
-void DeAssembler::listScript(const ByteView& data, Position& position, std::uint32_t length,
-                             std::vector<std::string>& lines) {
+void DeAssembler::listScript(const ByteView& data, Position& position, std::uint32_t length, ListingTaker& taker) {
   const ByteView block = data.slice(position, length);
   if (visit_ != nullptr) {
     (*visit_)(position, block);
   } else {
-    getActionBlock(block, position + static_cast<Position>(kSignatureBytes), lines);
+    listBlock(block, position + static_cast<Position>(kSignatureBytes), taker);
   }
   position += length;
 }
@@ -236,13 +254,18 @@ void DeAssembler::skipTag(const ByteView& data, Position& position, std::uint32_
 }
 
 void DeAssembler::visitScripts(const ByteView& data, const Visit& visit) {
-  std::vector<std::string> none;
+  NoLines none;
   visit_ = &visit;
-  (void)SWFDeAssemble(data, none);
+  (void)listTags(data, none);
   visit_ = nullptr;
 }
 
 void DeAssembler::movieClipTagParse(const ByteView& data, Position& position, std::vector<std::string>& lines) {
+  LineList list(lines, listedBytes_);
+  listSprite(data, position, list);
+}
+
+void DeAssembler::listSprite(const ByteView& data, Position& position, ListingTaker& taker) {
   // KEPT: a sprite's own id and frame count are read as its first tag header. Hosts compare listings.
   // (test SpriteIdIsReadAsTag)
   int code = 0;
@@ -251,7 +274,7 @@ void DeAssembler::movieClipTagParse(const ByteView& data, Position& position, st
     if (code != kTagDoAction) {
       skipTag(data, position, length);
     } else if (length != 0 && length <= kMaxScriptBlock) {
-      listScript(data, position, length, lines);
+      listScript(data, position, length, taker);
     }
   }
 }
@@ -270,7 +293,6 @@ void DeAssembler::CheckProcessingTime(std::string) {}
 
 void DeAssembler::resetMemberVariable() {
   branchTargets_.clear();
-  mayBeTarget_.reset();
   listedBytes_ = 0;
   listingFull_ = false;
   constantPool_.clear();
@@ -282,24 +304,14 @@ bool DeAssembler::stops() const {
   return visit_ == nullptr && (listingFull_ || timeBudgetSpent());
 }
 
-// Makes room for `count` more lines, or as many as still fit. While a list grows it stands twice in memory: where it
-// gets longer than half of all, it grows no more after that.
-void DeAssembler::makeRoom(std::vector<std::string>& lines, std::size_t count) const {
-  if (lines.capacity() - lines.size() >= count) return;
-  const std::size_t most = lines.size() + (kMaxListingBytes - listedBytes_) / kLineBytes;
-  const std::size_t wanted = lines.size() + std::max(count, lines.size());
-  lines.reserve(wanted > most / 2 ? most : wanted);
-}
-
-// Appends a line if there is room for it; if not, the listing ends with the line before.
-void DeAssembler::addLine(std::vector<std::string>& lines, std::string line) {
+// Hands on a line if there is room for it; if not, the listing ends with the line before.
+void DeAssembler::addLine(ListingTaker& taker, const ListedLine& line) {
   if (visit_ != nullptr) return;
   const std::size_t bytes = bytesOf(line);
   listingFull_ = listingFull_ || bytes > kMaxListingBytes - listedBytes_;
   if (listingFull_) return;
-  makeRoom(lines, 1);
   listedBytes_ += bytes;
-  lines.push_back(std::move(line));
+  taker.take(line);
 }
 
 }  // namespace FlashEngine_1_00

@@ -1,14 +1,14 @@
 #pragma once
 
-#include <bitset>
 #include <cstdint>
 #include <cstdio>
 #include <functional>
+#include <set>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include "swf/ByteReader.h"
+#include "swf/ListedLine.h"
 #include "tarvo/RunResult.h"
 
 namespace FlashEngine_1_00 {
@@ -32,6 +32,9 @@ class DeAssembler {
   // Appends the listing of the file at `path` to `lines`. RUN_SUCCESS, or one of the RUN_SWF_... codes or
   // RUN_TIME_LIMIT; what could be listed of a damaged file is in `lines` all the same.
   RunResult SWFDeAssemblerMain(std::string path, std::vector<std::string>& lines);
+
+  // The same with each line given to `taker` as it is made.
+  RunResult listFile(const std::string& path, ListingTaker& taker);
 
   // The first three bytes; empty if there are fewer.
   std::string getSWFHeader(std::FILE* file);
@@ -92,16 +95,18 @@ class DeAssembler {
   friend class RecordPrinter;
 
   bool stops() const;
-  void makeRoom(std::vector<std::string>& lines, std::size_t count) const;
-  void addLine(std::vector<std::string>& lines, std::string line);
+  void addLine(ListingTaker& taker, const ListedLine& line);
   bool nextTag(const ByteView& data, Position& position, int* code, std::uint32_t* length);
   void skipTag(const ByteView& data, Position& position, std::uint32_t length);
-  void listScript(const ByteView& data, Position& position, std::uint32_t length, std::vector<std::string>& lines);
+  RunResult listTags(const ByteView& data, ListingTaker& taker);
+  void listSprite(const ByteView& data, Position& position, ListingTaker& taker);
+  void listScript(const ByteView& data, Position& position, std::uint32_t length, ListingTaker& taker);
+  void listBlock(const ByteView& block, Position base, ListingTaker& taker);
+  void listRecord(const Record& record, ListingTaker& taker);
   RunResult readImage(std::FILE* file, std::vector<unsigned char>& image);
 
   Util util_;
-  std::unordered_set<std::uint32_t> branchTargets_;  // positions, kMaxBranchTargets at most
-  std::bitset<8192> mayBeTarget_;  // by the low bits of a position: most are told apart without a look
+  std::set<std::uint32_t> branchTargets_;  // positions, kMaxBranchTargets at most
   std::size_t listedBytes_ = 0;
   bool listingFull_ = false;
   std::vector<std::string> constantPool_;

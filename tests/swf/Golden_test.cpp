@@ -41,6 +41,16 @@ Texts listingOf(const std::string& actions) {
   return lines;
 }
 
+// The statements of the movie at `path`, which is replayed as it is listed.
+Texts statementsWhileListed(const std::string& path) {
+  DeCompiler replay;
+  replay.beginReplay();
+  (void)DeAssembler().listFile(path, replay.lineTaker());
+  Texts statements;
+  replay.endReplay(statements);
+  return statements;
+}
+
 TEST(Golden, MoviesAreListedAndReplayedAsRead) {
   const std::string movie = testing::TempDir() + "golden.swf";
   int movies = 0;
@@ -55,13 +65,52 @@ TEST(Golden, MoviesAreListedAndReplayedAsRead) {
     (void)DeCompiler().SWFDeCompilerMain(lines, statements);
     EXPECT_EQ(joined(lines), fileText(fs::path(entry.path()).replace_extension(".listing"))) << entry.path();
     EXPECT_EQ(joined(statements), fileText(fs::path(entry.path()).replace_extension(".statements"))) << entry.path();
+    EXPECT_EQ(statementsWhileListed(movie), statements) << entry.path();
   }
   fs::remove(movie);
   EXPECT_EQ(movies, 10);
 }
 
+// Records whose lines, as texts, say something else than the records do. Their calls take all that is on the stack.
+TEST(Golden, AReplayWhileAMovieIsListedIsThatOfItsListing) {
+  const std::string movie = testing::TempDir() + "while-listed.swf";
+  const std::string function =
+      R"(function2 "g#@x441#Preloaded#@x442#this" registers 6 flags 0x2A (2:a 3:"a#@x441#b" 4:"#") {
+}
+)";
+  const std::string call = "\nPush 9, \"f\"\nCallFunction\n";
+  for (const std::string& actions : std::vector<std::string>{
+           "Push \"a#@x441#b\", \"#\", \"#@x442#\", \"\", \"a#@x441#b#@x442#c\"",
+           "Push \"" + std::string(1300, 'x') + "\", \"y\"",
+           "Push undefined, null, true, double 100, double -0.0, double 0.5, double 1e300, float 3, reg 200",
+           "Push \"a\", \"b\"\nAdd\nAdd2\nPush \"c\"\nPushDuplicate",
+           "Push \"a\", \"b\"\nGetURL \"[ActionPop]\" \"[ActionPush]\"",
+           "Push \"a\", \"b\"\nGoToLabel \"[ActionNot][ActionPop]\"\nGotoFrame2 1",
+           "Push \"a\", \"b\"\nraw 0xA5 01\nPush \"ActionPush\"\nJump 0\nPop",
+           "Push \"a\"\nConstantPool \"ActionGetMember\" \"#@x441#\"\nPush const8 1, const8 0, const8 7\nGetMember",
+           function + "Push reg 1, reg 2, reg 3, reg 4",
+       }) {
+    std::ofstream(movie, std::ios::binary) << swf_assembler::assemble("doaction {\n" + actions + call + "}\nend\n");
+    startTimeBudget();
+    Texts lines;
+    Texts statements;
+    (void)DeAssembler().SWFDeAssemblerMain(movie, lines);
+    (void)DeCompiler().SWFDeCompilerMain(lines, statements);
+    EXPECT_FALSE(statements.empty()) << actions;
+    EXPECT_EQ(statementsWhileListed(movie), statements) << actions;
+  }
+  fs::remove(movie);
+}
+
 TEST(Listing, UndefinedHasNoSeparators) {
   EXPECT_EQ(listingOf("Push undefined"), (Texts{"[ActionPush]", "ActionPush#type:3#value:undefined"}));
+}
+
+TEST(Listing, RealsHaveSixDigitsBehindThePoint) {
+  const std::string field = "ActionPush#@x441#type#@x442#6#@x441#value#@x442#";
+  EXPECT_EQ(listingOf("Push double 100, double -7, double -0.0, double 0.5, double 1e15, double -123456789012345"),
+            (Texts{"[ActionPush]", field + "100.000000", field + "-7.000000", field + "-0.000000", field + "0.500000",
+                   field + "1000000000000000.000000", field + "-123456789012345.000000"}));
 }
 
 TEST(Listing, GotoFrame2FieldsAreNamedGetProperty) {
