@@ -112,7 +112,9 @@ struct Extras {
   bool isLast = false;               // the process ends soon, and its memory as a whole: none is given back before
 };
 
-// The result does not depend on the order of files, nor on the cache or the threads.
-Result analyse(std::vector<File> files, const Database& database, const Limits& limits = {}, const Extras& extras = {});
+// The result does not depend on the order of files, nor on the cache or the threads. `files` stay as they are: they may
+// be as large as the application, and are not copied.
+Result analyse(const std::vector<File>& files, const Database& database, const Limits& limits = {},
+               const Extras& extras = {});
 
 }  // namespace flow
