@@ -382,10 +382,16 @@ void Analysis::addUnit(Unit& unit, bool isModule) {
   unit.isModule = isModule;
   if (!isModule) blankHtmlComments(unit.text);
   ParseLimits parse;
+  parse.work = std::min(parse.work, limits.parseWork - std::min(limits.parseWork, parseWork_));
+  parse.tokens -= std::min(parse.tokens, keptTokens_);
   Tree tree = extras.cache == nullptr ? parseScript(unit.text, parse) : extras.cache->parse(unit.text, parse);
   parsedBytes_ += unit.text.size();
+  parseWork_ += tree.work;
+  keptTokens_ += tree.keptTokens;
   if (!tree.isWhole) notRead.emplace(files[unit.file].path, "a script in it is too large or too broken to be parsed");
   unit.nodes = std::move(tree.nodes);
+  for (std::size_t tag = findTag(unit.text); tag != std::string::npos; tag = findTag(unit.text, tag + 1))
+    unit.tags.push_back(static_cast<std::uint32_t>(tag));
   resolveScopes(unit, names);
 }
 

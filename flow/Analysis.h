@@ -380,6 +380,8 @@ class Analysis {
   void finish();
   void addUnit(Unit& unit, bool isModule);
   std::size_t parsedBytes_ = 0;
+  std::uint64_t parseWork_ = 0;
+  std::uint64_t keptTokens_ = 0;
   bool haveMoviesRun_ = false;
   std::size_t boundsEntered_ = 0;
   friend struct ReportMaker;

@@ -1378,7 +1378,9 @@ class Body {
   bool isRest(Ast ast) const {
     const Ast left = childIn(nodes_, ast, Field::left);
     const Ast right = childIn(nodes_, ast, Field::right);
-    return left != 0 && right != 0 && unit_.text.find('%', nodes_[left].end) < nodes_[right].begin;
+    if (left == 0 || right == 0) return false;
+    const std::string_view sign = std::string_view(unit_.text).substr(0, nodes_[right].begin);
+    return sign.find('%', nodes_[left].end) != std::string_view::npos;
   }
 
   NodeId binary(Ast ast) {
@@ -1430,7 +1432,7 @@ class Body {
   }
 
   // Whether markup stands in an expression.
-  bool hasMarkup(Ast ast) const { return Analysis::isMarkup(unit_.textOf(ast)); }
+  bool hasMarkup(Ast ast) const { return unit_.hasTag(ast); }
 
   // Texts that a loop puts together are not known; of markup, each round's part is.
   NodeId plus(Ast ast, NodeId left, NodeId right) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "flow/Analysis.h"
+#include "flow/Words.h"
 
 namespace flow {
 namespace {
@@ -101,12 +102,7 @@ NodeId Analysis::withHoles(Where where, NodeId node) {
 }
 
 bool Analysis::isMarkup(std::string_view text) {
-  for (std::size_t at = text.find('<'); at != std::string_view::npos && at + 1 < text.size();
-       at = text.find('<', at + 1)) {
-    const char next = static_cast<char>(text[at + 1] | 0x20);
-    if (next >= 'a' && next <= 'z') return true;
-  }
-  return false;
+  return findTag(text) != std::string_view::npos;
 }
 
 void addMarkupModels(Analysis& analysis) {
