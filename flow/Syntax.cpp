@@ -348,6 +348,7 @@ class Work {
     if (done_ > limits_.work) stop();
   }
 
+  // What an error costs beside a token: so much, and one more for each so many errors before it.
   static constexpr std::uint64_t kError = 12;
   static constexpr std::uint64_t kErrorsForOne = 18;
 
@@ -444,6 +445,7 @@ Tree parseScript(std::string_view text, const ParseLimits& limits) {
   ts_parser_set_cancellation_flag(parser.get(), work.isStopped());
   std::unique_ptr<TSTree, void (*)(TSTree*)> parsed(ts_parser_parse(parser.get(), nullptr, source.input()),
                                                     ts_tree_delete);
+  currentWork = nullptr;
   none.work = work.done();
   if (!parsed) {
     if (work.hasErrors()) {

@@ -173,7 +173,7 @@ using Ast = std::uint32_t;  // index of a node; 0 is the program, and stands for
 struct Tree {
   std::vector<Node> nodes;
   bool isWhole = true;  // false: it was too much work, has more nodes than are kept, or is nested deeper than is parsed
-  std::uint64_t work = 0;
+  std::uint64_t work = 0;        // that it took, as ParseLimits counts it
   std::uint64_t keptTokens = 0;  // their memory is not given back
 };
 
@@ -186,7 +186,7 @@ struct ParseLimits {
   // How often the parser may read each part of the text, on the average: again and again where it is no script. Time
   // is for parsers that do not even read; it ends nothing that a slower machine would parse in seconds.
   std::uint32_t readings = 24;
-  std::uint64_t micros = 8'000'000;
+  std::uint64_t micros = 15'000'000;
 };
 
 // Never fails: any text has a tree. It is empty, and not whole, where the parser gave up.
