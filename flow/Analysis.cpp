@@ -22,21 +22,21 @@ constexpr const char* kMovieTail =
     "})(__tarvoMovie.flash, __tarvoMovie.ExternalInterface, __tarvoMovie.getURL, __tarvoMovie.setInterval, window, "
     "window, window);";
 // Whether a file may hold values that script asks for.
-bool isData(const std::string& text) {
+bool isData(std::string_view text) {
   const std::size_t begin = text.find_first_not_of(" \t\r\n");
-  return begin != std::string::npos && (text[begin] == '{' || text[begin] == '[');
+  return begin != std::string_view::npos && (text[begin] == '{' || text[begin] == '[');
 }
 
 constexpr std::size_t kMaxMoviePages = 8;  // that run a movie which none names
 
 }  // namespace
 
-Analysis::Analysis(std::vector<File> given, const Database& documented, const Limits& bounds, const Extras& wanted)
-    : files(std::make_move_iterator(given.begin()), std::make_move_iterator(given.end())),
-      database(documented),
-      limits(bounds),
-      extras(wanted) {
-  std::sort(files.begin(), files.end(), [](const File& a, const File& b) { return a.path < b.path; });
+Analysis::Analysis(const std::vector<File>& given, const Database& documented, const Limits& bounds,
+                   const Extras& wanted)
+    : database(documented), limits(bounds), extras(wanted) {
+  for (const File& file : given)
+    files.push_back({file.path, file.bytes, file.isMovie});
+  std::sort(files.begin(), files.end(), [](const ReadFile& a, const ReadFile& b) { return a.path < b.path; });
   const auto name = [this](const char* text) { return names.of(text); };
   known = {name("prototype"), name("constructor"), name("length"),  name("value"),     name("done"),
            name("next"),      name("@@iterator"),  name("then"),    name("get"),       name("set"),
@@ -65,7 +65,7 @@ Analysis::Analysis(std::vector<File> given, const Database& documented, const Li
 Result Analysis::run() {
   loadFiles();
   bool hasPlugin = false;
-  for (const File& file : files)
+  for (const ReadFile& file : files)
     hasPlugin = hasPlugin || namesPlugin(file.bytes, database.identifiers);
   if (!hasPlugin) return std::move(result);
   prepare();
@@ -73,7 +73,8 @@ Result Analysis::run() {
   for (int round = 0; round < kMaxRounds && !solver.isSpent(); ++round) {
     areGuardsOpen = round >= kMaxRounds / 2;
     solver.run();
-    bool isMore = linkGlobals();
+    bool isMore = runWaitingScripts();
+    if (!isMore) isMore = linkGlobals();
     if (!isMore) isMore = linkForeignIds();
     if (!isMore && !late.empty()) {
       const auto pending = std::move(late);
@@ -112,22 +113,14 @@ void Analysis::loadFiles() {
 
 void Analysis::prepare() {
   for (std::uint32_t i = 0; i < files.size(); ++i) {
-    File& file = files[i];
+    ReadFile& file = files[i];
     if (file.isMovie) {
-      file.bytes = kMovieHead + file.bytes + kMovieTail;
+      file.bytes = texts.emplace_back(kMovieHead + std::string(file.bytes) + kMovieTail);
       continue;
     }
-    if (!looksLikePage(file.path, file.bytes)) {
-      if (isScriptPath(file.path)) {
-        bool isSame = true;
-        std::string text = decode(file.bytes, false, isSame);
-        if (!isSame) file.bytes = std::move(text);
-      }
-      continue;
-    }
-    bool isSame = true;
-    std::string text = decode(file.bytes, true, isSame);
-    file.bytes = std::move(text);
+    const bool isPage = looksLikePage(file.path, file.bytes);
+    if (isPage || isScriptPath(file.path)) decodeFile(file);
+    if (!isPage) continue;
     if (file.bytes.size() > limits.pageBytes) {
       notRead.emplace(file.path, "the page is too large");
       continue;
@@ -139,15 +132,22 @@ void Analysis::prepare() {
   }
 }
 
+void Analysis::decodeFile(ReadFile& file) {
+  std::optional<std::string> text = decode(file.bytes);
+  if (text) file.bytes = texts.emplace_back(std::move(*text));
+}
+
 void Analysis::runPages() {
   for (std::uint32_t i = 0; i < pages.size(); ++i)
     newRealm(i);
+  std::set<std::string> ids;
   for (const ElementInfo& element : elements)
     if (!element.plugins.empty())
       for (const Name id : element.ids)
-        pluginIds.push_back(names.text(id));
+        ids.insert(names.text(id));
+  pluginIds.assign(ids.begin(), ids.end());
   chooseScripts();
-  const bool hasData = std::any_of(files.begin(), files.end(), [](const File& file) { return isData(file.bytes); });
+  const bool hasData = std::any_of(files.begin(), files.end(), [](const ReadFile& file) { return isData(file.bytes); });
   for (std::uint32_t i = 0; i < pages.size(); ++i) {
     if (hasData)
       loadModels(i,
@@ -162,10 +162,12 @@ void Analysis::runPages() {
 // them: each in the pages that name it. Where none does, script shows it, in any.
 void Analysis::runMovies() {
   if (std::exchange(haveMoviesRun_, true)) return;
-  const auto says = [](const File& file, const char* word) { return file.bytes.find(word) != std::string::npos; };
+  const auto says = [](const ReadFile& file, const char* word) {
+    return file.bytes.find(word) != std::string_view::npos;
+  };
   const bool isGiven = std::any_of(files.begin(), files.end(),
-                                   [&](const File& file) { return !file.isMovie && says(file, ".SetVariable("); });
-  const auto isAboutPlugins = [&](const File& movie) {
+                                   [&](const ReadFile& file) { return !file.isMovie && says(file, ".SetVariable("); });
+  const auto isAboutPlugins = [&](const ReadFile& movie) {
     return isGiven || says(movie, "\ngetURL(") || says(movie, "ExternalInterface.") ||
            namesPlugin(movie.bytes, database.identifiers) || namesAny(movie.bytes, pluginIds);
   };
@@ -174,7 +176,7 @@ void Analysis::runMovies() {
     if (!files[i].isMovie || !isAboutPlugins(files[i])) continue;
     const std::string name = files[i].path.substr(files[i].path.rfind('/') + 1);
     const auto isNamed = [&](std::uint32_t page) {
-      return files[pages[page].file].bytes.find(name) != std::string::npos;
+      return files[pages[page].file].bytes.find(name) != std::string_view::npos;
     };
     bool isNamedAtAll = false;
     for (std::uint32_t page = 0; page < pages.size(); ++page) {
@@ -212,12 +214,12 @@ void Analysis::chooseScripts() {
   }
   for (const Page& page : pages)
     scripts.push_back({files[page.file].bytes, true, false, {}});
-  for (const File& file : files)
+  for (const ReadFile& file : files)
     if (file.isMovie) scripts.push_back({file.bytes, true, false, {}});
   const std::vector<Relevance> found = relevanceOf(scripts, database.identifiers, pluginIds, extras.forEach);
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     relevances[numbers[i]] = found[i];
-    if (found[i] == Relevance::none && !scripts[i].isLibrary) files[numbers[i]].bytes = std::string();
+    if (found[i] == Relevance::none && !scripts[i].isLibrary) files[numbers[i]].bytes = {};
   }
 }
 
@@ -226,8 +228,8 @@ void Analysis::runUnreached() {
   std::uint32_t realm = kNone;
   for (std::uint32_t i = 0; i < files.size(); ++i) {
     if (filesRun.count(i) || !isScriptPath(files[i].path) || looksLikePage(files[i].path, files[i].bytes)) continue;
-    const std::string& text = files[i].bytes;
-    if (!namesPlugin(text, database.identifiers) && !namesAny(text, pluginIds)) continue;
+    const std::string_view text = files[i].bytes;
+    if (!isAboutPlugins(i)) continue;
     filesRun.insert(i);
     if (realm == kNone) {
       realm = newRealm(kNone);
@@ -240,6 +242,22 @@ void Analysis::runUnreached() {
     else
       runScript(unit, realm, single(realms[realm].window));
   }
+}
+
+// Large scripts of pages that turned out to have to do with plug-ins.
+bool Analysis::runWaitingScripts() {
+  // Frames see each other's worlds.
+  const bool haveFrames = std::any_of(realms.begin(), realms.end(), [](const Realm& realm) { return realm.hasFrames; });
+  std::vector<PageScript> ready;
+  std::vector<PageScript> waiting;
+  for (const PageScript& script : waitingScripts)
+    (haveFrames || realms[script.realm].hasToDoWithPlugins ? ready : waiting).push_back(script);
+  waitingScripts = std::move(waiting);
+  for (const auto& [realm, file] : ready) {
+    const std::uint32_t unit = unitOfFile(file, false);
+    if (unit != kNone) runScript(unit, realm, single(realms[realm].window));
+  }
+  return !ready.empty();
 }
 
 // A global that no script writes is the element of that id.
@@ -281,6 +299,7 @@ bool Analysis::linkForeignIds() {
         if (found == realms[other].byId.end() || solver.isEmpty(found->second)) continue;
         for (const Arrival& arrival : std::vector<Arrival>(solver.values(found->second)))
           solver.add(node, arrival.value, 0, 1);
+        realms[r].hasToDoWithPlugins = true;
         isMore = true;
       }
     }
@@ -370,10 +389,16 @@ void Analysis::addUnit(Unit& unit, bool isModule) {
   unit.isModule = isModule;
   if (!isModule) blankHtmlComments(unit.text);
   ParseLimits parse;
+  parse.work = std::min(parse.work, limits.parseWork - std::min(limits.parseWork, parseWork_));
+  parse.tokens -= std::min(parse.tokens, keptTokens_);
   Tree tree = extras.cache == nullptr ? parseScript(unit.text, parse) : extras.cache->parse(unit.text, parse);
   parsedBytes_ += unit.text.size();
+  parseWork_ += tree.work;
+  keptTokens_ += tree.keptTokens;
   if (!tree.isWhole) notRead.emplace(files[unit.file].path, "a script in it is too large or too broken to be parsed");
   unit.nodes = std::move(tree.nodes);
+  for (std::size_t tag = findTag(unit.text); tag != std::string::npos; tag = findTag(unit.text, tag + 1))
+    unit.tags.push_back(static_cast<std::uint32_t>(tag));
   resolveScopes(unit, names);
 }
 
@@ -383,7 +408,7 @@ std::uint32_t Analysis::unitOfFile(std::uint32_t file, bool isModule) {
   if (found != unitByFile.end()) return found->second;
   std::uint32_t& made = unitByFile[key];
   made = kNone;
-  const std::string& text = files[file].bytes;
+  const std::string_view text = files[file].bytes;
   const std::string library = libraryOf(text);
   if (!library.empty()) {
     result.libraries.push_back({library, files[file].path});
@@ -479,13 +504,14 @@ ObjectId Analysis::moduleExports(std::uint32_t realm, std::uint32_t file, bool i
   if (found != modules.end()) return found->second;
   modules[key] = kNobody;
   // What a module loader loads and is no module shares its variables with all.
-  const std::string& text = files[file].bytes;
+  const std::string_view text = files[file].bytes;
   const bool isJson = isData(text) && !isScriptPath(files[file].path);
   const std::uint32_t unit =
-      isJson ? unitOfText((isEs ? "export default " : "module.exports = ") + text, file, 0, false, true)
+      isJson ? unitOfText((isEs ? "export default " : "module.exports = ") + std::string(text), file, 0, false, true)
              : unitOfFile(file, isEs || looksLikeModule(text) || looksLikeCommonJs(text));
   if (unit == kNone) return kNobody;
   filesRun.insert(file);
+  enterFile(realm, file);
   const Where where{unit, 0};
   const ObjectId module = newObject(Class::plain, where);
   const ObjectId exports = newObject(Class::plain, where);
@@ -502,8 +528,8 @@ ObjectId Analysis::moduleExports(std::uint32_t realm, std::uint32_t file, bool i
   return module;
 }
 
-Result analyse(std::vector<File> files, const Database& database, const Limits& limits, const Extras& extras) {
-  auto analysis = std::make_unique<Analysis>(std::move(files), database, limits, extras);
+Result analyse(const std::vector<File>& files, const Database& database, const Limits& limits, const Extras& extras) {
+  auto analysis = std::make_unique<Analysis>(files, database, limits, extras);
   Result result = analysis->run();
   if (extras.cache != nullptr) extras.cache->endRun();
   if (extras.isLast) (void)analysis.release();  // a fifth of the time goes into giving back a million small pieces

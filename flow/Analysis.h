@@ -143,6 +143,13 @@ struct Realm {
   NodeId messages = 0;
   bool isReached = true;
   bool hasFrames = false;
+  bool hasToDoWithPlugins = false;  // one is in it, or a file that names one
+};
+
+// A script that a page loads.
+struct PageScript {
+  std::uint32_t realm = 0;
+  std::uint32_t file = 0;
 };
 
 // What a module loader was configured with.
@@ -171,11 +178,19 @@ struct Handed {
   Args args;
 };
 
+// A file as it is read: as UTF-8, and of a movie within what it stands in.
+struct ReadFile {
+  std::string path;
+  std::string_view bytes;  // of the file, of one of `texts`, or of a model
+  bool isMovie = false;
+};
+
 class Analysis {
  public:
   using Native = void (*)(Analysis&, const CallInfo&);
 
-  Analysis(std::vector<File> files, const Database& database, const Limits& limits, const Extras& extras);
+  // `given` must outlive this.
+  Analysis(const std::vector<File>& given, const Database& database, const Limits& limits, const Extras& extras);
   Result run();
 
   // ---- Units: scripts, parsed once --------------------------------------------------------------------------------
@@ -274,6 +289,7 @@ class Analysis {
   void loadPage(std::uint32_t page);
   void loadScript(std::uint32_t realm, const PageElement& element);
   void loadScriptFile(std::uint32_t realm, std::uint32_t file, bool isModule);
+  void enterFile(std::uint32_t realm, std::uint32_t file);  // what it says comes into that world
   void loadMainModule(std::uint32_t realm, const std::string& name);
   void loadAttribute(std::uint32_t realm, std::uint32_t index, const PageAttribute& attribute);
   bool loadScriptUrl(std::uint32_t realm, const PageAttribute& attribute);
@@ -289,6 +305,7 @@ class Analysis {
   void setAttribute(Value element, const std::string& attribute, const std::string& value, Where where);
   void addHandlerText(std::uint32_t realm, const std::string& text, Where where, NodeId self);
   void addPlugin(ElementInfo& element, const std::string& text);
+  bool isAboutPlugins(std::uint32_t file);  // whether it names one, or an id of one
   std::uint32_t realmOf(ActId act) const { return act == kNobody ? 0 : acts[act].realm; }
   void runText(const std::string& text, const Where& where, std::uint32_t realm, NodeId result, ActId act);
   void loadModels(std::uint32_t realm, std::string_view of);  // those of the libraries that a text has
@@ -309,7 +326,8 @@ class Analysis {
   std::deque<Realm> realms;
   std::deque<Unit> units;
   std::vector<Page> pages;
-  std::deque<File> files;  // models come as further ones
+  std::deque<ReadFile> files;     // by path; models come as further ones
+  std::deque<std::string> texts;  // of files that are not read as they are
   std::vector<Recorded> recorded;
   std::vector<Handed> handed;
   std::vector<std::pair<Site, NodeId>> textsRun;                // by eval and its like
@@ -342,6 +360,8 @@ class Analysis {
   std::set<std::uint32_t> libraryFiles;
   std::vector<std::string> pluginIds;             // of the pages' elements
   std::map<std::uint32_t, Relevance> relevances;  // of script files
+  std::map<std::uint32_t, bool> aboutPlugins;     // files that name one, or do not
+  std::vector<PageScript> waitingScripts;         // of worlds that may never have to do with plug-ins
   Result result;
   Database database;
   Limits limits;
@@ -365,6 +385,7 @@ class Analysis {
   void passListed(const Test& test, const Arrival& value, const std::function<void()>& pass);
   void prepare();
   void loadFiles();
+  void decodeFile(ReadFile& file);
   void runPages();
   void runMovies();
   void runMovie(std::uint32_t file, std::uint32_t realm);
@@ -374,9 +395,12 @@ class Analysis {
   bool enterUncalledBounds();
   bool linkGlobals();
   bool linkForeignIds();
+  bool runWaitingScripts();
   void finish();
   void addUnit(Unit& unit, bool isModule);
   std::size_t parsedBytes_ = 0;
+  std::uint64_t parseWork_ = 0;
+  std::uint64_t keptTokens_ = 0;
   bool haveMoviesRun_ = false;
   std::size_t boundsEntered_ = 0;
   friend struct ReportMaker;

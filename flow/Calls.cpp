@@ -503,6 +503,7 @@ ObjectId Analysis::closureObject(std::uint32_t unit, DefIndex def, ActId env, Wh
 }
 
 ActId Analysis::runScript(std::uint32_t unit, std::uint32_t realm, NodeId self, NodeId scope) {
+  if (!units[unit].isModel) enterFile(realm, units[unit].file);
   acts.emplace_back();
   const auto id = static_cast<ActId>(acts.size() - 1);
   Activation& act = acts.back();

@@ -34,6 +34,7 @@ struct Limits {
   std::size_t scriptBytes = 3'000'000;  // of one script; its tree takes a hundred times that
   std::size_t pageBytes = 8'000'000;
   std::size_t parsedBytes = 12'000'000;  // of all scripts that are read
+  std::uint64_t parseWork = 6'000'000;   // for all of them (ParseLimits)
   std::size_t nodes = 700'000;           // of the graph
   std::uint64_t steps = 12'000'000;      // values that go along edges, and what hears of them
 };
@@ -112,7 +113,9 @@ struct Extras {
   bool isLast = false;               // the process ends soon, and its memory as a whole: none is given back before
 };
 
-// The result does not depend on the order of files, nor on the cache or the threads.
-Result analyse(std::vector<File> files, const Database& database, const Limits& limits = {}, const Extras& extras = {});
+// The result does not depend on the order of files, nor on the cache or the threads. `files` stay as they are: they may
+// be as large as the application, and are not copied.
+Result analyse(const std::vector<File>& files, const Database& database, const Limits& limits = {},
+               const Extras& extras = {});
 
 }  // namespace flow

@@ -242,7 +242,7 @@ void appendUtf8(std::uint32_t point, std::string& text) {
   }
 }
 
-std::string fromUtf16(const std::string& bytes, std::size_t begin, bool isBig) {
+std::string fromUtf16(std::string_view bytes, std::size_t begin, bool isBig) {
   std::string text;
   const auto unit = [&](std::size_t at) {
     const auto first = static_cast<unsigned char>(bytes[at]);
@@ -281,22 +281,14 @@ bool isUtf8(std::string_view text) {
 
 }  // namespace
 
-std::string decode(const std::string& bytes, bool, bool& isSame) {
-  isSame = false;
+std::optional<std::string> decode(std::string_view bytes) {
   const auto byte = [&](std::size_t at) { return at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 256; };
   if (byte(0) == 0xFF && byte(1) == 0xFE) return fromUtf16(bytes, 2, false);
   if (byte(0) == 0xFE && byte(1) == 0xFF) return fromUtf16(bytes, 2, true);
   if (byte(0) == '<' && byte(1) == 0 && byte(3) == 0) return fromUtf16(bytes, 0, false);
-  if (byte(0) == 0xEF && byte(1) == 0xBB && byte(2) == 0xBF) {
-    // Three blanks in place of the mark keep all offsets.
-    std::string text = bytes;
-    text.replace(0, 3, "   ");
-    isSame = true;
-    return text;
-  }
-  isSame = true;
-  if (isUtf8(bytes)) return bytes;
-  isSame = false;
+  // Three blanks keep all offsets.
+  if (byte(0) == 0xEF && byte(1) == 0xBB && byte(2) == 0xBF) return std::string(bytes).replace(0, 3, "   ");
+  if (isUtf8(bytes)) return std::nullopt;
   std::string text;
   text.reserve(bytes.size() + bytes.size() / 8);
   for (const char c : bytes)

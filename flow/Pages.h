@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -49,8 +50,9 @@ Page parsePage(std::string_view text);
 // Whether a text looks like a page, whatever it is called.
 bool looksLikePage(std::string_view path, std::string_view text);
 
-// The text of a file as UTF-8, with the encoding that a browser finds. `isSame` says whether nothing changed.
-std::string decode(const std::string& bytes, bool isPage, bool& isSame);
+// The text of a file as UTF-8, with the encoding that a browser finds, and blanks in place of a byte order mark;
+// nothing if that is what its bytes are.
+std::optional<std::string> decode(std::string_view bytes);
 
 // `target` as a path within the application, seen from `from`; empty where it is elsewhere.
 std::string resolvePath(std::string_view from, std::string_view target);

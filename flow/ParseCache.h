@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -12,10 +14,16 @@ namespace flow {
 // scripts stay as they were.
 class ParseCache {
  public:
-  // What parseScript gives for `text`.
+  // What parseScript gives for `text`, where limits differ in work and tokens only.
   Tree parse(const std::string& text, const ParseLimits& limits) {
     Entry& entry = entries_[text];
-    if (!entry.isThere) entry.tree = parseScript(text, limits);
+    const bool isSame = (entry.work == limits.work && entry.tokens == limits.tokens) ||
+                        (entry.tree.isWhole && entry.tree.work <= std::min(limits.work, limits.tokens));
+    if (!entry.isThere || !isSame) {
+      entry.tree = parseScript(text, limits);
+      entry.work = limits.work;
+      entry.tokens = limits.tokens;
+    }
     entry.isThere = entry.isUsed = true;
     return entry.tree;
   }
@@ -35,6 +43,8 @@ class ParseCache {
  private:
   struct Entry {
     Tree tree;
+    std::uint64_t work = 0;  // what it was allowed
+    std::uint64_t tokens = 0;
     bool isThere = false;
     bool isUsed = false;
   };

@@ -44,7 +44,7 @@ struct ReportMaker {
   }
 
   Place placeIn(std::uint32_t file, std::size_t offset) {
-    const std::string& text = a.files[file].bytes;
+    const std::string_view text = a.files[file].bytes;
     auto& starts = lineStarts[file];
     if (starts.empty()) {
       starts.push_back(0);
@@ -176,7 +176,7 @@ struct ReportMaker {
     Place other = place(where);
     if (where.unit >= a.units.size() || a.units[where.unit].isExact) return other;
     const std::uint32_t file = a.units[where.unit].file;
-    const std::string& text = a.files[file].bytes;
+    const std::string_view text = a.files[file].bytes;
     const auto isPart = [&](std::size_t at) {
       if (at >= text.size()) return false;
       const auto c = static_cast<unsigned char>(text[at]);
@@ -422,7 +422,7 @@ struct ReportMaker {
   std::set<Name> declaredGlobals() const {
     std::set<Name> names;
     for (const Unit& unit : a.units) {
-      const File& file = a.files[unit.file];
+      const ReadFile& file = a.files[unit.file];
       if (unit.isModel || unit.isModule || unit.base != 0 || unit.defs.empty() || looksLikePage(file.path, file.bytes))
         continue;
       for (const Variable& variable : unit.defs.front().variables)

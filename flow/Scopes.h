@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -69,9 +70,15 @@ struct Unit {
   std::vector<Scope> scopes;        // the first is the script's
   std::vector<std::uint32_t> link;  // by node: of an identifier its entry in `refs`, of a function its def
   std::vector<VariableRef> refs;
+  std::vector<std::uint32_t> tags;  // where they may begin in the text
 
   std::string_view textOf(Ast ast) const {
     return std::string_view(text).substr(nodes[ast].begin, nodes[ast].end - nodes[ast].begin);
+  }
+
+  bool hasTag(Ast ast) const {
+    const auto tag = std::lower_bound(tags.begin(), tags.end(), nodes[ast].begin);
+    return tag != tags.end() && *tag + 1 < nodes[ast].end;
   }
 };
 

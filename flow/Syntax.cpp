@@ -4,6 +4,7 @@
 #include "flow/Syntax.h"
 
 #include <tree_sitter/api.h>
+#include <tree_sitter/parser.h>
 
 #include <algorithm>
 #include <array>
@@ -315,14 +316,80 @@ std::string withoutDepths(std::string_view text) {
   return shallow;
 }
 
+// What the parser does with a text, and when it is to stop. No clock: each machine parses the same.
+class Work {
+ public:
+  explicit Work(const ParseLimits& limits) : limits_(limits) {}
+
+  // `isError` where the parser takes any token, as none fits, and `isThere` whether there was one: it tries each byte.
+  void countToken(bool isError, bool isThere) {
+    if (++tokens_ > limits_.tokens) stop();
+    count(1);
+    // What was skipped before becomes a part of a new node, again.
+    if (isError && !isSkipping_) count(kError + ++errors_ / kErrorsForOne);
+    isSkipping_ = isError && !isThere;
+  }
+
+  // Something is looked for that the grammar's tables do not describe.
+  void countScan(bool isThere) {
+    if (isThere && ++tokens_ > limits_.tokens) stop();
+    count(1);
+  }
+
+  void stop() { stop_ = 1; }
+  const std::size_t* isStopped() const { return &stop_; }
+  std::uint64_t done() const { return done_; }
+  std::uint64_t tokens() const { return tokens_; }
+  bool hasErrors() const { return errors_ > 0; }
+
+ private:
+  void count(std::uint64_t work) {
+    done_ += work;
+    if (done_ > limits_.work) stop();
+  }
+
+  // What an error costs beside a token: so much, and one more for each so many errors before it.
+  static constexpr std::uint64_t kError = 12;
+  static constexpr std::uint64_t kErrorsForOne = 18;
+
+  const ParseLimits& limits_;
+  std::uint64_t done_ = 0;
+  std::uint64_t tokens_ = 0;
+  std::uint64_t errors_ = 0;
+  bool isSkipping_ = false;
+  std::size_t stop_ = 0;
+};
+
+thread_local Work* currentWork = nullptr;  // the language's functions are not told for whom they work
+
+constexpr TSStateId kErrorState = 0;
+
+bool lexToken(TSLexer* lexer, TSStateId state) {
+  const bool isThere = tree_sitter_javascript()->lex_fn(lexer, state);
+  currentWork->countToken(state == kErrorState, isThere);
+  return isThere;
+}
+
+bool scanToken(void* scanner, TSLexer* lexer, const bool* valid) {
+  const bool isThere = tree_sitter_javascript()->external_scanner.scan(scanner, lexer, valid);
+  currentWork->countScan(isThere);
+  return isThere;
+}
+
+TSLanguage countedLanguage() {
+  TSLanguage language = *tree_sitter_javascript();
+  language.lex_fn = lexToken;
+  language.external_scanner.scan = scanToken;
+  return language;
+}
+
 // Hands the text to the parser in parts, and stops it when it has asked for too many.
 class Source {
  public:
-  Source(std::string_view text, std::uint32_t readings)
-      : text_(text), left_((text.size() / kPart + 2) * std::uint64_t{readings}) {}
+  Source(std::string_view text, std::uint32_t readings, Work& work)
+      : text_(text), left_((text.size() / kPart + 2) * std::uint64_t{readings}), work_(work) {}
 
   TSInput input() { return {this, &Source::read, TSInputEncodingUTF8}; }
-  const std::size_t* stop() const { return &stop_; }
 
  private:
   static constexpr std::uint32_t kPart = 4096;
@@ -330,7 +397,7 @@ class Source {
   static const char* read(void* self, std::uint32_t offset, TSPoint, std::uint32_t* length) {
     auto& source = *static_cast<Source*>(self);
     if (source.left_ == 0)
-      source.stop_ = 1;
+      source.work_.stop();
     else
       --source.left_;
     *length =
@@ -342,35 +409,58 @@ class Source {
 
   std::string_view text_;
   std::uint64_t left_;
-  std::size_t stop_ = 0;
+  Work& work_;
 };
 
-// A parser that was stopped in a broken text is kept: to delete it can free what was never allocated (tree-sitter
-// 0.20).
-void abandon(TSParser* parser) {
-  static auto* const abandoned = new std::vector<TSParser*>();  // never ends: who looks for leaks finds them there
-  abandoned->push_back(parser);
+// What is kept for ever: to delete it can free what was never allocated (tree-sitter 0.20), since nodes for what was
+// skipped lose children beyond the first 65,535. That is a parser that was stopped in a broken text, and a tree whose
+// root lost children.
+void abandon(const void* what) {
+  static auto* const abandoned = new std::vector<const void*>();  // never ends: who looks for leaks finds them there
+  abandoned->push_back(what);
+}
+
+// Whether the root lost children: where a text ends within more than 65,535 things, only the rest of a division by
+// 65,536 is left of their number, and all places in the tree are wrong.
+bool isCut(const TSTree* tree, std::string_view text) {
+  const std::uint32_t end = ts_node_end_byte(ts_tree_root_node(tree));
+  return end + std::size_t{0xFFFF} < text.size() && text.find_first_not_of(" \t\r\n", end) != std::string_view::npos;
 }
 
 }  // namespace
 
 Tree parseScript(std::string_view text, const ParseLimits& limits) {
   static const Numbers numbers = readNumbers();
+  static const TSLanguage language = countedLanguage();
   std::unique_ptr<TSParser, void (*)(TSParser*)> parser(ts_parser_new(), ts_parser_delete);
   Tree none;
   none.isWhole = false;
-  if (!ts_parser_set_language(parser.get(), tree_sitter_javascript()) || text.size() > 0x7FFFFFFF) return none;
+  if (!ts_parser_set_language(parser.get(), &language) || text.size() > 0x7FFFFFFF) return none;
   const std::string shallow = withoutDepths(text);
+  const std::string_view parsedText = shallow.empty() ? text : shallow;
   ts_parser_set_timeout_micros(parser.get(), limits.micros);
-  Source source(shallow.empty() ? text : shallow, limits.readings);
-  ts_parser_set_cancellation_flag(parser.get(), source.stop());
-  const std::unique_ptr<TSTree, void (*)(TSTree*)> parsed(ts_parser_parse(parser.get(), nullptr, source.input()),
-                                                          ts_tree_delete);
+  Work work(limits);
+  currentWork = &work;
+  Source source(parsedText, limits.readings, work);
+  ts_parser_set_cancellation_flag(parser.get(), work.isStopped());
+  std::unique_ptr<TSTree, void (*)(TSTree*)> parsed(ts_parser_parse(parser.get(), nullptr, source.input()),
+                                                    ts_tree_delete);
+  currentWork = nullptr;
+  none.work = work.done();
   if (!parsed) {
-    abandon(parser.release());
+    if (work.hasErrors()) {
+      abandon(parser.release());
+      none.keptTokens = work.tokens();
+    }
+    return none;
+  }
+  if (isCut(parsed.get(), parsedText)) {
+    abandon(parsed.release());
+    none.keptTokens = work.tokens();
     return none;
   }
   Tree tree = Copy(numbers, limits.nodes).run(parsed.get());
+  tree.work = work.done();
   tree.isWhole = tree.isWhole && shallow.empty();
   return tree;
 }

@@ -172,11 +172,17 @@ using Ast = std::uint32_t;  // index of a node; 0 is the program, and stands for
 
 struct Tree {
   std::vector<Node> nodes;
-  bool isWhole = true;  // false: time was up, it has more nodes than are kept, or is nested deeper than is parsed
+  bool isWhole = true;  // false: it was too much work, has more nodes than are kept, or is nested deeper than is parsed
+  std::uint64_t work = 0;        // that it took, as ParseLimits counts it
+  std::uint64_t keptTokens = 0;  // their memory is not given back
 };
 
 struct ParseLimits {
   std::size_t nodes = 3'000'000;
+  std::uint64_t tokens = 2'000'000;  // each takes up to 400 bytes while the parser's tree lives
+  // How much the parser may do: one for each token, and what recovering from errors costs. A million take a second, of
+  // what costs most three.
+  std::uint64_t work = 5'000'000;
   // How often the parser may read each part of the text, on the average: again and again where it is no script. Time
   // is for parsers that do not even read; it ends nothing that a slower machine would parse in seconds.
   std::uint32_t readings = 24;

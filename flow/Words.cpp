@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstring>
 
 namespace flow {
 namespace {
@@ -64,12 +65,21 @@ bool isWordByte(char c) {
   return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '$';
 }
 
+// Where `word` begins in the text, not before `from`. std::string_view stops at each byte that a word begins with: in
+// megabytes of libraries, that takes far longer.
+std::size_t find(std::string_view text, std::string_view word, std::size_t from = 0) {
+  if (from >= text.size()) return std::string_view::npos;
+  const void* found = memmem(text.data() + from, text.size() - from, word.data(), word.size());
+  if (found == nullptr) return std::string_view::npos;
+  return static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
+}
+
 // Whether a whole word of these stands where `fits` says.
 template <typename Fits>
 bool anyWord(std::string_view text, const std::vector<std::string>& words, Fits fits) {
   for (const std::string& word : words) {
     if (word.empty()) continue;
-    for (std::size_t at = text.find(word); at != std::string_view::npos; at = text.find(word, at + 1)) {
+    for (std::size_t at = find(text, word); at != std::string_view::npos; at = find(text, word, at + 1)) {
       const std::size_t end = at + word.size();
       const bool isWhole = (at == 0 || !isWordByte(text[at - 1])) && (end >= text.size() || !isWordByte(text[end]));
       if (isWhole && fits(at, end)) return true;
@@ -103,9 +113,9 @@ bool namesPlugin(std::string_view text, const std::vector<std::string>& identifi
       ++same;
     common = common.substr(0, same);
   }
-  if (common.size() >= 4) return text.find(common) != std::string_view::npos;
+  if (common.size() >= 4) return find(text, common) != std::string_view::npos;
   return std::any_of(identifiers.begin(), identifiers.end(),
-                     [&](const std::string& identifier) { return text.find(identifier) != std::string_view::npos; });
+                     [&](const std::string& identifier) { return find(text, identifier) != std::string_view::npos; });
 }
 
 bool namesAny(std::string_view text, const std::vector<std::string>& ids) {
@@ -126,6 +136,14 @@ bool namesIds(std::string_view text, const std::vector<std::string>& ids) {
 
 bool looksUpIds(std::string_view text, const std::vector<std::string>& ids) {
   return anyWord(text, ids, [&](std::size_t begin, std::size_t end) { return looksUp(text, begin, end); });
+}
+
+std::size_t findTag(std::string_view text, std::size_t from) {
+  for (std::size_t at = text.find('<', from); at != std::string_view::npos; at = text.find('<', at + 1)) {
+    const char next = at + 1 < text.size() ? static_cast<char>(text[at + 1] | 0x20) : ' ';
+    if (next >= 'a' && next <= 'z') return at;
+  }
+  return std::string_view::npos;
 }
 
 bool isScriptPath(std::string_view path) {

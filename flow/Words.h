@@ -22,6 +22,9 @@ bool namesIds(std::string_view text, const std::vector<std::string>& ids);
 // words like "video" anyway.
 bool looksUpIds(std::string_view text, const std::vector<std::string>& ids);
 
+// Where a tag may begin in it, not before `from`: a bracket with a letter behind it.
+std::size_t findTag(std::string_view text, std::size_t from = 0);
+
 bool isScriptPath(std::string_view path);
 
 // Whether it has the statements of a module.

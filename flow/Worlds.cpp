@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "flow/Analysis.h"
+#include "flow/Words.h"
 
 namespace flow {
 namespace {
@@ -51,7 +52,10 @@ std::uint32_t Analysis::newRealm(std::uint32_t page) {
   solver.add(property(realm.window, names.of("document")).node, realm.document);
   solver.add(property(realm.document, names.of("defaultView")).node, realm.window);
   solver.add(property(realm.document, names.of("parentWindow")).node, realm.window);
-  if (page == kNone) return id;
+  if (page == kNone) {
+    realm.hasToDoWithPlugins = true;
+    return id;
+  }
   const Page& of = pages[page];
   realm.elements.assign(of.elements.size(), kNobody);
   for (std::uint32_t i = 0; i < of.elements.size(); ++i) {
@@ -80,7 +84,20 @@ void Analysis::addPlugin(ElementInfo& element, const std::string& text) {
   const std::string* best = nullptr;
   for (const std::string& identifier : database.identifiers)
     if (upper.find(identifier) != std::string::npos && (!best || identifier.size() > best->size())) best = &identifier;
-  if (best) element.plugins.insert(*best);
+  if (!best) return;
+  element.plugins.insert(*best);
+  realms[element.realm].hasToDoWithPlugins = true;
+}
+
+bool Analysis::isAboutPlugins(std::uint32_t file) {
+  const auto [known, isNew] = aboutPlugins.emplace(file, false);
+  if (isNew)
+    known->second = namesPlugin(files[file].bytes, database.identifiers) || namesAny(files[file].bytes, pluginIds);
+  return known->second;
+}
+
+void Analysis::enterFile(std::uint32_t realm, std::uint32_t file) {
+  if (!realms[realm].hasToDoWithPlugins) realms[realm].hasToDoWithPlugins = isAboutPlugins(file);
 }
 
 ObjectId Analysis::elementObject(std::uint32_t realm, std::uint32_t index) {
@@ -362,6 +379,7 @@ void Analysis::readElement(ObjectId id, Name name, NodeId target) {
 
 void Analysis::loadPage(std::uint32_t index) {
   const std::uint32_t realm = index;  // the first realms are those of pages
+  enterFile(realm, pages[index].file);
   for (std::uint32_t i = 0; i < pages[index].elements.size(); ++i) {
     const PageElement& element = pages[index].elements[i];
     if (element.tag == "script") {
@@ -416,6 +434,13 @@ void Analysis::loadScript(std::uint32_t realm, const PageElement& element) {
 
 void Analysis::loadScriptFile(std::uint32_t realm, std::uint32_t file, bool isModule) {
   filesRun.insert(file);
+  const auto relevance = relevances.find(file);
+  const bool isShared = relevance != relevances.end() && relevance->second == Relevance::shared;
+  // A library that a page without plug-ins shows off may be as much work as all else.
+  if (isShared && !isModule && !realms[realm].hasToDoWithPlugins && !isAboutPlugins(file)) {
+    waitingScripts.push_back({realm, file});
+    return;
+  }
   if (isModule) {
     (void)moduleExports(realm, file, true);
     return;

@@ -88,7 +88,7 @@ class Body {
   NodeId self() { return a_.acts[function(true)].self; }
   ObjectId window() const { return a_.realms[act_.realm].window; }
   // Whether markup stands in an expression.
-  bool hasMarkup(Ast ast) const { return Analysis::isMarkup(unit_.textOf(ast)); }
+  bool hasMarkup(Ast ast) const { return unit_.hasTag(ast); }
 
   // Variables and states (Body.cpp).
   NodeId made(Where where, Value value, Step step = Step::made, Name name = 0);

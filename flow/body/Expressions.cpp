@@ -247,7 +247,9 @@ NodeId Body::unary(Ast ast) {
 bool Body::isRest(Ast ast) const {
   const Ast left = childIn(nodes_, ast, Field::left);
   const Ast right = childIn(nodes_, ast, Field::right);
-  return left != 0 && right != 0 && unit_.text.find('%', nodes_[left].end) < nodes_[right].begin;
+  if (left == 0 || right == 0) return false;
+  const std::string_view sign = std::string_view(unit_.text).substr(0, nodes_[right].begin);
+  return sign.find('%', nodes_[left].end) != std::string_view::npos;
 }
 
 NodeId Body::binary(Ast ast) {

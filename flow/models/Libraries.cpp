@@ -97,14 +97,16 @@ void parameters(Analysis& a, const CallInfo& info) {
 void fileText(Analysis& a, const CallInfo& info) {
   const NodeId result = info.result;
   const Site site = a.placeOutsideModels(info.site);
-  const std::uint32_t page = a.realms[a.realmOf(info.site.act)].page;
-  a.solver.listen(arg(a, info, 0), [&a, result, site, page](const Arrival& url) {
+  const std::uint32_t realm = a.realmOf(info.site.act);
+  a.solver.listen(arg(a, info, 0), [&a, result, site, realm](const Arrival& url) {
     if (!isText(url.value)) return;
     const std::string target = a.names.text(nameIn(url.value));
     const std::string path = target.substr(0, target.find_first_of("?#"));
+    const std::uint32_t page = a.realms[realm].page;
     std::uint32_t file = page == kNone ? kNone : a.findFile(a.pages[page].file, path);
     if (file == kNone && site.where.unit < a.units.size()) file = a.findFile(a.units[site.where.unit].file, path);
     if (file == kNone || a.files[file].bytes.size() > kMaxData) return;
+    a.enterFile(realm, file);
     a.solver.add(result, textValue(a.names.of(a.files[file].bytes)), 0, url.level);
   });
 }

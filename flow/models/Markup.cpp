@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "flow/Words.h"
 #include "flow/models/Models.h"
 
 namespace flow {
@@ -97,12 +98,7 @@ NodeId Analysis::withHoles(Where where, NodeId node) {
 }
 
 bool Analysis::isMarkup(std::string_view text) {
-  for (std::size_t at = text.find('<'); at != std::string_view::npos && at + 1 < text.size();
-       at = text.find('<', at + 1)) {
-    const char next = static_cast<char>(text[at + 1] | 0x20);
-    if (next >= 'a' && next <= 'z') return true;
-  }
-  return false;
+  return findTag(text) != std::string_view::npos;
 }
 
 void addMarkupModels(Analysis& analysis) {

@@ -109,7 +109,7 @@ void takeComments(const Page& page, std::vector<Expression>& found) {
   }
 }
 
-std::vector<Expression> expressionsOf(const std::string& library, const Page& page, const std::string& source) {
+std::vector<Expression> expressionsOf(const std::string& library, const Page& page, std::string_view source) {
   std::vector<Expression> found;
   const bool hasBraces = library != "knockout";
   for (const PageElement& element : page.elements) {

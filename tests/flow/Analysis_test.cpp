@@ -435,6 +435,44 @@ TEST(FlowAnalysis, ReadsWhatABrowserWouldRun) {
   }
 }
 
+// Large scripts that have no word of plug-ins, as libraries do: what they would say of a page without plug-ins is not
+// worth the time that they take.
+TEST(FlowAnalysis, ReadsLargeScriptsWherePluginsMayComeToThem) {
+  const std::string kit =
+      "function Kit(p) { p.X(); eval(location.hash); }\n"
+      "function Make(kind) { var e = document.createElement('object'); e.setAttribute('classid', kind); Kit(e); }\n"
+      "/*" +
+      std::string(70'000, ' ') + "*/";
+  struct KitRow {
+    const char* start;  // in the page with the plug-ins
+    const char* page;   // in the one with the large script
+    const char* script;
+    const char* expected;
+  };
+  const std::vector<KitRow> rows = {
+      {"", "", "Kit({}); Make('AUDIO');", ""},
+      {"", "<object id=here classid=\"clsid:MORVANE-NAVERTIX-AUDIO\"></object>", "Kit(here);", "AUDIO.X"},
+      {"", "",
+       "var e = document.createElement('object'); e.setAttribute('classid', 'MORVANE-' + name); Kit(e);\n"
+       "var name = 'NAVERTIX-AUDIO';",
+       "AUDIO.X"},
+      {"", "", "fetch('kinds.json').then(r => r.json()).then(c => Make(c.kind));", "AUDIO.X"},
+      {"", "", "Kit(document.getElementById('a' + 'u'));", "AUDIO.X"},
+      {"<script>var chosen = au;</script><iframe src=kit.html></iframe>", "", "Kit(parent.chosen);", "AUDIO.X"},
+  };
+  for (const KitRow& row : rows) {
+    const flow::Result result =
+        flow::analyse({{"index.html", kElements + std::string(row.start)},
+                       {"kit.html", row.page + std::string("<script src=kit.js></script><script src=a.js></script>")},
+                       {"kit.js", kit},
+                       {"a.js", row.script},
+                       {"kinds.json", "{\"kind\": \"MORVANE-NAVERTIX-AUDIO\"}"}},
+                      database());
+    EXPECT_EQ(found(result), row.expected) << row.script;
+    EXPECT_EQ(result.open.empty(), *row.expected == '\0') << "the text that it runs is told where it is read";
+  }
+}
+
 TEST(FlowAnalysis, DoesNotDependOnTheOrderOfFiles) {
   const std::vector<flow::File> files = {
       {"index.html", kElements + std::string("<script src=b.js></script><script src=a.js></script>")},
