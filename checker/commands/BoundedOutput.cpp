@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <iostream>
 #include <optional>
+#include <utility>
 
 #include "checker/commands/StandardStreams.h"
 #include "checker/options/ExitStatus.h"
@@ -21,12 +22,14 @@ namespace {
 constexpr int kSignalled = 128;
 constexpr std::size_t kMaxHead = 20;  // bytes, with its line feed
 
-std::string bytesOf(const CommandOutput& output) {
-  return std::to_string(output.status) + ' ' + std::to_string(output.err.size()) + '\n' + output.err + output.out;
+// Takes no second copy of what may be hundreds of megabytes; nor does outputOf.
+std::string bytesOf(CommandOutput output) {
+  output.out.insert(0, std::to_string(output.status) + ' ' + std::to_string(output.err.size()) + '\n' + output.err);
+  return std::move(output.out);
 }
 
 // Nothing if these are no output of a command: the worker was broken into.
-std::optional<CommandOutput> outputOf(const std::string& bytes) {
+std::optional<CommandOutput> outputOf(std::string bytes) {
   const std::size_t end = bytes.substr(0, kMaxHead).find('\n');
   if (end == std::string::npos || bytes[1] != ' ') return std::nullopt;
   const std::string length = bytes.substr(2, end - 2);
@@ -35,7 +38,9 @@ std::optional<CommandOutput> outputOf(const std::string& bytes) {
   const unsigned long long errors = std::stoull(length);
   if (errors > bytes.size() - end - 1) return std::nullopt;
   const auto count = static_cast<std::size_t>(errors);
-  return CommandOutput{bytes[0] - '0', bytes.substr(end + 1 + count), bytes.substr(end + 1, count)};
+  CommandOutput output{bytes[0] - '0', {}, bytes.substr(end + 1, count)};
+  output.out = std::move(bytes.erase(0, end + 1 + count));
+  return output;
 }
 
 class Printer : public RunListener {
@@ -43,7 +48,7 @@ class Printer : public RunListener {
   explicit Printer(std::ostream& out) : out_(out) {}
 
   bool take(const std::string& application, WorkerResult result) override {
-    const std::optional<CommandOutput> output = outputOf(result.sent);
+    const std::optional<CommandOutput> output = outputOf(std::move(result.sent));
     if (result.failure.empty() && !output)
       result.failure = "the process that worked on it gave nothing that can be read";
     if (!result.failure.empty()) {

@@ -24,7 +24,7 @@ CommandOutput explained(const Options& options, const std::string& application) 
       for (const LogLine& line : run.log)
         output.err += line.function + ": " + printable(line.text) + '\n';
     }
-    output.out = escapedJson(explain(run)) + '\n';
+    output.out = explain(run);
     output.status = run.verdict() == Verdict::notChecked ? kFailed : kDone;
   } catch (const std::runtime_error& error) {
     output.err += "tarvo-check: " + printable(application + ": " + error.what()) + '\n';
