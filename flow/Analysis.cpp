@@ -250,8 +250,12 @@ bool Analysis::runWaitingScripts() {
   const bool haveFrames = std::any_of(realms.begin(), realms.end(), [](const Realm& realm) { return realm.hasFrames; });
   std::vector<PageScript> ready;
   std::vector<PageScript> waiting;
-  for (const PageScript& script : waitingScripts)
-    (haveFrames || realms[script.realm].hasToDoWithPlugins ? ready : waiting).push_back(script);
+  for (const PageScript& script : waitingScripts) {
+    if (haveFrames || realms[script.realm].hasToDoWithPlugins)
+      ready.push_back(script);
+    else
+      waiting.push_back(script);
+  }
   waitingScripts = std::move(waiting);
   for (const auto& [realm, file] : ready) {
     const std::uint32_t unit = unitOfFile(file, false);

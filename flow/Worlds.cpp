@@ -90,10 +90,10 @@ void Analysis::addPlugin(ElementInfo& element, const std::string& text) {
 }
 
 bool Analysis::isAboutPlugins(std::uint32_t file) {
-  const auto [known, isNew] = aboutPlugins.emplace(file, false);
+  const auto [kept, isNew] = aboutPlugins.emplace(file, false);
   if (isNew)
-    known->second = namesPlugin(files[file].bytes, database.identifiers) || namesAny(files[file].bytes, pluginIds);
-  return known->second;
+    kept->second = namesPlugin(files[file].bytes, database.identifiers) || namesAny(files[file].bytes, pluginIds);
+  return kept->second;
 }
 
 void Analysis::enterFile(std::uint32_t realm, std::uint32_t file) {

@@ -283,7 +283,7 @@ class APIAnalysis : public IAppAnalysis {
                       std::string_view path, FoundCall::On on);
   std::unique_ptr<SWFStateMentInfo> makeVariableCall(const std::string& classId, const std::string& callText,
                                                      std::string_view path);
-  Lookup lookupIn(SWFStateMentInfo& declared, detail::LookupCallFinder& finder);
+  Lookup lookupIn(const SWFStateMentInfo& declared, detail::LookupCallFinder& finder);
   RunResult reportCallsOn(const Lookup& lookup, LookupRecords& records);
   std::unique_ptr<SWFStateMentInfo> makeLookupCall(const Lookup& lookup, const std::string& callText);
   RunResult reportLookUpsIn(const std::vector<std::string>& statements, std::string_view fileName, SearchBound& bound);

@@ -247,7 +247,7 @@ RunResult APIAnalysis::FindAPIFunctionName4JSSpe() {
 }
 
 // What a declaration looks up, and the calls on that in its source.
-APIAnalysis::Lookup APIAnalysis::lookupIn(SWFStateMentInfo& declared, detail::LookupCallFinder& finder) {
+APIAnalysis::Lookup APIAnalysis::lookupIn(const SWFStateMentInfo& declared, detail::LookupCallFinder& finder) {
   const detail::KeyView key = viewKey(*declared.expression);
   const std::string id = detail::lookedUpId(key.symbol);
   const std::string* source = sourceOf(declared.path, worthfulSourceList);
