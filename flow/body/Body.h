@@ -136,7 +136,7 @@ class Body {
   bool isPlainRead(Ast ast) const;
   bool isConstant(Ast ast) const;
   std::uint32_t slotOf(Ast ast) const;
-  void findTests(Ast condition, bool holds, std::vector<Asked>& tests);
+  void findTests(Ast condition, bool holds, std::vector<Asked>& tests, int depth = 0);
   void findComparison(Ast ast, Ast left, Ast right, bool holds, std::vector<Asked>& tests);
   void findMembership(Ast call, bool holds, std::vector<Asked>& tests);
   void findEntry(Ast subscript, bool holds, std::vector<Asked>& tests);

@@ -8,7 +8,10 @@
 namespace flow {
 namespace {
 
-constexpr int kMaxNarrowed = 400;  // conditions of one activation
+constexpr int kMaxNarrowed = 400;    // conditions of one activation
+constexpr Ast kMaxGuarded = 20'000;  // nodes of code behind one
+constexpr std::size_t kMaxTests = 32;
+constexpr int kMaxDepth = 16;  // of a condition
 
 bool isEquality(std::string_view sign) {
   return sign == "===" || sign == "==" || sign == "!==" || sign == "!=";
@@ -95,12 +98,12 @@ std::uint32_t Body::slotOf(Ast ast) const {
 }
 
 // Which tests hold where a condition is true, or where it is not.
-void Body::findTests(Ast condition, bool holds, std::vector<Asked>& tests) {
+void Body::findTests(Ast condition, bool holds, std::vector<Asked>& tests, int depth) {
   const Ast ast = insideOf(condition);
-  if (ast == 0) return;
+  if (ast == 0 || depth > kMaxDepth) return;
   const Node& node = nodes_[ast];
   if (node.kind == Kind::unaryExpression && unit_.text[node.begin] == '!')
-    return findTests(childIn(nodes_, ast, Field::argument), !holds, tests);
+    return findTests(childIn(nodes_, ast, Field::argument), !holds, tests, depth + 1);
   if (node.kind == Kind::callExpression) return findMembership(ast, holds, tests);
   if (isPlainRead(ast)) {
     tests.push_back({ast, {Test::What::isTrue, holds, 0}});
@@ -114,8 +117,8 @@ void Body::findTests(Ast condition, bool holds, std::vector<Asked>& tests) {
   if (node.marks & kLogical) {
     const std::string sign = signOf(ast);
     if (sign != (holds ? "&&" : "||")) return;
-    findTests(left, holds, tests);
-    return findTests(right, holds, tests);
+    findTests(left, holds, tests, depth + 1);
+    return findTests(right, holds, tests, depth + 1);
   }
   findComparison(ast, left, right, holds, tests);
 }
@@ -263,7 +266,8 @@ void Body::narrowFor(const Asked& asked, const std::vector<std::uint32_t>& slots
 }
 
 void Body::narrow(const std::vector<Asked>& tests, Ast begin, Ast end) {
-  if (tests.empty() || narrowed_ >= kMaxNarrowed || a_.areGuardsOpen) return;
+  if (tests.empty() || tests.size() > kMaxTests || narrowed_ >= kMaxNarrowed || a_.areGuardsOpen) return;
+  if (end - begin > kMaxGuarded) return;
   ++narrowed_;
   const std::vector<std::uint32_t> slots = usedIn(begin, end);
   for (const Asked& asked : tests)
@@ -286,18 +290,23 @@ void Body::narrowRest(Ast condition, Ast statement) {
 
 void Body::narrowCase(Ast value, Ast body, Ast part) {
   const Ast subject = insideOf(value);
-  if (!isPlainRead(subject)) return;
+  if (!isPlainRead(subject) || narrowed_ >= kMaxNarrowed) return;
   std::vector<Asked> tests;
-  for (Ast other = body + 1; other < nodes_[body].last; other = nodes_[other].last) {
-    const Ast constant = childIn(nodes_, other, Field::value);
-    const bool isOne = nodes_[part].kind == Kind::switchCase;
-    if (constant == 0 || (isOne && other != part)) continue;
-    if (!isConstant(constant) && !isPlainRead(constant)) return;
-    tests.push_back({subject, {Test::What::equals, isOne, expression(constant)}});
+  const auto add = [&](Ast constant, bool holds) {
+    if (constant == 0) return true;
+    if (!isConstant(constant) && !isPlainRead(constant)) return false;
+    tests.push_back({subject, {Test::What::equals, holds, expression(constant)}});
+    return tests.size() <= kMaxTests;
+  };
+  if (nodes_[part].kind == Kind::switchCase) {
+    if (!add(childIn(nodes_, part, Field::value), true)) return;
+  } else {
+    for (Ast other = body + 1; other < nodes_[body].last; other = nodes_[other].last)
+      if (!add(childIn(nodes_, other, Field::value), false)) return;
   }
   // A case without code of its own falls into the next.
   Ast end = part;
-  while (end < nodes_[body].last && nodes_[end].last - end <= 3)
+  for (std::size_t i = 0; i < kMaxTests && end < nodes_[body].last && nodes_[end].last - end <= 3; ++i)
     end = nodes_[end].last;
   narrow(tests, part, end < nodes_[body].last ? nodes_[end].last : end);
 }

@@ -508,6 +508,9 @@ TEST(FlowAnalysis, AnswersHostileTexts) {
       {repeat("`${", 5'000) + "1" + repeat("}`", 5'000), both, false},
       {repeat("!", 100'000) + "1", both, false},
       {repeat("a = b = ", 50'000) + "1", both, true},
+      {"a = " + repeat("x.a === 'b' && ", 30'000) + "1", both, true},
+      {"switch (x.k) {" + repeat("case 'a': case 'b': y(z);", 20'000) + "}", both, true},
+      {"(function (o) {" + repeat("if (o.k === 'a') return;", 20'000) + "})({k: 'b'})", both, true},
       {"var d = [" + repeat("17,", 100'000) + "1]", both, true},
       // What follows is no script any more.
       {repeat("(", 100'000), "AUDIO.X", false},
