@@ -129,9 +129,7 @@ void Body::findComparison(Ast ast, Ast left, Ast right, bool holds, std::vector<
     tests.push_back({left, {Test::What::isInstance, holds, expression(right)}});
   else if (sign == "in" && isPlainRead(left) && isPlainRead(right))
     tests.push_back({left, {Test::What::isNameIn, holds, expression(right)}});
-  else if (nodes_[left].kind == Kind::callExpression && isConstant(right))
-    findIndex(left, sign, unit_.textOf(right), holds, tests);
-  else if (nodes_[left].kind == Kind::callExpression && nodes_[right].kind == Kind::unaryExpression)
+  else if (nodes_[left].kind == Kind::callExpression)
     findIndex(left, sign, unit_.textOf(right), holds, tests);
   if (!isEquality(sign)) return;
   if (isConstant(left)) std::swap(left, right);
