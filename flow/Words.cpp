@@ -15,6 +15,8 @@ struct LibrarySign {
   const char* second;  // stands somewhere in it
 };
 
+constexpr int kMaxBanners = 32;  // that are looked for behind the first
+
 // What the banners and the insides of libraries have.
 constexpr LibrarySign kLibraries[] = {
     {"jQuery", "jQuery v", "fn.init"},
@@ -182,6 +184,18 @@ bool looksLikeCommonJs(std::string_view text) {
   return has("module.exports") || has("exports.") || has("exports[") || (has("require(") && !has("define("));
 }
 
+namespace {
+
+// The library whose banner that is, or null.
+const char* bannerOf(std::string_view banner, std::string_view text) {
+  for (const LibrarySign& library : kLibraries)
+    if (banner.find(library.sign) != std::string_view::npos && text.find(library.second) != std::string_view::npos)
+      return library.name;
+  return nullptr;
+}
+
+}  // namespace
+
 std::string libraryOf(std::string_view text) {
   if (text.size() < 1500) return {};
   const std::string_view head = text.substr(0, 700);
@@ -191,13 +205,14 @@ std::string libraryOf(std::string_view text) {
       if (text.find(library.sign) != std::string_view::npos && text.find(library.second) != std::string_view::npos)
         return library.name;
   const std::size_t comment = head.find("/*");
-  const bool hasBanner = head.compare(0, 6, "//    ") == 0 || (comment != std::string_view::npos && comment <= 200);
-  if (!hasBanner) return {};
-  for (const LibrarySign& library : kLibraries) {
-    const std::size_t at = head.find(library.sign);
-    if (at == std::string_view::npos || text.find(library.second) == std::string_view::npos) continue;
-    // Banners of several: a bundle.
-    return library.name;
+  if (head.compare(0, 6, "//    ") == 0 || (comment != std::string_view::npos && comment <= 200))
+    if (const char* name = bannerOf(head, text)) return name;
+  // Of several that were joined, the first may have none.
+  std::size_t at = text.find("/*!");
+  for (int i = 0; i < kMaxBanners && at != std::string_view::npos; ++i, at = text.find("/*!", at + 1)) {
+    const bool isBegin = at == 0 || text[at - 1] == '\n' || text[at - 1] == ';';
+    const char* name = isBegin ? bannerOf(text.substr(at, 200), text) : nullptr;
+    if (name != nullptr) return name;
   }
   return {};
 }

@@ -377,6 +377,18 @@ TEST(FlowAnalysis, KnowsWhatLibrariesDoWithFunctionsAndElements) {
   }
 }
 
+TEST(FlowAnalysis, KnowsLibrariesThatWereJoinedBehindOthers) {
+  const std::string first = "!function(){" + std::string(1500, 'a') + "}();\n";
+  const flow::Result result = flow::analyse(
+      {{"index.html", kElements + std::string("<script src=\"v.js\"></script><script src=\"a.js\"></script>")},
+       {"v.js", first + "/*! jQuery v3.7.1 | (c) OpenJS Foundation */\n!function(){fn.init}();"},
+       {"a.js", "$(function () { $('#au').get(0).X(); });"}},
+      database());
+  EXPECT_EQ(found(result), "AUDIO.X");
+  ASSERT_EQ(result.libraries.size(), 1U);
+  EXPECT_EQ(result.libraries[0].name, "jQuery");
+}
+
 TEST(FlowAnalysis, KnowsTheValuesThatFilesAndElementsHold) {
   const std::vector<Row> rows = {
       {"fetch('d/commands.json?v=1').then(function (r) { return r.json(); }).then(function (c) { au[c.list[0]](); });",
