@@ -208,7 +208,6 @@ void DeCompiler::beginReplay() {
 }
 
 void DeCompiler::endReplay(Lines& statements) {
-  if (timeBudgetSpent()) statements_.clear();
   statements = std::move(statements_);
   stack_.release();
 }

@@ -38,8 +38,8 @@ class DeCompiler {
   // Sets `statements` to the call statements of `listing`, in the order of the calls. Always RUN_SUCCESS.
   unsigned SWFDeCompilerMain(Lines& listing, Lines& statements);
 
-  // A replay of a listing while it is made: its lines go to lineTaker(), between the two calls. `statements` is set as
-  // above; to none if the time is spent by then, as it would have been before a replay of the whole listing.
+  // A replay of a listing while it is made: its lines go to lineTaker(), between the two calls. It ends where the
+  // listing does. `statements` is set as above: a movie that burns the time must not hide the calls before that.
   void beginReplay();
   ListingTaker& lineTaker() { return taker_; }
   void endReplay(Lines& statements);

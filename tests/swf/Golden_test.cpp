@@ -102,6 +102,26 @@ TEST(Golden, AReplayWhileAMovieIsListedIsThatOfItsListing) {
   fs::remove(movie);
 }
 
+timespec late() {
+  return {firstCheckTime.tv_sec + 21, firstCheckTime.tv_nsec};
+}
+
+TEST(Golden, WhatWasListedInTimeIsKept) {
+  const std::string movie = testing::TempDir() + "in-time.swf";
+  std::ofstream(movie, std::ios::binary) << swf_assembler::assemble(
+      "doaction {\nPush 0, \"f\"\nCallFunction\n}\nend\n");
+  startTimeBudget();
+  DeCompiler replay;
+  replay.beginReplay();
+  EXPECT_EQ(DeAssembler().listFile(movie, replay.lineTaker()), RUN_SUCCESS);
+  TESTING_ONLY_setClock(late);
+  Texts statements;
+  replay.endReplay(statements);
+  TESTING_ONLY_setClock(nullptr);
+  EXPECT_EQ(statements.size(), 1U);
+  fs::remove(movie);
+}
+
 TEST(Listing, UndefinedHasNoSeparators) {
   EXPECT_EQ(listingOf("Push undefined"), (Texts{"[ActionPush]", "ActionPush#type:3#value:undefined"}));
 }
