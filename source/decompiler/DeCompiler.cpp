@@ -188,6 +188,8 @@ DeCompiler::~DeCompiler() = default;
 void DeCompiler::InitVirtualMachine() {
   registers_.fill("NullValue");
   stack_.clear();
+  variableNames_.clear();
+  variableValues_.clear();
   statements_.clear();
   row_ = nullptr;
   builtBytes_ = 0;

@@ -32,7 +32,7 @@ class DeCompiler {
 
   // ---- machine: DeCompiler.cpp --------------------------------------------------------------------------------------
 
-  // Registers to "NullValue"; stack and statements empty.
+  // Registers to "NullValue"; stack, variables and statements empty.
   void InitVirtualMachine();
 
   // Sets `statements` to the call statements of `listing`, in the order of the calls. Always RUN_SUCCESS.
@@ -109,6 +109,7 @@ class DeCompiler {
   }
   std::string_view popValue();
   void popUpTo(long count);
+  const std::string* findVariable(std::string_view name, bool withValue) const;
   unsigned popAndPush(std::size_t pops, const char* pushed);
   bool build(std::string& text, std::string_view piece);
   bool fits(std::size_t bytes);
@@ -119,7 +120,10 @@ class DeCompiler {
 
   std::array<std::string, 256> registers_;
   EntryStack stack_;
-  std::string member_;  // the text of a member read under construction
+  // No record is known to set a variable: the table stays empty, and each name stands for its value.
+  Lines variableNames_;
+  Lines variableValues_;  // parallel to the names
+  std::string member_;    // the text of a member read under construction
   Lines statements_;
   const ReplayRow* row_ = nullptr;  // of the record whose argument lines are being taken
   std::size_t preloads_ = 0;        // of the function whose head is being taken, and one more

@@ -97,6 +97,14 @@ void DeCompiler::appendArguments(std::string& text, long count, bool commaBehind
   }
 }
 
+// The value of the first variable whose name contains `name`, or null.
+const std::string* DeCompiler::findVariable(std::string_view name, bool withValue) const {
+  for (std::size_t i = 0; i < variableNames_.size(); ++i) {
+    if (contains(variableNames_[i], name) && !(withValue && variableValues_[i].empty())) return &variableValues_[i];
+  }
+  return nullptr;
+}
+
 // Records the statement that `text`, up to its parenthesis, and `count` arguments make, and pushes its result.
 void DeCompiler::recordCall(std::string text, long count) {
   appendArguments(text, count, true);
@@ -216,13 +224,22 @@ unsigned DeCompiler::handleActionGetMember(Lines) {
   const std::string_view member = complete ? popValue() : std::string_view();
   const std::string_view object = complete ? popValue() : std::string_view();
   member_.clear();
-  if (build(member_, object) && build(member_, ".") && build(member_, member)) pushBuilt("valueOfProperty", member_);
+  if (!build(member_, object) || !build(member_, ".") || !build(member_, member)) return RUN_SUCCESS;
+  if (const std::string* value = findVariable(member_, false)) {
+    stack_.push(*value);
+  } else {
+    pushBuilt("valueOfProperty", member_);
+  }
   return RUN_SUCCESS;
 }
 
-// No variable has a value: its name stays.
 unsigned DeCompiler::handleActionGetVariable(Lines) {
   if (!has(1)) stack_.push("");
+  if (const std::string* value = findVariable(popValue(), true)) {
+    stack_.push(*value);
+  } else {
+    (void)stack_.pushRoom();  // the entry that was there
+  }
   return RUN_SUCCESS;
 }
 
